@@ -1,0 +1,26 @@
+#include "base/App.h"
+
+#include <QCoreApplication>
+#include <QFileInfo>
+
+namespace orv::App {
+namespace {
+QString& Override() {
+  static QString folder;
+  return folder;
+}
+}  // namespace
+
+QString Path() {
+  return Override().isEmpty() ? QCoreApplication::applicationDirPath() : Override();
+}
+
+void SetPath(const QString& folder) {
+  Override() = folder;
+}
+
+QString ExeName() {
+  return QFileInfo(QCoreApplication::applicationFilePath()).completeBaseName();
+}
+
+}  // namespace orv::App

@@ -1,0 +1,118 @@
+#include "base/Files.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <cerrno>
+#include <cstdio>
+
+#include "base/RuntimeError.h"
+
+namespace orv {
+namespace {
+
+void CheckName(const QString& name) {
+  bool bad = name.isEmpty() || name == u"." || name == u"..";
+  for (const QChar c : name) bad = bad || c < u' ' || QStringView(u"\\/:*?\"<>|").contains(c);
+  if (bad) throw RuntimeError(kErrPathFileAccess, QStringLiteral("Bad file name"));
+}
+
+void CheckTarget(const QString& path) {
+  struct stat target {};
+  if (::stat(QFile::encodeName(path).constData(), &target) != 0) return;
+  if (!S_ISREG(target.st_mode) || (target.st_mode & S_IWUSR) == 0) throw RuntimeError(kErrPathFileAccess);
+}
+
+void Synchronise(const QString& path) {
+  const int file = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC);
+  if (file < 0) ThrowFileError(errno);
+  const int result = ::fsync(file);
+  const int code = errno;
+  ::close(file);
+  if (result != 0) ThrowFileError(code);
+}
+
+QString TemporaryName(const QString& folder) {
+  for (int n = 0;; ++n) {
+    QString name = JoinPath(folder, QStringLiteral(".orv%1-%2.tmp").arg(::getpid()).arg(n));
+    if (!FileExists(name)) return name;
+  }
+}
+
+}  // namespace
+
+void ThrowFileError(int error_code) {
+  switch (error_code) {
+    case ENOENT:
+    case ENOTDIR:
+      throw RuntimeError(kErrPathNotFound);
+    case ENOSPC:
+    case EDQUOT:
+      throw RuntimeError(kErrDiskFull);
+    default:
+      throw RuntimeError(kErrPathFileAccess);
+  }
+}
+
+QString JoinPath(const QString& folder, const QString& name) {
+  if (folder.endsWith(QDir::separator())) return folder + name;
+  return folder + QDir::separator() + name;
+}
+
+QString FolderPart(const QString& path) {
+  return path.left(path.lastIndexOf(QDir::separator()) + 1);
+}
+
+QString FilePart(const QString& path) {
+  return path.mid(path.lastIndexOf(QDir::separator()) + 1);
+}
+
+bool FileExists(const QString& path) {
+  return QFileInfo::exists(path);
+}
+
+bool ClearAttributes(const QString& path) {
+  return QFile::setPermissions(path, QFile::permissions(path) | QFile::ReadOwner | QFile::WriteOwner);
+}
+
+QByteArray ReadWhole(const QString& path) {
+  QFile file(path);
+  if (!file.exists())
+    throw RuntimeError(QFileInfo(path).dir().exists() ? kErrFileNotFound : kErrPathNotFound);
+  if (!file.open(QIODevice::ReadOnly)) throw RuntimeError(kErrPathFileAccess);
+  QByteArray bytes = file.readAll();
+  if (file.error() != QFile::NoError) throw RuntimeError(kErrPathFileAccess);
+  return bytes;
+}
+
+void ReplaceFile(const QString& path, const std::function<void(const QString&)>& write) {
+  CheckName(FilePart(path));
+  CheckTarget(path);
+  const QString temporary =
+      TemporaryName(FolderPart(path).isEmpty() ? QStringLiteral(".") : FolderPart(path));
+  try {
+    write(temporary);
+    Synchronise(temporary);
+    if (std::rename(QFile::encodeName(temporary).constData(), QFile::encodeName(path).constData()) != 0) {
+      ThrowFileError(errno);
+    }
+  } catch (...) {
+    QFile::remove(temporary);
+    throw;
+  }
+}
+
+void ReplaceFile(const QString& path, const QByteArray& bytes) {
+  ReplaceFile(path, [&bytes](const QString& temporary) {
+    QFile file(temporary);
+    errno = 0;
+    if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly)) ThrowFileError(errno);
+    errno = 0;
+    if (file.write(bytes) != bytes.size() || !file.flush()) ThrowFileError(errno);
+  });
+}
+
+}  // namespace orv

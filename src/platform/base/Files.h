@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <functional>
+
+namespace orv {
+
+// Folder and name joined by the platform's separator, which is not doubled.
+QString JoinPath(const QString& folder, const QString& name);
+// The path up to and including its last separator; empty if it has none.
+QString FolderPart(const QString& path);
+// The name behind the last separator.
+QString FilePart(const QString& path);
+
+bool FileExists(const QString& path);
+// Makes a file writable for its owner; false if that failed.
+bool ClearAttributes(const QString& path);
+
+// The whole file. RuntimeError 53, 76 or 75 as the cause is.
+QByteArray ReadWhole(const QString& path);
+
+// Replaces or makes the file at `path`: `write` fills a file under a short temporary name in the same
+// folder, which then takes the place of the old one in a single step. Until then the old file stays as
+// it is, and after a failure nothing is left behind. The new file is synchronised to the disk first.
+// An existing target that its owner may not write is refused with error 75 before anything is written,
+// also where the user's rights would pass over its mode.
+// A name with one of \ / : * ? " < > | or a control character is error 75 on every platform, so that a
+// set made on one system gives the same files on another; and so is an empty name.
+void ReplaceFile(const QString& path, const std::function<void(const QString& temporary)>& write);
+void ReplaceFile(const QString& path, const QByteArray& bytes);
+
+// RuntimeError with the number of the cause that the platform's error code (errno) tells.
+[[noreturn]] void ThrowFileError(int error_code);
+
+}  // namespace orv

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+
+#include <QString>
+
+#include "imaging/Picture.h"
+
+namespace orv {
+
+// The process's connection to the desktop; one lives for the whole run, made before any form or surface.
+class Application {
+ public:
+  enum Display { Desktop, Offscreen };
+  // Offscreen needs no display at all.
+  Application(int& argc, char** argv, Display display);
+  ~Application();
+
+  // Runs `main` and then the message loop until Quit; the exit status. A RuntimeError that nobody catches,
+  // here or in a handler, is shown in a box with its number and text and ends the process with status 1.
+  int Run(const std::function<void()>& main);
+  // Runs `action` alone, with the same treatment of errors.
+  int RunOnce(const std::function<int()>& action);
+  // Unloads all forms and ends the loop.
+  static void Quit();
+
+ private:
+  struct Impl;
+  std::unique_ptr<Impl> impl_;
+};
+
+namespace Screen {
+int Width();  // of the desktop, in twips
+int Height();
+inline constexpr int TwipsPerPixelX = 15;
+inline constexpr int TwipsPerPixelY = 15;
+}  // namespace Screen
+
+// Shows the hourglass while one lives.
+class WaitCursor {
+ public:
+  WaitCursor();
+  ~WaitCursor();
+  WaitCursor(const WaitCursor&) = delete;
+  WaitCursor& operator=(const WaitCursor&) = delete;
+};
+
+namespace Clipboard {
+// Puts a picture on the clipboard; false where there is none.
+bool SetImage(const Picture& picture);
+Picture GetImage();
+}  // namespace Clipboard
+
+}  // namespace orv

@@ -1,0 +1,72 @@
+#pragma once
+
+#include <QPointer>
+#include <QString>
+
+#include "base/Event.h"
+#include "forms/Types.h"
+
+class QWidget;
+class QObject;
+
+namespace orv {
+
+class Container;
+
+// A control of a form: a handle on a widget that it owns. Places are in twips from the corner of the
+// container, 15 to a (device-independent) pixel. Its container must outlive it.
+class Control {
+ public:
+  virtual ~Control();
+  Control(const Control&) = delete;
+  Control& operator=(const Control&) = delete;
+
+  void Place(int left, int top, int width, int height);
+  bool Enabled() const;  // by itself, whatever its container is
+  void SetEnabled(bool enabled);
+  bool Visible() const;  // by itself, whether or not its form is shown
+  void SetVisible(bool visible);
+  void SetFocus();
+  bool HasFocus() const;
+  void SetToolTip(const QString& text);
+  QString ToolTip() const;
+  // The name for screen readers; a label in front of a field gives it its own (FormLabel::SetBuddy).
+  void SetAccessibleName(const QString& name);
+  const QString& Tag() const { return tag_; }
+  void SetTag(const QString& tag) { tag_ = tag; }
+
+  // The focus came to the control.
+  Event<> GotFocus;
+
+  // For the platform's own rooms and for tests, which send real events. Not owned by the caller.
+  QWidget* Handle() const;
+
+ protected:
+  Control() = default;
+  // Takes the widget over and watches it.
+  void Adopt(QWidget* widget);
+  virtual bool Filter(QObject* object, int event_type);
+
+ private:
+  friend class ControlWatcher;
+  QPointer<QObject> widget_;
+  QPointer<QObject> watcher_;
+  QString tag_;
+};
+
+// What controls lie in: a form, a panel or a frame.
+class Container : public Control {};
+
+// A plain area.
+class Panel : public Container {
+ public:
+  explicit Panel(Container& parent);
+};
+
+// An area in a frame with a caption.
+class Frame : public Container {
+ public:
+  Frame(Container& parent, const QString& caption);
+};
+
+}  // namespace orv

@@ -1,0 +1,109 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+
+#include "forms/Control.h"
+
+class QMdiArea;
+
+namespace orv {
+
+// Dialog: a window of its own, usually shown modally. Child: lies inside the main window, when there
+// is one. Main: the main window with an area for children under what is docked at its top.
+enum class FormKind { Dialog, Child, Main };
+
+// A window. A program's form derives from it, has its controls as members and its handlers as functions,
+// and exists through a FormInstance.
+class Form : public Container {
+ public:
+  explicit Form(FormKind kind);
+  ~Form() override;
+
+  QString Caption() const;
+  void SetCaption(const QString& caption);
+  // The inside, in twips; `resizable` keeps it as the least size only.
+  void SetClientSize(int width, int height, bool resizable = false);
+  int Width() const;  // outer size and place on the screen, in twips
+  int Height() const;
+  int Left() const;
+  int Top() const;
+  void SetWidth(int twips);
+  void SetHeight(int twips);
+  void SetLeft(int twips);
+  void SetTop(int twips);
+  int WindowState() const;  // 0 normal, 1 minimised, 2 maximised
+  void SetWindowState(int state);
+
+  bool IsShown() const;
+  void Show();       // modeless; brings it to the front
+  void ShowModal();  // returns when the form is hidden or closed
+  void Hide();
+
+  // Main: puts a control of a fixed height over the area for children. In the order of the calls.
+  void DockTop(Control& control);
+
+  // Through the instance that owns the form: closing by the window frame unloads it (a modal dialog is
+  // only hidden, so that its caller can still read it).
+  virtual void Form_Load() {}
+  virtual void Form_Unload() {}
+  // A key that the control with the focus did not use.
+  virtual void Form_KeyDown(const KeyEvent&) {}
+
+  // Set by the instance that owns the form.
+  void SetCloser(std::function<void()> unload) { unload_ = std::move(unload); }
+
+ private:
+  friend class FormWindow;
+  void ClosedByFrame();
+  FormKind kind_;
+  bool modal_ = false;
+  std::function<void()> unload_;
+  struct Impl;
+  std::unique_ptr<Impl> impl_;
+};
+
+// For the instances: runs `action` when the message loop is idle, so that a form is never destroyed
+// within one of its own handlers; at once if no loop runs.
+void RunLater(std::function<void()> action);
+// For the instances: what unloads each loaded form, run in reverse order when the program ends.
+void AtShutdown(std::function<void()> action);
+
+// The one instance of a form: comes into being at its first use, which runs Form_Load, and again after
+// it was unloaded.
+template <class T>
+class FormInstance {
+ public:
+  T* operator->() { return &Get(); }
+  T& operator*() { return Get(); }
+  bool IsLoaded() const { return form_ != nullptr; }
+  bool IsVisible() const { return form_ && form_->IsShown(); }
+
+  void Load() { Get(); }
+
+  void Unload() {
+    if (!form_) return;
+    std::shared_ptr<T> form = std::move(form_);
+    form_.reset();
+    form->Hide();
+    form->Form_Unload();
+    RunLater([form]() mutable { form.reset(); });
+  }
+
+ private:
+  T& Get() {
+    if (!form_) {
+      form_ = std::make_shared<T>();
+      form_->SetCloser([this] { Unload(); });
+      if (!registered_) AtShutdown([this] { Unload(); });
+      registered_ = true;
+      form_->Form_Load();
+    }
+    return *form_;
+  }
+
+  std::shared_ptr<T> form_;
+  bool registered_ = false;
+};
+
+}  // namespace orv

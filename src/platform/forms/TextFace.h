@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QString>
+
+#include "forms/Types.h"
+
+class QImage;
+
+namespace orv {
+
+// Measuring and drawing of one line of text in one font, on whole pixels: the pixel height is points x
+// 96 / 72 rounded, hinting is fixed, advances are whole pixels, there is no kerning and no subpixel
+// smoothing. So a text is the same on every machine, platform plugin and screen scale.
+// A face that is not installed is replaced by its stand-in.
+class TextFace {
+ public:
+  static const TextFace& For(const Font& font);  // lives as long as the process
+
+  int Width(QStringView text) const;  // pixels
+  int Height() const;                 // pixels, the same for every text
+  // The corner of the text's cell at (x, y). `target` is RGB32 or premultiplied ARGB32.
+  void Draw(QImage& target, int x, int y, QStringView text, Colour colour) const;
+
+ private:
+  struct Impl;
+  explicit TextFace(Impl* impl) : impl_(impl) {}
+  Impl* impl_;
+};
+
+// The family that stands in for a face which is not installed; the name itself if it is.
+QString FamilyFor(const QString& face);
+
+}  // namespace orv

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QString>
+#include <vector>
+
+#include "forms/Control.h"
+
+class QAction;
+
+namespace orv {
+
+enum class ToolbarStyle { Plain, Check, Separator };
+
+// A row of buttons with icons, counted from 1.
+class Toolbar : public Control {
+ public:
+  explicit Toolbar(Container& parent);
+  // `icon` is the name of an icon (Icons.h). The name is for screen readers and for buttons without a tool
+  // tip.
+  void Add(const QString& key, const QString& name, const QString& tool_tip, ToolbarStyle style,
+           const QString& icon = {});
+  int Value(int index) const;  // 1 pressed, 0 released
+  void SetValue(int index, int value);
+  int Count() const { return static_cast<int>(buttons_.size()); }
+  // By its key. A check button has changed its state already.
+  Event<const QString&> ButtonClick;
+
+ private:
+  std::vector<QAction*> buttons_;
+};
+
+}  // namespace orv

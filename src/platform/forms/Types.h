@@ -1,0 +1,58 @@
+#pragma once
+
+#include <QString>
+#include <cstdint>
+
+namespace orv {
+
+// A 24-bit colour in a 32-bit integer with red in the low byte, as the database keeps colours.
+using Colour = std::int32_t;
+constexpr Colour Rgb(int red, int green, int blue) {
+  return red | green << 8 | blue << 16;
+}
+inline constexpr Colour kBlack = 0;
+inline constexpr Colour kWhite = 0xFFFFFF;
+
+struct Font {
+  QString Name;
+  double Size = 7;  // points
+  bool Bold = false;
+  bool Italic = false;
+  friend bool operator==(const Font&, const Font&) = default;
+};
+
+enum class ScaleMode { Twips = 1, Pixels = 3 };
+enum class Alignment { Left = 0, Right = 1, Centre = 2 };
+
+// Button: 1 left, 2 right, 4 middle; in a move the sum of those held. Shift: 1 Shift, 2 Ctrl, 4 Alt,
+// summed. X and Y in twips from the corner of the control.
+struct MouseEvent {
+  int Button = 0;
+  int Shift = 0;
+  double X = 0;
+  double Y = 0;
+};
+
+// KeyCode: the field's virtual key codes, letters and digits by their capital's code.
+struct KeyEvent {
+  int KeyCode = 0;
+  int Shift = 0;
+};
+enum KeyCode : int {
+  kKeyReturn = 13,
+  kKeyEscape = 27,
+  kKeySpace = 32,
+  kKeyPageUp = 33,
+  kKeyPageDown = 34,
+  kKeyEnd = 35,
+  kKeyHome = 36,
+  kKeyLeft = 37,
+  kKeyUp = 38,
+  kKeyRight = 39,
+  kKeyDown = 40,
+  kKeyDelete = 46,
+  kKeyN = 78,
+};
+enum ShiftState : int { kShift = 1, kCtrl = 2, kAlt = 4 };
+
+}  // namespace orv

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <QByteArray>
+#include <QString>
+#include <memory>
+
+class QImage;
+
+namespace orv {
+
+// A decoded image, a value: copies share the pixels. The empty picture has no size and paints nothing.
+class Picture {
+ public:
+  Picture() = default;  // the empty picture
+  // For the platform's own rooms. Takes any format; pixels stay as they are and are shared.
+  explicit Picture(const QImage& image);
+
+  bool IsEmpty() const { return image_ == nullptr; }
+  int Width() const;            // pixels
+  int Height() const;           // pixels
+  const QImage& Image() const;  // a null image for the empty picture
+
+ private:
+  std::shared_ptr<const QImage> image_;
+};
+
+// The empty picture.
+Picture LoadPicture();
+// A picture from the bytes of a BMP (1, 4, 8, 16, 24 or 32 bits, run-length too), JPG (grey, progressive,
+// CMYK), GIF (first frame, transparent where the file says so) or WMF file (with or without a placeable
+// header), told by their content. Bytes behind the end of the picture are ignored, and so are resolution
+// and orientation tags. RuntimeError 481 for anything else, for a picture that is broken or cut short,
+// and for one of more than 64 megapixels; time and memory are bounded.
+Picture LoadPicture(const QByteArray& bytes);
+// From a file; RuntimeError 53, 75 or 76 if it can't be read.
+Picture LoadPicture(const QString& path);
+
+// Writes a picture as a plain 24-bit Windows bitmap, transparent parts over white, by ReplaceFile.
+void SavePicture(const Picture& picture, const QString& path);
+
+}  // namespace orv

@@ -1,0 +1,61 @@
+#pragma once
+
+#include <QString>
+#include <memory>
+
+namespace orv {
+
+class Recordset;
+
+// The connection to one database file, an SQLite 3 file. Copies share it; it closes with the last copy
+// and the last recordset. One thread.
+//
+// The file may keep the long binary columns of a table T apart from its rows: T is then a view over
+// T_rows (the short columns and the key) and T_long (the same key and the long ones). Queries and other
+// programs see T with all its columns; recordsets write to the tables under it, so that an edit of a
+// short column never touches a picture.
+class Connection {
+ public:
+  Connection() = default;  // no connection
+
+  // Opens an existing file for reading and writing, with a rollback journal and full synchronisation:
+  // an Update is on the disk when it returns. A journal that a crash left is recovered first. Holds a
+  // shared advisory lock on the file for the life of the connection.
+  // RuntimeError 53 for no file, 75 where the file can't be opened or is locked by a compaction, 3000 for
+  // a file that is empty, no database, or cut short (the header's page count is held against the file's
+  // size). A file that is refused is left as it was, byte for byte.
+  static Connection Open(const QString& path);
+
+  bool IsOpen() const { return impl_ != nullptr; }
+
+  // RuntimeError 3000 that names what is missing, if the file lacks one of the columns. `schema` is
+  // lines of the form "table: column, column, ...", names without regard to case.
+  void RequireColumns(const QString& schema) const;
+
+  // Runs a statement of SQLite's own dialect without a result.
+  void Execute(const QString& statement) const;
+
+  struct Impl;
+
+ private:
+  friend class Recordset;
+  friend class Transaction;
+  std::shared_ptr<Impl> impl_;
+};
+
+// What is done while one lives is one transaction. Rolled back by the destructor unless committed.
+// Transactions nest: an inner one only marks a point within the outer.
+class Transaction {
+ public:
+  explicit Transaction(const Connection& connection);
+  ~Transaction();
+  Transaction(const Transaction&) = delete;
+  Transaction& operator=(const Transaction&) = delete;
+  void Commit();
+
+ private:
+  std::shared_ptr<Connection::Impl> connection_;
+  bool open_ = true;
+};
+
+}  // namespace orv
