@@ -86,7 +86,6 @@ class SurfaceItem {
   virtual void Draw(QPainter& painter) const = 0;  // at (0, 0), in pixels
   // The item under a point given in pixels from this item's corner, itself included.
   virtual SurfaceItem* ItemAt(double x, double y);
-  virtual bool TakesInput() const;
   void Invalidate();
   double ToPixels(double value) const;
   double FromPixels(double pixels) const;
@@ -99,7 +98,6 @@ class SurfaceItem {
   Colour fore_ = kBlack;
   Font font_{QStringLiteral("Small Fonts"), 7, false, false};
   QString name_;
-  int z_ = 0;
 };
 
 // A line of text without a background. Drawn below the surfaces on its container.

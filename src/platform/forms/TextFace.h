@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <memory>
 
 #include "forms/Types.h"
 
@@ -23,8 +24,8 @@ class TextFace {
 
  private:
   struct Impl;
-  explicit TextFace(Impl* impl) : impl_(impl) {}
-  Impl* impl_;
+  explicit TextFace(std::shared_ptr<Impl> impl);
+  std::shared_ptr<Impl> impl_;
 };
 
 // The family that stands in for a face which is not installed; the name itself if it is.

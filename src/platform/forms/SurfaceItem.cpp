@@ -1,0 +1,67 @@
+#include <algorithm>
+
+#include "base/Rounding.h"
+#include "forms/Surface.h"
+
+namespace orv {
+namespace {
+
+Surface* RootOf(Surface* surface) {
+  while (surface != nullptr && surface->Container() != nullptr) surface = surface->Container();
+  return surface;
+}
+
+}  // namespace
+
+SurfaceItem::SurfaceItem(Surface* container) : container_(container) {
+  if (container_ != nullptr) container_->items_.push_back(this);
+}
+
+SurfaceItem::~SurfaceItem() {
+  if (container_ == nullptr) return;
+  if (Surface* const root = RootOf(container_); root->Host() != nullptr) root->Host()->ItemGone(this);
+  auto& items = container_->items_;
+  items.erase(std::remove(items.begin(), items.end(), this), items.end());
+}
+
+void SurfaceItem::Place(double left, double top, double width, double height) {
+  SetLeft(left);
+  SetTop(top);
+  SetWidth(width);
+  SetHeight(height);
+}
+
+double SurfaceItem::ToPixels(double value) const {
+  if (container_ != nullptr && container_->GetScaleMode() == ScaleMode::Twips) return value / kTwipsPerPixel;
+  return RoundHalfEven(value);
+}
+
+double SurfaceItem::FromPixels(double pixels) const {
+  if (container_ != nullptr && container_->GetScaleMode() == ScaleMode::Twips) return pixels * kTwipsPerPixel;
+  return RoundHalfEven(pixels);
+}
+
+void SurfaceItem::Invalidate() {
+  Surface* const root = container_ != nullptr ? RootOf(container_) : dynamic_cast<Surface*>(this);
+  if (root != nullptr && root->Host() != nullptr) root->Host()->SurfaceChanged();
+}
+
+void SurfaceItem::BringToFront() {
+  if (container_ == nullptr) return;
+  auto& items = container_->items_;
+  const auto place = std::find(items.begin(), items.end(), this);
+  std::rotate(place, place + 1, items.end());
+  Invalidate();
+}
+
+void SurfaceItem::SetFocus() {
+  Surface* const root = container_ != nullptr ? RootOf(container_) : dynamic_cast<Surface*>(this);
+  if (root != nullptr && root->Host() != nullptr) root->Host()->FocusItem(this);
+}
+
+SurfaceItem* SurfaceItem::ItemAt(double x, double y) {
+  const bool inside = x >= 0 && y >= 0 && x < width_ && y < height_;
+  return visible_ && inside ? this : nullptr;
+}
+
+}  // namespace orv
