@@ -46,8 +46,8 @@ QString DescriptionOf(int number) {
 
 RuntimeError::RuntimeError(int number) : RuntimeError(number, DescriptionOf(number)) {}
 
-RuntimeError::RuntimeError(int number, const QString& description)
-    : number_(number), description_(description), utf8_(NumberAndDescription().toUtf8()) {}
+RuntimeError::RuntimeError(int number, const QString& description, const QString& source)
+    : number_(number), description_(description), source_(source), utf8_(NumberAndDescription().toUtf8()) {}
 
 QString RuntimeError::NumberAndDescription() const {
   return QString::number(number_) + QStringLiteral(", ") + description_;

@@ -31,10 +31,12 @@ class RuntimeError : public std::exception {
  public:
   // Takes the usual description of the number; an unknown number reads "Application-defined error".
   explicit RuntimeError(int number);
-  RuntimeError(int number, const QString& description);
+  // `source` names the module that raised it, where that matters.
+  RuntimeError(int number, const QString& description, const QString& source = {});
 
   int Number() const { return number_; }
   const QString& Description() const { return description_; }
+  const QString& Source() const { return source_; }
   // "<number>, <description>", the form in which message boxes tell a cause.
   QString NumberAndDescription() const;
   const char* what() const noexcept override { return utf8_.constData(); }
@@ -42,6 +44,7 @@ class RuntimeError : public std::exception {
  private:
   int number_;
   QString description_;
+  QString source_;
   QByteArray utf8_;
 };
 

@@ -1,0 +1,41 @@
+#include "database/ListHelpers.h"
+
+namespace orv {
+
+void FillCombo(ComboBox& list, Recordset& rows, const QString& text_column, const QString& key_column) {
+  list.Clear();
+  for (; !rows.IsEOF(); rows.MoveNext()) {
+    list.AddItem(rows[text_column].Text());
+    list.SetItemData(list.NewIndex(), rows[key_column].Int32());
+  }
+}
+
+void SelectItemData(ComboBox& list, std::int32_t key) {
+  for (int i = 0; i < list.ListCount(); ++i) {
+    if (list.ItemData(i) != key) continue;
+    list.SetListIndex(i);
+    return;
+  }
+}
+
+std::int32_t FirstItemData(const ComboBox& list) {
+  return list.ItemData(0);
+}
+std::int32_t ChosenItemData(const ComboBox& list) {
+  return list.ItemData(list.ListIndex());
+}
+
+QString YesNo(bool value) {
+  return value ? QStringLiteral("Yes") : QStringLiteral("No");
+}
+int BoolToCheck(bool value) {
+  return value ? 1 : 0;
+}
+
+void SortListView(ListView& list, int column, bool ascending) {
+  list.SetSortKey(column);
+  list.SetSortAscending(ascending);
+  list.SetSorted(true);
+}
+
+}  // namespace orv

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QString>
+#include <cstdint>
+
+#include "forms/Controls.h"
+#include "forms/ListView.h"
+#include "records/Recordset.h"
+
+namespace orv {
+
+// Clears the control and adds an entry for each row from the current one to EOF, where the recordset is
+// left: the text column as its text and the key column as its item data. RuntimeError 94 for a Null text.
+void FillCombo(ComboBox& list, Recordset& rows, const QString& text_column, const QString& key_column);
+
+// Chooses the first entry whose item data is the key. No match changes nothing.
+void SelectItemData(ComboBox& list, std::int32_t key);
+
+// The item data of the first entry; RuntimeError for an empty list.
+std::int32_t FirstItemData(const ComboBox& list);
+// The item data of the chosen entry; RuntimeError without a choice.
+std::int32_t ChosenItemData(const ComboBox& list);
+
+// Selects the whole text of a control with text.
+template <class ControlWithText>
+void SelectText(ControlWithText& control) {
+  control.SetSelStart(0);
+  control.SetSelLength(static_cast<int>(control.Text().size()));
+}
+
+QString YesNo(bool value);    // "Yes" or "No"
+int BoolToCheck(bool value);  // 1 or 0, for a check box
+
+// Sorts by a column counted from 0.
+void SortListView(ListView& list, int column, bool ascending);
+
+}  // namespace orv
