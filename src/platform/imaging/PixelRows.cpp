@@ -1,23 +1,12 @@
 #include "imaging/PixelRows.h"
 
 #include <QImage>
-#include <QPainter>
+
+#include "imaging/Decoders.h"
 
 namespace orv {
-namespace {
-
-QImage Opaque(const QImage& image) {
-  if (!image.hasAlphaChannel()) return image.convertToFormat(QImage::Format_RGB32);
-  QImage flat(image.size(), QImage::Format_RGB32);
-  flat.fill(Qt::white);
-  QPainter(&flat).drawImage(0, 0, image);
-  return flat;
-}
-
-}  // namespace
-
 void CopyToRows(const Picture& picture, std::uint8_t* rows, int bytes_per_row) {
-  const QImage image = Opaque(picture.Image());
+  const QImage image = OverWhite(picture.Image());
   for (int y = 0; y < image.height(); ++y) {
     const auto* from = reinterpret_cast<const QRgb*>(image.constScanLine(y));
     std::uint8_t* to = rows + static_cast<std::ptrdiff_t>(image.height() - 1 - y) * bytes_per_row;

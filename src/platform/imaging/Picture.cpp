@@ -1,0 +1,123 @@
+#include "imaging/Picture.h"
+
+#include <QFileInfo>
+#include <QImage>
+#include <QPainter>
+#include <QtEndian>
+
+#include "base/Files.h"
+#include "base/RuntimeError.h"
+#include "imaging/Decoders.h"
+#include "imaging/PixelRows.h"
+
+namespace orv {
+namespace {
+
+// No picture within the bound on pixels needs a larger file.
+constexpr qint64 kMaxFileBytes = kMaxPixels * 4 + 1'000'000;
+constexpr int kDotsPerMeter = 3780;  // 96 an inch
+
+QImage Decode(QByteArrayView bytes) {
+  if (bytes.startsWith("BM")) return DecodeBmp(bytes);
+  if (bytes.startsWith("\xff\xd8\xff")) return DecodeJpeg(bytes);
+  if (bytes.startsWith("GIF87a") || bytes.startsWith("GIF89a")) return DecodeGif(bytes);
+  if (LooksLikeWmf(bytes)) return DecodeWmf(bytes);
+  BadPicture();
+}
+
+template <typename T>
+void Append(QByteArray* bytes, T number) {
+  number = qToLittleEndian(number);
+  bytes->append(reinterpret_cast<const char*>(&number), sizeof number);
+}
+
+QByteArray BmpHeader(int width, int height, qsizetype pixel_bytes) {
+  constexpr int kHeaders = 14 + 40;
+  QByteArray bytes = QByteArrayLiteral("BM");
+  Append<quint32>(&bytes, static_cast<quint32>(kHeaders + pixel_bytes));
+  Append<quint32>(&bytes, 0);
+  Append<quint32>(&bytes, kHeaders);
+  Append<quint32>(&bytes, 40);
+  Append<qint32>(&bytes, width);
+  Append<qint32>(&bytes, height);
+  Append<quint16>(&bytes, 1);
+  Append<quint16>(&bytes, 24);
+  Append<quint32>(&bytes, 0);
+  Append<quint32>(&bytes, static_cast<quint32>(pixel_bytes));
+  for (const qint32 field : {kDotsPerMeter, kDotsPerMeter, 0, 0}) Append<qint32>(&bytes, field);
+  return bytes;
+}
+
+}  // namespace
+
+void BadPicture() {
+  throw RuntimeError(kErrInvalidPicture);
+}
+
+void CheckSize(qint64 width, qint64 height) {
+  if (width <= 0 || height <= 0 || width > kMaxPixels || height > kMaxPixels || width * height > kMaxPixels) {
+    BadPicture();
+  }
+}
+
+QImage NewImage(qint64 width, qint64 height, QImage::Format format) {
+  CheckSize(width, height);
+  QImage image(static_cast<int>(width), static_cast<int>(height), format);
+  if (image.isNull()) BadPicture();
+  return image;
+}
+
+QImage OverWhite(const QImage& image) {
+  if (!image.hasAlphaChannel()) return image.convertToFormat(QImage::Format_RGB32);
+  QImage result = NewImage(image.width(), image.height(), QImage::Format_RGB32);
+  result.fill(Qt::white);
+  QPainter(&result).drawImage(result.rect(), image);
+  return result;
+}
+
+Picture::Picture(const QImage& image)
+    : image_(image.isNull() ? nullptr : std::make_shared<const QImage>(image)) {}
+
+int Picture::Width() const {
+  return Image().width();
+}
+
+int Picture::Height() const {
+  return Image().height();
+}
+
+const QImage& Picture::Image() const {
+  static const QImage kNone;
+  return image_ ? *image_ : kNone;
+}
+
+Picture LoadPicture() {
+  return {};
+}
+
+Picture LoadPicture(const QByteArray& bytes) {
+  QImage image = Decode(bytes);
+  image.setDotsPerMeterX(kDotsPerMeter);
+  image.setDotsPerMeterY(kDotsPerMeter);
+  return Picture(image);
+}
+
+Picture LoadPicture(const QString& path) {
+  const QFileInfo info(path);
+  if (info.exists() && !info.isFile()) throw RuntimeError(kErrPathFileAccess);
+  if (info.size() > kMaxFileBytes) BadPicture();
+  return LoadPicture(ReadWhole(path));
+}
+
+void SavePicture(const Picture& picture, const QString& path) {
+  if (picture.IsEmpty()) BadPicture();
+  const int row_bytes = (3 * picture.Width() + 3) / 4 * 4;
+  const qsizetype pixel_bytes = qsizetype{row_bytes} * picture.Height();
+  QByteArray bytes = BmpHeader(picture.Width(), picture.Height(), pixel_bytes);
+  const qsizetype start = bytes.size();
+  bytes.append(pixel_bytes, '\0');
+  CopyToRows(picture, reinterpret_cast<std::uint8_t*>(bytes.data() + start), row_bytes);
+  ReplaceFile(path, bytes);
+}
+
+}  // namespace orv
