@@ -1,0 +1,48 @@
+#include "composition/PreviewDrawing.h"
+
+#include "base/App.h"
+#include "base/RuntimeError.h"
+#include "forms/Dialogs.h"
+#include "state/modData.h"
+
+namespace orv {
+
+QString Watermark() {
+  return QStringLiteral("ORV %1.%2").arg(App::kMajor).arg(App::kMinor);
+}
+
+void PlaceAt(SurfaceItem& item, const PixelRect& rect) {
+  item.Place(rect.left, rect.top, rect.width, rect.height);
+}
+
+void DesignWatermark(Label& label, const PixelRect& rect) {
+  PlaceAt(label, rect);
+  label.SetCaption(Watermark());
+  label.SetAlignment(Alignment::Centre);
+  label.SetFont({QStringLiteral("Small Fonts"), 5.25, false, false});
+  label.SetForeColor(0xC0C0C0);
+}
+
+void DrawInSteps(std::initializer_list<std::function<void()>> steps) {
+  for (const auto& step : steps) {
+    try {
+      step();
+    } catch (const RuntimeError& error) {
+      if (error.Number() == kErrFileNotFound || error.Number() == kErrPathNotFound) continue;
+      MsgBox(QStringLiteral("Error while drawing the card.\r\n\r\n") + error.NumberAndDescription(),
+             Icon::Critical, QStringLiteral("Cannot draw picture correct"));
+      return;
+    }
+  }
+}
+
+void PlaceSymbol(Surface& symbol, const Surface& card, int right, int bottom) {
+  const bool use = modData::rsSet["UseSymbol"].BoolOrFalse();
+  symbol.SetVisible(use);
+  if (!use) return;
+  symbol.SetPicture(modData::SetSymbol);
+  symbol.SetTop(card.Height() - symbol.Height() - bottom);
+  symbol.SetLeft(right < 0 ? 0 : card.Width() - symbol.Width() - right);
+}
+
+}  // namespace orv

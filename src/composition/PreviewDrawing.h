@@ -1,0 +1,28 @@
+#pragma once
+
+#include <functional>
+#include <initializer_list>
+
+#include "composition/CardLayout.h"
+#include "forms/Surface.h"
+
+// What the previews of cards, large cards and characters share.
+namespace orv {
+
+// "ORV " and the program's version: the mark on every card.
+QString Watermark();
+
+void PlaceAt(SurfaceItem& item, const PixelRect& rect);
+
+// A mark's design: small, grey and centred.
+void DesignWatermark(Label& label, const PixelRect& rect);
+
+// Runs the steps of a draw operation in turn. A missing file or path (errors 53 and 76) leaves its box as
+// it was, and the next step follows; any other error is told in a box and ends the drawing half done.
+void DrawInSteps(std::initializer_list<std::function<void()>> steps);
+
+// Shows the symbol of the current set, if it uses one, in a corner of the card: `right` and `bottom` are
+// the distances to the outer edges in pixels; a negative `right` stands for the left edge.
+void PlaceSymbol(Surface& symbol, const Surface& card, int right, int bottom);
+
+}  // namespace orv

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "forms/Controls.h"
+#include "forms/Form.h"
+#include "forms/Surface.h"
+
+namespace orv {
+
+class CardPreview;
+
+// The form on whose surfaces cards are composed. It stands hidden until the first batch run shows it;
+// nothing depends on its being seen. Each composer repeats on picACard what the preview of its editor
+// shows for the current record, so the preview must have drawn that record before.
+class CardForm : public Form {
+ public:
+  CardForm();
+
+  // Puts the font of a slot, a key of tblFont, on picACard; a key without a row gives a small black font.
+  void ApplyCardFont(std::int32_t FontID);
+  // The same for picACardPP.
+  void ApplyPieceFont(std::int32_t FontID);
+
+  // The finished front stands in the picture of picACard, of the card's inside size.
+  void CreateCard2nd();
+  void CreateCard3rd();
+
+  Surface picACard;    // the composed card, character or large card
+  Surface picACardPP;  // the composed playing piece
+  Surface picWhite;    // 16 by 16 white pixels to paint with
+
+ private:
+  SurfaceView view_card_;
+  SurfaceView view_piece_;
+};
+
+inline FormInstance<CardForm> frmCard;
+
+}  // namespace orv

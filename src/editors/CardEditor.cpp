@@ -1,0 +1,339 @@
+#include "editors/CardEditor.h"
+
+#include <algorithm>
+
+#include "base/Rounding.h"
+#include "base/RuntimeError.h"
+#include "composition/PreviewDrawing.h"
+#include "database/ListHelpers.h"
+#include "database/ReferenceLists.h"
+#include "editors/ChoosePicture.h"
+#include "forms/Dialogs.h"
+#include "pictures/modPicture.h"
+#include "state/modData.h"
+
+namespace orv {
+namespace {
+
+// Stands on the row of a catalogue that has a key; false where there is none.
+bool FindRow(Recordset& rows, const char* key, std::int32_t value) {
+  if (rows.IsEmpty()) return false;
+  rows.MoveFirst();
+  rows.Find(QStringLiteral("%1 = %2").arg(QLatin1String(key)).arg(value));
+  return !rows.IsEOF();
+}
+
+// The default that the current set keeps in a column; none yet is taken from the first entry of a list.
+std::int32_t DefaultOf(const char* column, const ComboBox& list) {
+  Recordset& set = modData::rsSet;
+  if (set[column].IsNull() || set[column].Int32() == 0) {
+    set[column] = FirstItemData(list);
+    set.Update();
+  }
+  return set[column].Int32();
+}
+
+}  // namespace
+
+void CardEditor::Form_Load() {
+  preview_.lblWatermark.SetCaption(Watermark());
+  RecordEditor::Form_Load();
+}
+
+void CardEditor::Form_Unload() {
+  preview_.Reset();
+  RecordEditor::Form_Unload();
+}
+
+void CardEditor::FillLists() {
+  cboNumber.Clear();
+  for (int number = 1; number <= 6; ++number) cboNumber.AddItem(QString::number(number));
+  cboNumber.SetListIndex(1);
+  FillTypes();
+  FillBacks();
+}
+
+void CardEditor::FillTypes() {
+  Recordset& set = modData::rsSet;
+  if (set.IsBOF() || set.IsEOF()) {
+    cboType.Clear();
+    return;
+  }
+  modData::strSQL =
+      QStringLiteral("SELECT tblCardType.CardTypeID, %1 AS DropText").arg(QLatin1String(kind_.drop_text)) +
+      QStringLiteral(" FROM tblCardType") + QStringLiteral(" WHERE (tblCardType.LanguageID = ") +
+      set["LanguageID"].Text() + QStringLiteral(") AND (tblCardType.EditionID = %1").arg(kind_.edition) +
+      QStringLiteral(") AND ((tblCardType.UsedInSet = 0) OR (tblCardType.UsedInSet = ") +
+      QString::number(modData::CurrentSetID) + QStringLiteral("))") +
+      QStringLiteral(" ORDER BY UpperLeft, Lowerleft, Number");
+  Recordset types = modData::OpenSnapshot(modData::strSQL);
+  FillCombo(cboType, types, QStringLiteral("DropText"), QStringLiteral("CardTypeID"));
+  if (cboType.ListCount() > 0) cboType.SetListIndex(0);
+}
+
+void CardEditor::FillBacks() {
+  Recordset& set = modData::rsSet;
+  if (set.IsBOF() || set.IsEOF()) {
+    cboType.Clear();  // the types and not the backs, as it has always been
+    return;
+  }
+  modData::strSQL = QStringLiteral("SELECT tblCardBack.CardBackID, tblCardBack.BackText") +
+                    QStringLiteral(" FROM tblCardBack") + QStringLiteral(" WHERE tblCardBack.LanguageID = ") +
+                    set["LanguageID"].Text() +
+                    QStringLiteral(" AND tblCardBack.EditionID = %1").arg(kind_.edition) +
+                    QStringLiteral(" ORDER BY tblCardBack.BackText");
+  Recordset backs = modData::OpenSnapshot(modData::strSQL);
+  FillCombo(cboCardBack, backs, QStringLiteral("BackText"), QStringLiteral("CardBackID"));
+  if (cboCardBack.ListCount() > 0) cboCardBack.SetListIndex(0);
+}
+
+void CardEditor::EnableCardControls(bool show) {
+  pic2ndCard.SetVisible(show);
+  picCardRest.SetVisible(show);
+  cmdSort.SetEnabled(show);
+  RecordEditor::EnableCardControls(show);
+}
+
+void CardEditor::SetCardDefaults() {
+  Recordset& card = modData::rsCard;
+  card["SetID"] = modData::rsSet["SetID"].Get();
+  card["Title"] = QStringLiteral("CARD %1").arg(Highest() + 1);
+  card["Copies"] = 1;
+  const std::int32_t type = DefaultOf("DefaultCardTypeID", cboType);
+  card["CardTypeID"] = type;
+  // A default whose type was deleted since has no number to give.
+  card["Number"] =
+      FindRow(modData::rsCardType, "CardTypeID", type) ? modData::rsCardType["Number"].Get() : Value("");
+  card["OneLine"] = false;
+  card["UsePicture"] = true;
+  card["PicTop"] = 0;
+  card["PicLeft"] = 0;
+  card["PicHeight"] = 105;
+  card["Resize"] = false;
+  card["UseFrame"] = true;
+  for (const char* text : {"Artist", "BoldText", "Information"}) card[text] = "";
+  // The first default of the back comes from the list of types too.
+  card["CardBackID"] = DefaultOf("DefaultCardBackID", cboType);
+  card["BGColour"] = kWhite;
+  card["FileName"] = "";
+}
+
+void CardEditor::ShowCard() {
+  Recordset& card = modData::rsCard;
+  {
+    const FlagScope loading(Loading);
+    ShowCurrentPosition();
+    txtTitle.SetText(card["Title"].TextOrEmpty());
+    udCopy.SetValue(card["Copies"].IsNull() ? 1 : card["Copies"].Int32());
+    SelectItemData(cboType, card["CardTypeID"].Int32());
+    chkOneLine.SetValue(BoolToCheck(card["OneLine"].BoolOrFalse()));
+    cboNumber.SetText(card["Number"].TextOrEmpty());
+    chkShowPicture.SetValue(BoolToCheck(card["UsePicture"].BoolOrFalse()));
+    chkFrame.SetValue(BoolToCheck(card["UseFrame"].BoolOrFalse()));
+    chkResize.SetValue(BoolToCheck(card["Resize"].BoolOrFalse()));
+    txtArtist.SetText(card["Artist"].TextOrEmpty());
+    ShowDimension();
+    txtBold.SetText(card["BoldText"].TextOrEmpty());
+    txtInfo.SetText(card["Information"].TextOrEmpty());
+    SelectItemData(cboCardBack, card["CardBackID"].Int32());
+    picColour.SetBackColor(card["BGColour"].Int32());
+    preview_.picSymbol.BringToFront();
+    preview_.ColourBold();
+  }
+  kind_.compose();
+}
+
+void CardEditor::ShowDimension() {
+  lblPicDim.SetCaption(FrameDimension(preview_.picFrame));
+}
+
+void CardEditor::WriteText(const char* column, TextBox& box, Label& label) {
+  if (Loading) return;
+  Write(column, box.Text());
+  label.SetCaption(box.Text());
+}
+
+void CardEditor::cboType_Click() {
+  if (Loading || cboType.ListIndex() < 0) return;
+  const std::int32_t type = ChosenItemData(cboType);
+  modData::rsCard["CardTypeID"] = type;
+  if (FindRow(modData::rsCardType, "CardTypeID", type)) {
+    const Value number = modData::rsCardType["Number"].Get();
+    Write("Number", number);
+    cboNumber.SetText(number.TextOrEmpty());
+  }
+  modData::rsCard.Update();
+  DrawCard();
+}
+
+void CardEditor::cboNumber_Change() {
+  if (Loading) return;
+  Write("Number", cboNumber.Text());
+  preview_.lblNumber.SetCaption(cboNumber.Text());
+}
+
+void CardEditor::cboCardBack_Click() {
+  if (Loading || cboCardBack.ListIndex() < 0) return;
+  const std::int32_t back = ChosenItemData(cboCardBack);
+  Write("CardBackID", back);
+  DrawInSteps({[&] {
+    if (FindRow(modData::rsCardBack, "CardBackID", back)) {
+      LoadPictureFromField(preview_.picBack, modData::rsCardBack["Picture"]);
+    }
+  }});
+}
+
+void CardEditor::chkShowPicture_Click() {
+  if (Loading) return;
+  const bool show = chkShowPicture.Value() == 1;
+  Write("UsePicture", show);
+  preview_.picFrame.SetVisible(show);
+  preview_.lblPicSize.SetVisible(show);
+  preview_.PlaceBold();
+  const CardLayout& layout = preview_.Layout();
+  Label& information = preview_.lblInformation;
+  if (layout.information_bottom - information.Top() < 1) information.SetTop(layout.information_fallback_top);
+  information.SetHeight(layout.information_bottom - information.Top());
+}
+
+void CardEditor::chkFrame_Click() {
+  if (Loading) return;
+  Write("UseFrame", chkFrame.Value() == 1);
+  preview_.picFrame.SetBorderStyle(chkFrame.Value());
+}
+
+void CardEditor::chkResize_Click() {
+  if (Loading) return;
+  const bool resize = chkResize.Value() == 1;
+  modData::rsCard["Resize"] = resize;
+  if (resize) {
+    // Centres the picture between the side margins.
+    const double room = preview_.picCard.Width() - 10 - preview_.picImage.Width() / kTwipsPerPixel;
+    modData::rsCard["PicLeft"] = room / 2 * kTwipsPerPixel;
+  }
+  modData::rsCard.Update();
+  DrawCard();
+}
+
+void CardEditor::txtBold_Change() {
+  if (Loading) return;
+  // One letter stands for the word that is wanted most; the rest of it is selected, to be typed over.
+  for (const char* word : {"STRENGTH ", "CRAFT "}) {
+    const QString whole = QString::fromLatin1(word);
+    if (txtBold.Text() != whole.left(1)) continue;
+    txtBold.SetText(whole);
+    txtBold.SetSelStart(1);
+    txtBold.SetSelLength(static_cast<int>(whole.size()) - 1);
+  }
+  Write("BoldText", txtBold.Text());
+  preview_.SetBoldText(txtBold.Text());
+}
+
+void CardEditor::txtArtist_Change() {
+  if (Loading) return;
+  Write("Artist", txtArtist.Text());
+  DrawInSteps({[&] { LoadPictureFromField(preview_.picCard, modData::rsCard["Background"]); },
+               [&] { RedrawArtist(); }});
+}
+
+void CardEditor::RedrawArtist() {
+  Recordset& card = modData::rsCard;
+  RotateArtist(card["Artist"].TextOrEmpty(), card["BGColour"].Int32(), !card["Background"].IsNull());
+}
+
+void CardEditor::cmdGetPic_Click() {
+  ChoosePicture({.title = QStringLiteral("Choose picture"),
+                 .folder = &LastPicFolder,
+                 .rows = modData::rsCard,
+                 .column = "Picture",
+                 .surface = preview_.picImage,
+                 .stored =
+                     [this](const QString& path) {
+                       RememberFolder(LastPicFolder)(path);
+                       preview_.picImage.SetTop(0);
+                       preview_.picImage.SetLeft(0);
+                     },
+                 .shown = [this] { preview_.picImage.SetFocus(); }});
+}
+
+void CardEditor::cmdDelPic_Click() {
+  Recordset& card = modData::rsCard;
+  card["Picture"] = Value::Null();
+  card["PicTop"] = 0;
+  card["PicLeft"] = 0;
+  card.Update();
+  preview_.picImage.SetTop(0);
+  preview_.picImage.SetLeft(0);
+  preview_.picImage.SetPicture(LoadPicture());
+}
+
+void CardEditor::cmdBackPic_Click() {
+  ChoosePicture({.title = QStringLiteral("Choose picture"),
+                 .folder = nullptr,
+                 .rows = modData::rsCard,
+                 .column = "Background",
+                 .surface = preview_.picCard,
+                 .stored = [this](const QString& path) { LastBackPic = path; },
+                 .shown = [this] { RedrawArtist(); }});
+}
+
+// Gives a run of cards the same background.
+void CardEditor::cmdLastBackPic_Click() {
+  if (LastBackPic.isEmpty()) return;
+  ReadFileToField(LastBackPic, modData::rsCard["Background"]);
+  modData::rsCard.Update();
+  DrawInSteps({[&] { preview_.picCard.SetPicture(LoadPicture(LastBackPic)); }, [&] { RedrawArtist(); }});
+}
+
+void CardEditor::cmdDelBackPic_Click() {
+  Write("Background", Value::Null());
+  preview_.picCard.SetPicture(LoadPicture());
+}
+
+void CardEditor::cmdColour_Click() {
+  try {
+    CommonDialog dialog;
+    dialog.CancelError = true;
+    dialog.DialogTitle = QStringLiteral("Choose card background colour");
+    dialog.Color = modData::rsCard["BGColour"].Int32();
+    dialog.Flags = 1;
+    dialog.ShowColor();
+    picColour.SetBackColor(dialog.Color);
+    Write("BGColour", dialog.Color);
+    preview_.picCard.SetBackColor(dialog.Color);
+  } catch (const RuntimeError&) {
+    // The user kept the colour.
+  }
+}
+
+// What follows the frame's handle: the frame, the texts below it and the record.
+void CardEditor::FrameResized() {
+  Surface& frame = preview_.picFrame;
+  frame.SetHeight(preview_.lblPicSize.Top() - frame.Top());
+  preview_.lblBold.SetTop(preview_.lblPicSize.Top() + 3);
+  preview_.PlaceInformation();
+  modData::rsCard["PicHeight"] = frame.Height();
+  ShowDimension();
+}
+
+void CardEditor::picImage_KeyDown(const KeyEvent& key) {
+  Label& handle = preview_.lblPicSize;
+  const CardLayout& layout = preview_.Layout();
+  if (key.Shift == 0) mover_.Nudge(key.KeyCode);
+  if (key.Shift == kShift) {
+    if (key.KeyCode == kKeyUp && handle.Top() > layout.handle_lowest) {
+      handle.SetTop(handle.Top() - 1);
+    } else if (key.KeyCode == kKeyDown && handle.Top() < layout.handle_highest) {
+      handle.SetTop(handle.Top() + 1);
+    } else if (key.KeyCode == kKeyEnd) {
+      handle.SetTop(layout.handle_highest);
+    } else if (key.KeyCode == kKeyHome) {
+      handle.SetTop(layout.handle_lowest);
+    }
+    FrameResized();
+  }
+  preview_.PlacePicture();
+  modData::rsCard.Update();
+}
+
+}  // namespace orv

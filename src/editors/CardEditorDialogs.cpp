@@ -1,0 +1,62 @@
+// What the card editor asks of other dialogs: the catalogues, the card list and the statistics.
+#include "catalogues/frmCardBacks.h"
+#include "catalogues/frmCardType.h"
+#include "database/ListHelpers.h"
+#include "database/ReferenceLists.h"
+#include "editors/CardEditor.h"
+#include "editors/Statistics.h"
+#include "editors/frmCardList.h"
+#include "state/modData.h"
+
+namespace orv {
+
+void CardEditor::cmdGetType_Click() {
+  if (!kind_.has_type_catalogue) return;
+  modData::rsCardType.Close();
+  frmCardType->ShowModal();
+  modData::rsCardType = modData::OpenSnapshot(QString::fromLatin1(kAllCardTypes));
+  const FlagScope loading(Loading);
+  FillTypes();
+  if (frmCardType->OK) {
+    Write("CardTypeID", frmCardType->SelectedTypeID);
+    DrawCard();
+  }
+  frmCardType.Unload();
+  SelectItemData(cboType, modData::rsCard["CardTypeID"].Int32());
+}
+
+void CardEditor::cmdGetCardBack_Click() {
+  modData::rsCardBack.Close();
+  frmCardBacks->InitBacks(2);  // in both editions
+  frmCardBacks->ShowModal();
+  modData::rsCardBack = modData::OpenSnapshot(QString::fromLatin1(kAllCardBacks));
+  const FlagScope loading(Loading);
+  FillBacks();
+  if (frmCardBacks->OK) {
+    Write("CardBackID", frmCardBacks->SelectedBackID);
+    DrawCard();
+  }
+  frmCardBacks.Unload();
+  SelectItemData(cboCardBack, modData::rsCard["CardBackID"].Int32());
+}
+
+void CardEditor::cmdSort_Click() {
+  if (!kind_.has_card_list) return;
+  frmCardList->FillList();
+  frmCardList->ShowModal();
+  if (frmCardList->GoTo) {
+    const int card = frmCardList->SelectedCardID;
+    OpenCards();
+    modData::rsCard.Find(QStringLiteral("CardID = %1").arg(card));
+    if (modData::rsCard.IsEOF()) modData::rsCard.MoveFirst();
+    DrawCard();
+    ShowCard();
+  }
+  frmCardList.Unload();
+}
+
+void CardEditor::cmdStat_Click() {
+  ShowStatistics(kind_.second_type_name);
+}
+
+}  // namespace orv

@@ -1,0 +1,233 @@
+// The card editor's controls: their making, their arrangement and their events.
+#include "database/ListHelpers.h"
+#include "editors/CardEditor.h"
+#include "state/modData.h"
+
+namespace orv {
+
+CardEditor::CardEditor(const CardEditorKind& kind)
+    : RecordEditor({kind.form_name, "tblCard", "CardID", modData::rsCard}),
+      pic2ndCard(*this),
+      viewCard(pic2ndCard, CardPreviewOf(kind.edition).picCard),
+      viewBack(pic2ndCard, CardPreviewOf(kind.edition).picBack),
+      picCardRest(*this),
+      fraTitle(picCardRest, QStringLiteral("Title and type")),
+      lblTitleName(fraTitle, QStringLiteral("&Title:")),
+      txtTitle(fraTitle),
+      lblTypeName(fraTitle, QStringLiteral("T&ype:")),
+      cboType(fraTitle),
+      cmdGetType(fraTitle, QStringLiteral("...")),
+      lblNumberName(fraTitle, QStringLiteral("&Number:")),
+      cboNumber(fraTitle, ComboBox::DropDownCombo),
+      chkOneLine(fraTitle, QStringLiteral("One &line on top")),
+      lblCopyName(fraTitle, QStringLiteral("&Multiple:")),
+      txtCopy(fraTitle),
+      udCopy(fraTitle, txtCopy, 1, 99),
+      fraPicture(picCardRest, QStringLiteral("Picture")),
+      chkShowPicture(fraPicture, QStringLiteral("&Use picture")),
+      chkFrame(fraPicture, QStringLiteral("Use &frames")),
+      chkResize(fraPicture, QStringLiteral("&Resize")),
+      lblPictureName(fraPicture, QStringLiteral("Picture:")),
+      cmdGetPic(fraPicture, QStringLiteral("Select")),
+      cmdDelPic(fraPicture, QStringLiteral("Remove")),
+      lblPicDim(fraPicture, QStringLiteral("138W * 105H")),
+      lblArtistName(fraPicture, QStringLiteral("Art&ist:")),
+      txtArtist(fraPicture),
+      fraTexts(picCardRest, QStringLiteral("Texts")),
+      lblBoldName(fraTexts, QStringLiteral("B&old text:")),
+      txtBold(fraTexts),
+      lblInfoName(fraTexts, QStringLiteral("&Information:")),
+      txtInfo(fraTexts, TextBox::MultiLine),
+      fraBack(picCardRest, QStringLiteral("Background and back")),
+      lblBackgroundName(fraBack, QStringLiteral("&Background:")),
+      cmdBackPic(fraBack, QStringLiteral("Select")),
+      cmdLastBackPic(fraBack, QStringLiteral("Last used")),
+      cmdDelBackPic(fraBack, QStringLiteral("Remove")),
+      lblColourName(fraBack, QStringLiteral("&Colour:")),
+      viewColour(fraBack, picColour),
+      cmdColour(fraBack, QStringLiteral("...")),
+      lblCardBackName(fraBack, QStringLiteral("C&ard back:")),
+      cboCardBack(fraBack),
+      cmdGetCardBack(fraBack, QStringLiteral("...")),
+      cmdSort(pnlBar, QStringLiteral("Card list")),
+      cmdStat(pnlBar, QStringLiteral("Statistics")),
+      kind_(kind),
+      preview_(CardPreviewOf(kind.edition)),
+      mover_(modData::rsCard, "PicLeft", "PicTop", preview_.picFrame, preview_.picImage,
+             [this] { preview_.PlacePicture(); }),
+      handle_(preview_.lblPicSize, HandleDrag::Down, preview_.Layout().handle_lowest,
+              preview_.Layout().handle_highest, [this] {
+                FrameResized();
+                modData::rsCard.Update();
+              }) {
+  SetCaption(QString::fromLatin1(kind.caption));
+  Arrange();
+  Subscribe();
+}
+
+void CardEditor::Arrange() {
+  picColour.Place(0, 0, 48, 20);
+  picColour.SetBorderStyle(1);
+  picColour.SetName(QStringLiteral("Card background colour"));
+  ArrangeBar({&cmdSort, &cmdStat});
+  BoxLayout preview(pic2ndCard, BoxLayout::Row, 0, 0);
+  preview.Add(viewCard);
+  preview.Add(viewBack);
+  preview.AddStretch();
+  ArrangeTitle();
+  ArrangePicture();
+  ArrangeTexts();
+  ArrangeBack();
+  BoxLayout rest(picCardRest, BoxLayout::Column, 0);
+  rest.Add(fraTitle);
+  rest.Add(fraPicture);
+  rest.Add(fraTexts, 1);
+  rest.Add(fraBack);
+  ArrangeSides(pic2ndCard, picCardRest);
+}
+
+void CardEditor::ArrangeTitle() {
+  GridLayout grid(fraTitle);
+  lblTitleName.SetBuddy(txtTitle);
+  lblTypeName.SetBuddy(cboType);
+  lblNumberName.SetBuddy(cboNumber);
+  lblCopyName.SetBuddy(txtCopy);
+  cmdGetType.SetToolTip(QStringLiteral("Choose from the card types"));
+  cmdGetType.SetAccessibleName(QStringLiteral("Choose from the card types"));
+  txtCopy.SetToolTip(QStringLiteral("How many of this card you want, for your own use"));
+  grid.Add(lblTitleName, 0, 0);
+  grid.Add(txtTitle, 0, 1, 1, 4);
+  grid.Add(lblTypeName, 1, 0);
+  BoxLayout type = grid.AddBox(BoxLayout::Row, 1, 1, 1, 4);
+  type.Add(cboType, 1);
+  type.Add(cmdGetType);
+  grid.Add(lblNumberName, 2, 0);
+  grid.Add(cboNumber, 2, 1);
+  grid.Add(chkOneLine, 2, 2);
+  grid.Add(lblCopyName, 2, 3);
+  BoxLayout copies = grid.AddBox(BoxLayout::Row, 2, 4);
+  copies.Add(txtCopy);
+  copies.Add(udCopy);
+  grid.SetColumnStretch(2, 1);
+  SetFixedWidth(txtCopy, 40);
+  SetFixedWidth(cmdGetType, 32);
+}
+
+void CardEditor::ArrangePicture() {
+  GridLayout grid(fraPicture);
+  lblArtistName.SetBuddy(txtArtist);
+  cmdGetPic.SetAccessibleName(QStringLiteral("Select the picture"));
+  cmdDelPic.SetAccessibleName(QStringLiteral("Remove the picture"));
+  chkResize.SetToolTip(QStringLiteral("The frame closes around the picture"));
+  lblPicDim.SetToolTip(QStringLiteral("Size of the picture's frame in pixels"));
+  BoxLayout checks = grid.AddBox(BoxLayout::Row, 0, 0, 1, 2);
+  checks.Add(chkShowPicture);
+  checks.Add(chkFrame);
+  checks.Add(chkResize);
+  checks.AddStretch();
+  grid.Add(lblPictureName, 1, 0);
+  BoxLayout buttons = grid.AddBox(BoxLayout::Row, 1, 1);
+  buttons.Add(cmdGetPic);
+  buttons.Add(cmdDelPic);
+  buttons.Add(lblPicDim);
+  buttons.AddStretch();
+  grid.Add(lblArtistName, 2, 0);
+  grid.Add(txtArtist, 2, 1);
+  grid.SetColumnStretch(1, 1);
+}
+
+void CardEditor::ArrangeTexts() {
+  GridLayout grid(fraTexts);
+  lblBoldName.SetBuddy(txtBold);
+  lblInfoName.SetBuddy(txtInfo);
+  txtBold.SetToolTip(QStringLiteral("S becomes STRENGTH, C becomes CRAFT"));
+  grid.Add(lblBoldName, 0, 0);
+  grid.Add(txtBold, 0, 1);
+  grid.Add(lblInfoName, 1, 0);
+  grid.Add(txtInfo, 1, 1);
+  grid.SetColumnStretch(1, 1);
+  grid.SetRowStretch(1, 1);
+  SetMinimumSize(txtInfo, 220, 90);
+}
+
+void CardEditor::ArrangeBack() {
+  GridLayout grid(fraBack);
+  lblBackgroundName.SetBuddy(cmdBackPic);
+  lblColourName.SetBuddy(cmdColour);
+  lblCardBackName.SetBuddy(cboCardBack);
+  cmdBackPic.SetAccessibleName(QStringLiteral("Select the background picture"));
+  cmdLastBackPic.SetToolTip(QStringLiteral("The background picture that was chosen last"));
+  cmdDelBackPic.SetAccessibleName(QStringLiteral("Remove the background picture"));
+  cmdColour.SetAccessibleName(QStringLiteral("Choose the background colour"));
+  cmdColour.SetToolTip(QStringLiteral("Choose the background colour"));
+  cmdGetCardBack.SetAccessibleName(QStringLiteral("Choose from the card backs"));
+  cmdGetCardBack.SetToolTip(QStringLiteral("Choose from the card backs"));
+  grid.Add(lblBackgroundName, 0, 0);
+  BoxLayout background = grid.AddBox(BoxLayout::Row, 0, 1);
+  background.Add(cmdBackPic);
+  background.Add(cmdLastBackPic);
+  background.Add(cmdDelBackPic);
+  background.AddStretch();
+  grid.Add(lblColourName, 1, 0);
+  BoxLayout colour = grid.AddBox(BoxLayout::Row, 1, 1);
+  colour.Add(viewColour);
+  colour.Add(cmdColour);
+  colour.AddStretch();
+  grid.Add(lblCardBackName, 2, 0);
+  BoxLayout back = grid.AddBox(BoxLayout::Row, 2, 1);
+  back.Add(cboCardBack, 1);
+  back.Add(cmdGetCardBack);
+  grid.SetColumnStretch(1, 1);
+  SetFixedWidth(cmdColour, 32);
+  SetFixedWidth(cmdGetCardBack, 32);
+}
+
+void CardEditor::Subscribe() {
+  SubscribeTexts();
+  SubscribePicture();
+  cboType.Click = [this] { cboType_Click(); };
+  cboNumber.Change = [this] { cboNumber_Change(); };
+  cboNumber.Click = [this] { cboNumber_Change(); };
+  cboCardBack.Click = [this] { cboCardBack_Click(); };
+  cmdGetType.Click = [this] { cmdGetType_Click(); };
+  cmdGetCardBack.Click = [this] { cmdGetCardBack_Click(); };
+  cmdSort.Click = [this] { cmdSort_Click(); };
+  cmdStat.Click = [this] { cmdStat_Click(); };
+  udCopy.Change = [this] {
+    if (!Loading) Write("Copies", udCopy.Value());
+  };
+  chkOneLine.Click = [this] {
+    if (Loading) return;
+    Write("OneLine", chkOneLine.Value() == 1);
+    DrawCard();
+  };
+}
+
+void CardEditor::SubscribeTexts() {
+  txtTitle.Change = [this] { WriteText("Title", txtTitle, preview_.lblTitle); };
+  txtInfo.Change = [this] { WriteText("Information", txtInfo, preview_.lblInformation); };
+  txtBold.Change = [this] { txtBold_Change(); };
+  txtArtist.Change = [this] { txtArtist_Change(); };
+  txtTitle.GotFocus = [this] { SelectText(txtTitle); };
+  txtBold.GotFocus = [this] { SelectText(txtBold); };
+  txtArtist.GotFocus = [this] { SelectText(txtArtist); };
+  cboNumber.GotFocus = [this] { SelectText(cboNumber); };
+}
+
+void CardEditor::SubscribePicture() {
+  chkShowPicture.Click = [this] { chkShowPicture_Click(); };
+  chkFrame.Click = [this] { chkFrame_Click(); };
+  chkResize.Click = [this] { chkResize_Click(); };
+  cmdGetPic.Click = [this] { cmdGetPic_Click(); };
+  cmdDelPic.Click = [this] { cmdDelPic_Click(); };
+  cmdBackPic.Click = [this] { cmdBackPic_Click(); };
+  cmdLastBackPic.Click = [this] { cmdLastBackPic_Click(); };
+  cmdDelBackPic.Click = [this] { cmdDelBackPic_Click(); };
+  cmdColour.Click = [this] { cmdColour_Click(); };
+  picColour.Click = [this] { cmdColour_Click(); };
+  mover_.Attach();
+  handle_.Attach();
+  preview_.picImage.KeyDown = [this](const KeyEvent& key) { picImage_KeyDown(key); };
+}
+
+}  // namespace orv

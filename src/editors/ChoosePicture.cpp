@@ -1,0 +1,29 @@
+#include "editors/ChoosePicture.h"
+
+#include "base/Files.h"
+#include "base/RuntimeError.h"
+#include "pictures/modPicture.h"
+
+namespace orv {
+
+void ChoosePicture(const PictureChoice& choice) {
+  try {
+    CommonDialog dialog = PictureDialog(choice.title);
+    if (choice.folder != nullptr) dialog.InitDir = *choice.folder;
+    dialog.ShowOpen();
+    ReadFileToField(dialog.FileName, choice.rows[choice.column]);
+    choice.before_update();
+    choice.rows.Update();
+    choice.stored(dialog.FileName);
+    choice.surface.SetPicture(LoadPicture(dialog.FileName));
+    choice.shown();
+  } catch (const RuntimeError&) {
+    // A cancelled dialog, or a file that can't be shown: what stands on the surface stays.
+  }
+}
+
+std::function<void(const QString&)> RememberFolder(QString& folder) {
+  return [&folder](const QString& path) { folder = FolderPart(path); };
+}
+
+}  // namespace orv

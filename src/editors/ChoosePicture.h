@@ -1,0 +1,30 @@
+#pragma once
+
+#include <functional>
+
+#include "forms/Surface.h"
+#include "records/Recordset.h"
+
+namespace orv {
+
+// The work of a button that lets the user choose a picture file for a field: the file dialog, the file's
+// bytes into the field of the current row, Update, the file's folder remembered, the picture on the
+// surface. Every failure, a cancelled dialog and a file that is no picture alike, ends it silently; such a
+// file is stored by then.
+struct PictureChoice {
+  QString title;          // of the dialog
+  const QString* folder;  // where the dialog starts, if not empty
+  Recordset& rows;
+  const char* column;
+  Surface& surface;
+  std::function<void()> before_update = [] {};  // fields that change with it
+  std::function<void(const QString& path)> stored = [](const QString&) {
+  };  // runs before the picture is shown
+  std::function<void()> shown = [] {};
+};
+void ChoosePicture(const PictureChoice& choice);
+
+// The folder memory of a button: the part of a path up to its last separator.
+std::function<void(const QString&)> RememberFolder(QString& folder);
+
+}  // namespace orv

@@ -1,0 +1,109 @@
+#include "editors/PicturePlacing.h"
+
+#include <algorithm>
+
+#include "base/Rounding.h"
+
+namespace orv {
+
+PictureMover::PictureMover(Recordset& rows, const char* left_column, const char* top_column, Surface& frame,
+                           Surface& image, std::function<void()> place)
+    : rows_(rows),
+      left_column_(left_column),
+      top_column_(top_column),
+      frame_(frame),
+      image_(image),
+      place_(std::move(place)) {}
+
+void PictureMover::Attach() {
+  image_.MouseDown = [this](const MouseEvent& event) { MouseDown(event); };
+  image_.MouseMove = [this](const MouseEvent& event) { MouseMove(event); };
+}
+
+void PictureMover::MouseDown(const MouseEvent& event) {
+  grip_x_ = ToInt16(event.X);
+  grip_y_ = ToInt16(event.Y);
+}
+
+void PictureMover::MouseMove(const MouseEvent& event) {
+  if (event.Button != 1) return;
+  // The picture moves under the pointer, so the grip is never taken again during a drag.
+  SetOffset(left_column_, rows_[left_column_].Number() + event.X - grip_x_);
+  SetOffset(top_column_, rows_[top_column_].Number() + event.Y - grip_y_);
+  rows_.Update();
+  place_();
+}
+
+void PictureMover::Nudge(int key_code) {
+  const double left = rows_[left_column_].Number();
+  const double top = rows_[top_column_].Number();
+  switch (key_code) {
+    case kKeyPageUp:
+      SetOffset(top_column_, 0);
+      break;
+    // The lower edge is met two pixels earlier than the right one.
+    case kKeyPageDown:
+      SetOffset(top_column_, (frame_.Height() - 3) * kTwipsPerPixel - image_.Height());
+      break;
+    case kKeyEnd:
+      SetOffset(left_column_, (frame_.Width() - 1) * kTwipsPerPixel - image_.Width());
+      break;
+    case kKeyHome:
+      SetOffset(left_column_, 0);
+      break;
+    case kKeyLeft:
+      SetOffset(left_column_, left - kTwipsPerPixel);
+      break;
+    case kKeyUp:
+      SetOffset(top_column_, top - kTwipsPerPixel);
+      break;
+    case kKeyRight:
+      SetOffset(left_column_, left + kTwipsPerPixel);
+      break;
+    case kKeyDown:
+      SetOffset(top_column_, top + kTwipsPerPixel);
+      break;
+    default:
+      break;
+  }
+}
+
+void PictureMover::SetOffset(const char* column, double twips) {
+  rows_[column] = twips;
+}
+
+HandleDrag::HandleDrag(Label& handle, Direction direction, int lowest, int highest,
+                       std::function<void()> moved)
+    : handle_(handle), direction_(direction), lowest_(lowest), highest_(highest), moved_(std::move(moved)) {}
+
+void HandleDrag::Attach() {
+  handle_.MouseDown = [this](const MouseEvent& event) { MouseDown(event); };
+  handle_.MouseMove = [this](const MouseEvent& event) { MouseMove(event); };
+}
+
+double HandleDrag::Along(const MouseEvent& event) const {
+  return (direction_ == Down ? event.Y : event.X) / kTwipsPerPixel;
+}
+
+void HandleDrag::MouseDown(const MouseEvent& event) {
+  grip_ = ToInt16(Along(event));
+}
+
+void HandleDrag::MouseMove(const MouseEvent& event) {
+  if (event.Button != 1) return;
+  const int distance = ToInt16(Along(event) - grip_);
+  const double place = (direction_ == Down ? handle_.Top() : handle_.Left()) + distance;
+  const double limited = std::clamp(place, static_cast<double>(lowest_), static_cast<double>(highest_));
+  if (direction_ == Down) {
+    handle_.SetTop(limited);
+  } else {
+    handle_.SetLeft(limited);
+  }
+  moved_();
+}
+
+QString FrameDimension(const Surface& frame) {
+  return QStringLiteral("%1W * %2H").arg(ToInt16(frame.Width())).arg(ToInt16(frame.Height()));
+}
+
+}  // namespace orv

@@ -1,0 +1,224 @@
+#include "editors/RecordEditor.h"
+
+#include "base/Rounding.h"
+#include "base/RuntimeError.h"
+#include "database/ListHelpers.h"
+#include "forms/Layout.h"
+#include "state/modData.h"
+
+namespace orv {
+
+RecordEditor::RecordEditor(const RecordKind& kind)
+    : Form(FormKind::Child),
+      pnlBar(*this),
+      cmdCardNav{CommandButton(pnlBar, QString(), QStringLiteral("first")),
+                 CommandButton(pnlBar, QString(), QStringLiteral("previous")),
+                 CommandButton(pnlBar, QString(), QStringLiteral("next")),
+                 CommandButton(pnlBar, QString(), QStringLiteral("last"))},
+      lblCurrentCard(pnlBar, QStringLiteral("0 (0)"), Alignment::Centre),
+      cmdCardAdd(pnlBar, QString(), QStringLiteral("add")),
+      cmdCardDelete(pnlBar, QString(), QStringLiteral("delete")),
+      kind_(kind) {
+  const char* const names[] = {"First", "Previous", "Next", "Last"};
+  for (int i = 0; i < 4; ++i) {
+    cmdCardNav[i].Click = [this, i] { cmdCardNav_Click(i); };
+    cmdCardNav[i].SetToolTip(QString::fromLatin1(names[i]));
+    cmdCardNav[i].SetAccessibleName(QString::fromLatin1(names[i]));
+  }
+  cmdCardAdd.SetToolTip(QStringLiteral("Add (Ctrl+N)"));
+  cmdCardAdd.SetAccessibleName(QStringLiteral("Add"));
+  cmdCardDelete.SetToolTip(QStringLiteral("Delete"));
+  cmdCardDelete.SetAccessibleName(QStringLiteral("Delete"));
+  cmdCardAdd.Click = [this] { Add(); };
+  cmdCardDelete.Click = [this] { Delete(); };
+}
+
+void RecordEditor::ArrangeBar(std::initializer_list<Control*> more) {
+  BoxLayout row(pnlBar, BoxLayout::Row, 0);
+  row.Add(cmdCardNav[0]);
+  row.Add(cmdCardNav[1]);
+  row.Add(lblCurrentCard);
+  row.Add(cmdCardNav[2]);
+  row.Add(cmdCardNav[3]);
+  row.AddSpace(12);
+  row.Add(cmdCardAdd);
+  row.Add(cmdCardDelete);
+  row.AddSpace(12);
+  for (Control* control : more) row.Add(*control);
+  row.AddStretch();
+  SetMinimumSize(lblCurrentCard, 80, 0);
+}
+
+void RecordEditor::ArrangeSides(Control& previews, Control& input) {
+  BoxLayout column(*this, BoxLayout::Column);
+  column.Add(pnlBar);
+  BoxLayout sides = column.AddBox(BoxLayout::Row, 1, 12);
+  BoxLayout left = sides.AddBox(BoxLayout::Column);
+  left.Add(previews);
+  left.AddStretch();
+  sides.Add(input, 1);
+}
+
+void RecordEditor::Form_Load() {
+  Initialise();
+}
+
+void RecordEditor::Form_Unload() {
+  EditorClosed(QString::fromLatin1(kind_.form_name));
+}
+
+void RecordEditor::Form_KeyDown(const KeyEvent& key) {
+  if (key.KeyCode == kKeyN && key.Shift == kCtrl) Add();
+}
+
+void RecordEditor::Initialise() {
+  OpenCards();
+  Recordset& rows = kind_.rows;
+  int highest = 0;
+  if (!rows.IsEOF()) {
+    rows.MoveLast();
+    highest = rows["Nr"].Int16();
+    rows.MoveFirst();
+  }
+  lblCurrentCard.SetTag(QString::number(highest));
+  {
+    const FlagScope loading(Loading);
+    FillLists();
+  }
+  HasCards = !rows.IsEmpty();
+  EnableCardControls(HasCards);
+  if (HasCards) {
+    cmdCardNav_Click(-1);
+  } else {
+    ShowPosition(0, 0);
+  }
+}
+
+void RecordEditor::OpenCards() {
+  Recordset& rows = kind_.rows;
+  if (rows.IsOpen()) rows.Close();
+  modData::strSQL = QStringLiteral("SELECT * FROM %1 WHERE SetID = %2 ORDER BY Nr")
+                        .arg(QLatin1String(kind_.table))
+                        .arg(modData::CurrentSetID);
+  modData::OpenEditable(modData::strSQL, rows);
+}
+
+void RecordEditor::EnableCardControls(bool show) {
+  cmdCardDelete.SetEnabled(show);
+  lblCurrentCard.SetEnabled(show);
+  for (CommandButton& button : cmdCardNav) button.SetEnabled(show);
+}
+
+void RecordEditor::cmdCardNav_Click(int Index) {
+  Recordset& rows = kind_.rows;
+  if (rows.IsEmpty()) {
+    EnableCardControls(false);
+    return;
+  }
+  try {
+    if (Index == 0) rows.MoveFirst();
+    if (Index == 1) rows.MovePrevious();
+    if (Index == 2) rows.MoveNext();
+    if (Index == 3) rows.MoveLast();
+    if (rows.IsBOF()) rows.MoveFirst();
+    if (rows.IsEOF()) rows.MoveLast();
+  } catch (const RuntimeError&) {
+    // A move that leads nowhere shows the same record again.
+  }
+  DrawRecord();
+  ShowCard();
+}
+
+void RecordEditor::UpdateDisplay() {
+  Recordset& rows = kind_.rows;
+  if (!rows.IsOpen() || rows.IsEmpty()) return;
+  if (rows.IsBOF() || rows.IsEOF()) rows.MoveFirst();
+  const std::int32_t key = rows[kind_.key].Int32();
+  rows.MoveLast();
+  rows.MoveFirst();
+  rows.Find(QStringLiteral("%1 = %2").arg(QLatin1String(kind_.key)).arg(key));
+  cmdCardNav_Click(-1);
+}
+
+void RecordEditor::Add() {
+  if (modData::CurrentSetID == 0) return;
+  Recordset& rows = kind_.rows;
+  int last = 0;
+  if (!rows.IsEmpty()) {
+    rows.MoveLast();
+    last = rows["Nr"].Int16();
+  }
+  rows.AddNew();
+  try {
+    rows["Nr"] = static_cast<int>(ToInt16(last + 1));
+    SetCardDefaults();
+    rows.Update();
+  } catch (const RuntimeError&) {
+    rows.CancelUpdate();
+    throw;
+  }
+  rows.MoveLast();
+  EnableCardControls(true);
+  DrawRecord();
+  ShowCard();
+  ShowPosition(last + 1, last + 1);
+  SelectText(FirstField());
+  FirstField().SetFocus();
+}
+
+void RecordEditor::Delete() {
+  Recordset& rows = kind_.rows;
+  if (rows.IsEmpty()) return;
+  const int deleted = rows["Nr"].Int16();
+  {
+    Transaction transaction(modData::cn);
+    rows.Delete();
+    CloseGap(deleted);
+    rows.Close();
+    transaction.Commit();
+  }
+  OpenCards();
+  if (rows.IsEmpty()) {
+    ShowPosition(0, 0);
+    EnableCardControls(false);
+    return;
+  }
+  rows.MoveLast();
+  const int last = rows["Nr"].Int16();
+  rows.MoveFirst();
+  rows.Find(QStringLiteral("Nr = %1").arg(deleted));
+  if (rows.IsEOF()) rows.MoveLast();
+  DrawRecord();
+  ShowCard();
+  ShowPosition(rows["Nr"].Int16(), last);
+}
+
+// The records behind the deleted one move up by one, as far as their numbers follow each other. Each
+// change is posted by the next move, the last one by the closing of the recordset.
+void RecordEditor::CloseGap(int deleted) {
+  Recordset& rows = kind_.rows;
+  if (rows.IsEmpty()) return;
+  for (int number = deleted + 1;; ++number) {
+    rows.MoveFirst();
+    rows.Find(QStringLiteral("Nr = %1").arg(number));
+    if (rows.IsEOF()) return;
+    rows["Nr"] = number - 1;
+  }
+}
+
+void RecordEditor::Write(const char* column, const Value& value) {
+  kind_.rows[column] = value;
+  kind_.rows.Update();
+}
+
+void RecordEditor::ShowPosition(int number, int highest) {
+  lblCurrentCard.SetCaption(QStringLiteral("%1 (%2)").arg(number).arg(highest));
+  lblCurrentCard.SetTag(QString::number(highest));
+}
+
+void RecordEditor::ShowCurrentPosition() {
+  lblCurrentCard.SetCaption(kind_.rows["Nr"].TextOrEmpty() + QStringLiteral(" (") + lblCurrentCard.Tag() +
+                            u')');
+}
+
+}  // namespace orv

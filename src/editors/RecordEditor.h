@@ -1,0 +1,105 @@
+#pragma once
+
+#include <array>
+#include <initializer_list>
+
+#include "base/Event.h"
+#include "forms/Controls.h"
+#include "forms/Form.h"
+#include "records/Recordset.h"
+
+namespace orv {
+
+// An editor was closed and is gone: its name, such as "frmCard2nd".
+inline Event<const QString& /*form name*/> EditorClosed;
+
+// What tells the editors of cards, large cards and characters apart where walking, adding and deleting
+// are concerned.
+struct RecordKind {
+  const char* form_name;
+  const char* table;
+  const char* key;
+  Recordset& rows;  // the shared recordset of the kind
+};
+
+// An editor of the records of one kind in the current set, one at a time. There is no save command: each
+// handler writes its field into the current row and updates it at once. Nr is kept dense.
+class RecordEditor : public Form {
+ public:
+  void Form_Load() override;
+  void Form_Unload() override;
+  void Form_KeyDown(const KeyEvent& key) override;
+
+  // Draws the current record on the preview.
+  virtual void DrawRecord() = 0;
+  // Shows again what may have changed elsewhere, on the same record.
+  void UpdateDisplay();
+  // "number (highest)" on the label, and the highest number as its tag.
+  void ShowPosition(int number, int highest);
+
+  FormLabel& PositionLabel() { return lblCurrentCard; }
+
+  Panel pnlBar;                             // the row with what is below
+  std::array<CommandButton, 4> cmdCardNav;  // first, previous, next, last
+  FormLabel lblCurrentCard;
+  CommandButton cmdCardAdd;
+  CommandButton cmdCardDelete;
+
+  // The navigation: 0 first, 1 previous, 2 next, 3 last, any other stays. Does not wrap around.
+  void cmdCardNav_Click(int Index);
+
+ protected:
+  explicit RecordEditor(const RecordKind& kind);
+
+  // Opens the recordset of the current set anew, notes its highest number and shows its first record.
+  void Initialise();
+  // Opens the recordset, closing the former one.
+  void OpenCards();
+  // Adds a record behind the last one and shows it.
+  void Add();
+  // Deletes the current record without a question, closes the gap in the numbers and shows the record that
+  // took its place, or the last one.
+  void Delete();
+
+  virtual void FillLists() {}
+  virtual void EnableCardControls(bool show);
+  virtual void SetCardDefaults() = 0;
+  // Copies the current record into the controls, with Loading set, and composes it.
+  virtual void ShowCard() = 0;
+  // Where the user types first in a new record.
+  virtual TextBox& FirstField() = 0;
+
+  // Arranges the bar: the navigation, and more buttons of the kind behind it.
+  void ArrangeBar(std::initializer_list<Control*> more);
+  // Arranges the form: the bar over the previews and the input side, which takes the room that is left.
+  void ArrangeSides(Control& previews, Control& input);
+
+  // Writes one field of the current record.
+  void Write(const char* column, const Value& value);
+  // The highest number, as the label's tag keeps it.
+  int Highest() const { return lblCurrentCard.Tag().toInt(); }
+  void ShowCurrentPosition();
+
+  // True while code fills the controls: a handler that writes a field then does nothing.
+  bool Loading = false;
+  bool HasCards = false;
+
+ private:
+  void CloseGap(int deleted);
+  const RecordKind kind_;
+};
+
+// Sets a flag for as long as it lives and puts its former value back.
+class FlagScope {
+ public:
+  explicit FlagScope(bool& flag) : flag_(flag), former_(flag) { flag_ = true; }
+  ~FlagScope() { flag_ = former_; }
+  FlagScope(const FlagScope&) = delete;
+  FlagScope& operator=(const FlagScope&) = delete;
+
+ private:
+  bool& flag_;
+  bool former_;
+};
+
+}  // namespace orv

@@ -1,0 +1,17 @@
+#include "editors/frmCard2nd.h"
+
+#include "composition/frmCard.h"
+
+namespace orv {
+
+Card2ndForm::Card2ndForm()
+    : CardEditor({.edition = 2,
+                  .form_name = "frmCard2nd",
+                  .caption = "Card (2nd)",
+                  .drop_text = "[UpperLeft] & [LowerLeft] & \" (\" & [Number] & \")\"",
+                  .second_type_name = "LowerLeft",
+                  .has_type_catalogue = true,
+                  .has_card_list = true,
+                  .compose = [] { frmCard->CreateCard2nd(); }}) {}
+
+}  // namespace orv

@@ -1,0 +1,194 @@
+#include "output/frmCreate.h"
+
+#include "base/Rounding.h"
+#include "composition/frmCard.h"
+#include "database/ListHelpers.h"
+#include "editors/frmCard2nd.h"
+#include "editors/frmCard3rd.h"
+#include "forms/Application.h"
+#include "forms/Dialogs.h"
+#include "output/Saving.h"
+#include "pictures/modDirBrowse.h"
+#include "state/modData.h"
+
+namespace orv {
+namespace {
+
+const QString kTitle = QStringLiteral("Create cards");
+
+// Stores one option in the record of the current set.
+void Store(const char* column, const Value& value) {
+  modData::rsSet[column] = value;
+  modData::rsSet.Update();
+}
+
+}  // namespace
+
+// One walk over the records of a kind. The recordset is reached through the shared variable at each step,
+// since an editor that comes into being on the way reopens it.
+struct CreateForm::Pass {
+  Recordset& records;
+  FormLabel& counter;
+  void (*draw)();
+  void (*compose)();
+  void (*save)();
+  void (*show_position)(int count);  // on the editor's label, when the walk is done
+};
+
+CreateForm::CreateForm()
+    : Form(FormKind::Dialog),
+      fraInfo(*this, QStringLiteral("Information")),
+      lblSaveTo(fraInfo, QStringLiteral("Save &to:")),
+      txtSaveTo(fraInfo),
+      cmdSaveTo(fraInfo, QStringLiteral("...")),
+      lblFilenamePrefix(fraInfo, QStringLiteral("&Filename prefix:")),
+      txtFilenamePrefix(fraInfo),
+      chkFileNr(fraInfo, QStringLiteral("Add &card number to created cards filename")),
+      chkNoBack(fraInfo, QStringLiteral("C&reate cards without backside")),
+      lblSaveFormat(fraInfo, QStringLiteral("Sa&ve format:")),
+      cboSaveFormat(fraInfo),
+      chkReplaceSpace(fraInfo, QStringLiteral("Re&place all spaces with underline in filenames")),
+      fraCreate(*this, QStringLiteral("Select which card to create")),
+      lblEdition(fraCreate, QStringLiteral("2nd Edition")),
+      chk2ndCard(fraCreate, QStringLiteral("Cards")),
+      chk2ndChar(fraCreate, QStringLiteral("Characters")),
+      chk2ndLarge(fraCreate, QStringLiteral("Large Cards")),
+      lblNr2ndCards(fraCreate),
+      lblNr2ndChar(fraCreate),
+      lblNr2ndLarge(fraCreate),
+      cmdCreate(*this, QStringLiteral("Create cards")),
+      cmdDone(*this, QStringLiteral("Done")) {
+  SetCaption(QStringLiteral("Create Cards"));
+  Arrange();
+  txtSaveTo.Change = [this] { Store("SaveTo", txtSaveTo.Text()); };
+  txtFilenamePrefix.Change = [this] { Store("FilenamePrefix", txtFilenamePrefix.Text()); };
+  txtSaveTo.GotFocus = [this] { SelectText(txtSaveTo); };
+  txtFilenamePrefix.GotFocus = [this] { SelectText(txtFilenamePrefix); };
+  chkFileNr.Click = [this] { Store("FileCardNr", chkFileNr.Value() == 1); };
+  chkNoBack.Click = [this] { Store("NoBack", chkNoBack.Value() == 1); };
+  chkReplaceSpace.Click = [this] { Store("ReplaceSpace", chkReplaceSpace.Value() == 1); };
+  cboSaveFormat.Click = [this] { cboSaveFormat_Click(); };
+  cmdSaveTo.Click = [this] { cmdSaveTo_Click(); };
+  cmdCreate.Click = [this] { cmdCreate_Click(); };
+  cmdDone.Click = [this] { Hide(); };
+}
+
+void CreateForm::Arrange() {
+  SetClientSize(7200, 5700);
+  fraInfo.Place(120, 120, 6960, 3000);
+  lblSaveTo.Place(240, 420, 1455, 255);
+  txtSaveTo.Place(1740, 375, 4380, 330);
+  cmdSaveTo.Place(6240, 375, 480, 330);
+  lblFilenamePrefix.Place(240, 840, 1455, 255);
+  txtFilenamePrefix.Place(1740, 795, 4380, 330);
+  lblSaveFormat.Place(240, 1260, 1455, 255);
+  cboSaveFormat.Place(1740, 1215, 1800, 330);
+  chkFileNr.Place(240, 1740, 6480, 255);
+  chkNoBack.Place(240, 2115, 6480, 255);
+  chkReplaceSpace.Place(240, 2490, 6480, 255);
+  fraCreate.Place(120, 3240, 4500, 2280);
+  lblEdition.Place(360, 360, 1800, 255);
+  chk2ndCard.Place(360, 720, 1320, 255);
+  chk2ndChar.Place(360, 1080, 1320, 255);
+  chk2ndLarge.Place(360, 1440, 1335, 255);
+  lblNr2ndCards.Place(1755, 720, 900, 255);
+  lblNr2ndChar.Place(1755, 1080, 900, 255);
+  lblNr2ndLarge.Place(1755, 1440, 900, 255);
+  cmdCreate.Place(5280, 4560, 1800, 435);
+  cmdDone.Place(5280, 5085, 1800, 435);
+  cmdDone.SetCancel(true);
+  cmdSaveTo.SetToolTip(QStringLiteral("Choose the folder"));
+  cmdSaveTo.SetAccessibleName(QStringLiteral("Choose the folder"));
+  lblSaveTo.SetBuddy(txtSaveTo);
+  lblFilenamePrefix.SetBuddy(txtFilenamePrefix);
+  lblSaveFormat.SetBuddy(cboSaveFormat);
+}
+
+void CreateForm::Form_Load() {
+  filling_ = true;
+  Recordset formats = modData::OpenSnapshot(QStringLiteral("SELECT * FROM tblPicFormat"));
+  FillCombo(cboSaveFormat, formats, QStringLiteral("PicFormat"), QStringLiteral("PicFormatID"));
+  filling_ = false;
+  ShowOptions();
+  const auto has_rows = [](const Recordset& rows) { return rows.IsOpen() && !rows.IsEmpty(); };
+  chk2ndCard.SetEnabled(has_rows(modData::rsCard));
+  chk2ndChar.SetEnabled(has_rows(modData::rsCharacter));
+  chk2ndLarge.SetEnabled(has_rows(modData::rsLargeCard));
+}
+
+void CreateForm::ShowOptions() {
+  Recordset& set = modData::rsSet;
+  txtSaveTo.SetText(set["SaveTo"].TextOrEmpty());
+  chkFileNr.SetValue(BoolToCheck(set["FileCardNr"].BoolOrFalse()));
+  chkNoBack.SetValue(BoolToCheck(set["NoBack"].BoolOrFalse()));
+  chkReplaceSpace.SetValue(BoolToCheck(set["ReplaceSpace"].BoolOrFalse()));
+  txtFilenamePrefix.SetText(set["FilenamePrefix"].TextOrEmpty());
+  SelectItemData(cboSaveFormat, set["PicFormatID"].Int32());
+  if (set["EditionID"].Int16() == 2) lblEdition.SetCaption(QStringLiteral("2nd Edition"));
+  if (set["EditionID"].Int16() == 3) lblEdition.SetCaption(QStringLiteral("3rd Edition"));
+}
+
+void CreateForm::cboSaveFormat_Click() {
+  if (filling_ || cboSaveFormat.ListIndex() < 0) return;
+  Store("PicFormatID", ChosenItemData(cboSaveFormat));
+}
+
+void CreateForm::cmdSaveTo_Click() {
+  const QString folder = BrowseForFolder(*this);
+  if (!folder.isEmpty()) txtSaveTo.SetText(folder);
+}
+
+void CreateForm::cmdCreate_Click() {
+  if (txtSaveTo.Text().isEmpty()) {
+    MsgBox(QStringLiteral("You must firstselect a folder to save your cards in."), Icon::Exclamation, kTitle);
+    return;
+  }
+  const WaitCursor hourglass;
+  const bool cards = chk2ndCard.Value() == 1;
+  const bool characters = chk2ndChar.Value() == 1;
+  const bool large = chk2ndLarge.Value() == 1;
+  if (modData::rsSet["EditionID"].Int16() == 2) {
+    CreateAllCards(cards, characters, large, false, false, false);
+  } else {
+    CreateAllCards(false, false, false, cards, characters, large);
+  }
+}
+
+void CreateForm::SetLabelColour(Colour colour) {
+  for (FormLabel* label : {&lblNr2ndCards, &lblNr2ndChar, &lblNr2ndLarge}) label->SetForeColor(colour);
+}
+
+void CreateForm::CreateAllCards(bool Card2nd, bool /*Character2nd*/, bool /*LargeCard2nd*/, bool Card3rd,
+                                bool /*Character3rd*/, bool /*LargeCard3rd*/) {
+  for (FormLabel* label : {&lblNr2ndCards, &lblNr2ndChar, &lblNr2ndLarge}) label->SetCaption(QString());
+  SetLabelColour(Rgb(0xFF, 0, 0));
+  if (Card2nd) {
+    Run({modData::rsCard, lblNr2ndCards, [] { frmCard2nd->DrawCard(); }, [] { frmCard->CreateCard2nd(); },
+         SaveTheCard2nd, [](int count) { frmCard2nd->ShowPosition(count, count); }});
+  }
+  if (Card3rd) {
+    Run({modData::rsCard, lblNr2ndCards, [] { frmCard3rd->DrawCard(); }, [] { frmCard->CreateCard3rd(); },
+         SaveTheCard3rd, [](int count) { frmCard3rd->ShowPosition(count, count); }});
+  }
+  SetLabelColour(kBlack);
+  MsgBox(QStringLiteral("Done creating cards."), Icon::Information, kTitle);
+}
+
+void CreateForm::Run(const Pass& pass) {
+  if (!pass.records.IsOpen() || pass.records.IsEmpty()) return;
+  int number = 0;
+  for (pass.records.MoveFirst(); !pass.records.IsEOF(); pass.records.MoveNext()) {
+    ++number;
+    pass.records["Nr"] = static_cast<int>(ToInt16(number));
+    pass.records.Update();
+    pass.counter.SetCaption(QString::number(number));
+    pass.counter.Refresh();
+    pass.draw();
+    pass.compose();
+    pass.save();
+  }
+  pass.records.MoveLast();
+  pass.show_position(number);
+}
+
+}  // namespace orv
