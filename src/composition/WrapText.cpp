@@ -1,5 +1,6 @@
 #include "composition/WrapText.h"
 
+#include <QStringList>
 #include <limits>
 
 #include "base/RuntimeError.h"

@@ -11,10 +11,8 @@ namespace orv {
 RecordEditor::RecordEditor(const RecordKind& kind)
     : Form(FormKind::Child),
       pnlBar(*this),
-      cmdCardNav{CommandButton(pnlBar, QString(), QStringLiteral("first")),
-                 CommandButton(pnlBar, QString(), QStringLiteral("previous")),
-                 CommandButton(pnlBar, QString(), QStringLiteral("next")),
-                 CommandButton(pnlBar, QString(), QStringLiteral("last"))},
+      cmdCardNav{CommandButton(pnlBar, QStringLiteral("<<")), CommandButton(pnlBar, QStringLiteral("<")),
+                 CommandButton(pnlBar, QStringLiteral(">")), CommandButton(pnlBar, QStringLiteral(">>"))},
       lblCurrentCard(pnlBar, QStringLiteral("0 (0)"), Alignment::Centre),
       cmdCardAdd(pnlBar, QString(), QStringLiteral("add")),
       cmdCardDelete(pnlBar, QString(), QStringLiteral("delete")),

@@ -36,7 +36,8 @@ constexpr SheetKind kCard3rd = {"C3",  "Saving the card 3rd.", "FileName",      
 
 QString SaveFolder() {
   const QString separator = QDir::separator();
-  return (modData::rsSet["SaveTo"].Text() + separator).replace(separator + separator, separator);
+  QString folder = modData::rsSet["SaveTo"].Text() + separator;
+  return folder.replace(separator + separator, separator);
 }
 
 // A separator within a name names no folder: it is handed on as another character that no name may hold,
