@@ -29,11 +29,10 @@ QString DatabasePath() {
   return JoinPath(App::Path(), QStringLiteral("orv.mdb"));
 }
 
-void OpenDatabase(const std::function<void()>& before_connection) {
+void OpenDatabase(const std::function<void()>& before_connection, const QString& path) {
   DatabaseFound = false;
   PicFilePath = JoinPath(App::Path(), QStringLiteral("orv.pic"));
   try {
-    const QString path = DatabasePath();
     if (!FileExists(path)) return;
     ClearAttributes(path);
     before_connection();

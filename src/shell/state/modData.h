@@ -32,10 +32,11 @@ inline Recordset rsCardType, rsCardBack, rsCharacterBack, rsArea, rsAlignment;
 // composers take it from here and not from the database.
 inline Picture SetSymbol;
 
-// Fills PicFilePath, opens the database beside the executable and sets DatabaseFound, which stays false
-// after any failure. `before_connection` runs when the file is known to be there and still closed.
-void OpenDatabase(const std::function<void()>& before_connection);
+// "orv.mdb" beside the executable.
 QString DatabasePath();
+// Fills PicFilePath, opens the database and sets DatabaseFound, which stays false after any failure.
+// `before_connection` runs when the file is known to be there and still closed.
+void OpenDatabase(const std::function<void()>& before_connection, const QString& path = DatabasePath());
 
 // A read-only snapshot, owned by the caller.
 Recordset OpenSnapshot(const QString& sql);

@@ -1,0 +1,43 @@
+#include "shell/CurrentSet.h"
+
+#include "base/RuntimeError.h"
+#include "database/ReferenceLists.h"
+#include "editors/frmCard2nd.h"
+#include "editors/frmCharacter2nd.h"
+#include "editors/frmLarge2nd.h"
+#include "pictures/modPicture.h"
+#include "state/modData.h"
+
+namespace orv {
+namespace {
+
+Picture SymbolOfSet() {
+  const Recordset& set = modData::rsSet;
+  if (!set["UseSymbol"].BoolOrFalse()) return {};
+  Surface scratch;
+  try {
+    LoadPictureFromField(scratch, set["Symbol"]);
+  } catch (const RuntimeError&) {
+    return {};
+  }
+  return scratch.Picture();
+}
+
+}  // namespace
+
+void MakeSetCurrent(std::int16_t set_id) {
+  modData::CurrentSetID = set_id;
+  modData::FindSet(set_id);
+  modData::CurrentEditionID = modData::rsSet["EditionID"].Int16();
+  modData::CurrentLanguageID = modData::rsSet["LanguageID"].Int16();
+  LoadReferenceLists(modData::CurrentEditionID, modData::CurrentLanguageID);
+  modData::SetSymbol = SymbolOfSet();
+}
+
+void EditorsFollowSet() {
+  frmCard2nd->InitCard2nd();
+  frmCharacter2nd->Initialise();
+  frmLarge2nd->InitLarge2nd();
+}
+
+}  // namespace orv

@@ -1,0 +1,362 @@
+#include "shell/frmMaster.h"
+
+#include <algorithm>
+
+#include "base/RuntimeError.h"
+#include "base/Settings.h"
+#include "base/Value.h"
+#include "composition/frmCard.h"
+#include "database/FontProfiles.h"
+#include "database/ListHelpers.h"
+#include "editors/frmCard2nd.h"
+#include "editors/frmCard3rd.h"
+#include "editors/frmCharacter2nd.h"
+#include "editors/frmLarge2nd.h"
+#include "forms/Application.h"
+#include "forms/Dialogs.h"
+#include "output/frmCreate.h"
+#include "output/modFile.h"
+#include "pictures/modPicture.h"
+#include "shell/CurrentSet.h"
+#include "shell/frmSetName.h"
+#include "state/modData.h"
+
+namespace orv {
+namespace {
+
+const QString kWindowSection = QStringLiteral("MainWindow");
+
+int StoredPlace(const char* key, int fallback) {
+  return Value(GetSetting(kWindowSection, QString::fromLatin1(key), QString::number(fallback))).Int32();
+}
+
+void StorePlace(const char* key, int twips) {
+  SaveSetting(kWindowSection, QString::fromLatin1(key), QString::number(twips));
+}
+
+// Shows a form that is hidden and hides one that is shown.
+template <class T>
+void Toggle(FormInstance<T>& form) {
+  if (form.IsVisible()) {
+    form->Hide();
+  } else {
+    form->Show();
+  }
+}
+
+}  // namespace
+
+MasterForm::MasterForm()
+    : Form(FormKind::Main),
+      tbar(*this),
+      picSet(*this),
+      Label1(picSet, QStringLiteral("Set:")),
+      cboSet(picSet),
+      cmdNew(picSet, QStringLiteral("New set")),
+      cmdEdit(picSet, QStringLiteral("Edit set")),
+      cmdDelete(picSet, QStringLiteral("Delete set")),
+      ptSet(picSet),
+      chkAutonumber(ptSet, QStringLiteral("Autonumber the cards")),
+      Label11(ptSet, QStringLiteral("Symbol:")),
+      cmdSymbolAdd(ptSet, QStringLiteral("Select")),
+      cmdSymbolDel(ptSet, QStringLiteral("Remove")),
+      viewSetSymbol(ptSet, picSetSymbol) {
+  SetCaption(QStringLiteral("Varnholt Set Creator"));
+  SetClientSize(12180, 8625, true);
+  Arrange();
+  Subscribe();
+}
+
+void MasterForm::Arrange() {
+  tbar.Add(QStringLiteral("exit"), QStringLiteral("Exit"), QString(), ToolbarStyle::Plain,
+           QStringLiteral("exit"));
+  tbar.Add(QString(), QString(), QString(), ToolbarStyle::Separator);
+  const auto check = [this](const char* key, const char* tip, const char* icon) {
+    const QString text = QString::fromLatin1(tip);
+    tbar.Add(QString::fromLatin1(key), text, text, ToolbarStyle::Check, QString::fromLatin1(icon));
+  };
+  check("card2nd", "Cards - 2nd edition", "card");
+  check("character2nd", "Characters - 2nd edition", "character");
+  check("large2nd", "Large cards - 2nd edition", "large");
+  tbar.Add(QString(), QString(), QString(), ToolbarStyle::Separator);
+  const auto plain = [this](const char* key, const char* tip, const char* icon) {
+    const QString text = QString::fromLatin1(tip);
+    tbar.Add(QString::fromLatin1(key), text, text, ToolbarStyle::Plain, QString::fromLatin1(icon));
+  };
+  plain("createall", "Create all cards", "createall");
+  plain("exporttotext", "Export all texts", "exporttext");
+  DockTop(tbar);
+
+  picSet.Place(0, 0, 12180, 1035);
+  Label1.Place(120, 120, 360, 315);
+  cboSet.Place(480, 120, 3495, 315);
+  cmdNew.Place(480, 480, 1095, 375);
+  cmdEdit.Place(1680, 480, 1095, 375);
+  cmdDelete.Place(2880, 480, 1095, 375);
+  ptSet.Place(4200, 0, 6135, 975);
+  chkAutonumber.Place(840, 120, 2400, 255);
+  Label11.Place(3360, 120, 720, 255);
+  cmdSymbolAdd.Place(4080, 120, 855, 285);
+  cmdSymbolDel.Place(4080, 405, 855, 285);
+  viewSetSymbol.Place(5040, 120, 375, 375);
+  picSetSymbol.Place(0, 0, 25, 25);
+  picSetSymbol.SetAutoSize(true);
+  picSetSymbol.SetName(QStringLiteral("Symbol of the set"));
+  Label1.SetBuddy(cboSet);
+  cmdSymbolAdd.SetAccessibleName(QStringLiteral("Select the symbol of the set"));
+  cmdSymbolDel.SetAccessibleName(QStringLiteral("Remove the symbol of the set"));
+  DockTop(picSet);
+}
+
+void MasterForm::Subscribe() {
+  tbar.ButtonClick = [this](const QString& key) { tbar_ButtonClick(key); };
+  cboSet.Click = [this] { cboSet_Click(); };
+  cmdNew.Click = [this] { cmdNew_Click(); };
+  cmdEdit.Click = [this] { cmdEdit_Click(); };
+  cmdDelete.Click = [this] { cmdDelete_Click(); };
+  chkAutonumber.Click = [this] { chkAutonumber_Click(); };
+  cmdSymbolAdd.Click = [this] { cmdSymbolAdd_Click(); };
+  cmdSymbolDel.Click = [this] { cmdSymbolDel_Click(); };
+  EditorClosed = [this](const QString& form_name) { FixButton(form_name, 0); };
+}
+
+void MasterForm::Form_Load() {
+  LoadWindowPosition();
+}
+
+void MasterForm::Form_Unload() {
+  EditorClosed = nullptr;
+  SaveWindowPosition();
+  Application::Quit();
+}
+
+void MasterForm::InitialiseSet() {
+  modData::OpenEditable(QStringLiteral("SELECT * FROM tblSet ORDER BY SetName"), modData::rsSet);
+  FillCombo(cboSet, modData::rsSet, QStringLiteral("SetName"), QStringLiteral("SetID"));
+  if (modData::CurrentSetID >= 1) {
+    SelectItemData(cboSet, modData::CurrentSetID);
+  } else if (cboSet.ListCount() > 0) {
+    cboSet.SetListIndex(0);
+  } else {
+    ptSet.SetVisible(false);
+    cboSet.SetEnabled(false);
+  }
+}
+
+void MasterForm::cboSet_Click() {
+  if (cboSet.ListIndex() < 0) return;
+  const WaitCursor hourglass;
+  MakeSetCurrent(Value(ChosenItemData(cboSet)).Int16());
+  UpdateSetDisplay();
+}
+
+void MasterForm::UpdateSetDisplay() {
+  if (modData::rsSet.IsEmpty() || modData::CurrentSetID == 0) {
+    ShowNoSet();
+    return;
+  }
+  {
+    const FlagScope loading(Loading);
+    cboSet.SetEnabled(true);
+    ptSet.SetVisible(true);
+    cmdDelete.SetEnabled(true);
+    modData::FindSet(modData::CurrentSetID);
+    Recordset& set = modData::rsSet;
+    chkAutonumber.SetValue(BoolToCheck(set["Autonumber"].BoolOrFalse()));
+    ShowSymbol(modData::SetSymbol, set["UseSymbol"].BoolOrFalse());
+  }
+  SetChange();
+}
+
+void MasterForm::ShowNoSet() {
+  const FlagScope loading(Loading);
+  cboSet.SetEnabled(false);
+  chkAutonumber.SetValue(0);
+  ShowSymbol(LoadPicture(), false);
+  ptSet.SetVisible(false);
+  cmdDelete.SetEnabled(false);
+}
+
+void MasterForm::ShowSymbol(const Picture& symbol, bool use) {
+  picSetSymbol.SetPicture(symbol);
+  viewSetSymbol.SetVisible(use);
+  modData::SetSymbol = symbol;
+}
+
+void MasterForm::SetChange() {
+  EditorsFollowSet();
+}
+
+void MasterForm::RedrawEditors() {
+  frmCard2nd->UpdateDisplay();
+  frmCharacter2nd->UpdateDisplay();
+  frmLarge2nd->UpdateDisplay();
+  frmCard3rd->UpdateDisplay();
+}
+
+// What the dialog says, into the row on which rsSet stands.
+void MasterForm::WriteSet() {
+  Recordset& set = modData::rsSet;
+  set["SetName"] = frmSetName->txtName.Text();
+  set["LanguageID"] = ChosenItemData(frmSetName->cboLanguage);
+  set["EditionID"] = frmSetName->opt2nd.Value() ? 2 : 3;
+}
+
+void MasterForm::cmdNew_Click() {
+  frmSetName->Init(QString(), 0, 0);
+  frmSetName->ShowModal();
+  if (frmSetName->OK) {
+    Transaction transaction(modData::cn);
+    Recordset& set = modData::rsSet;
+    set.AddNew();
+    set["DefaultCardTypeID"] = 0;
+    set["DefaultCardBackID"] = 0;
+    set["ArtistColour"] = 0x7F7F7F;
+    set["PicFormatID"] = 1;
+    WriteSet();
+    CreateSetFonts(set);
+    set.Update();
+    transaction.Commit();
+    set.MoveLast();
+    modData::CurrentSetID = set["SetID"].Int16();
+    InitialiseSet();
+    UpdateSetDisplay();
+  }
+  frmSetName.Unload();
+}
+
+void MasterForm::cmdEdit_Click() {
+  Recordset& set = modData::rsSet;
+  frmSetName->Init(set["SetName"].TextOrEmpty(), set["LanguageID"].Int32(), set["EditionID"].Int16());
+  frmSetName->ShowModal();
+  if (frmSetName->OK) {
+    WriteSet();
+    set.Update();
+    InitialiseSet();
+    UpdateSetDisplay();
+  }
+  frmSetName.Unload();
+}
+
+void MasterForm::cmdDelete_Click() {
+  if (MsgBox(QStringLiteral("Are you sure you want to delete the set?"), Icon::Question,
+             QStringLiteral("Delete Set"), Buttons::YesNo) != Answer::Yes) {
+    return;
+  }
+  modData::FindSet(modData::CurrentSetID);
+  modData::rsSet.Delete();
+  modData::CurrentSetID = 0;
+  InitialiseSet();
+  UpdateSetDisplay();
+}
+
+void MasterForm::chkAutonumber_Click() {
+  if (Loading) return;
+  modData::rsSet["AutoNumber"] = chkAutonumber.Value() == 1;
+  modData::rsSet.Update();
+  RedrawEditors();
+}
+
+void MasterForm::cmdSymbolAdd_Click() {
+  try {
+    CommonDialog dialog = PictureDialog(QStringLiteral("Choose picture"));
+    dialog.ShowOpen();
+    const Picture symbol = LoadPicture(dialog.FileName);
+    picSetSymbol.SetPicture(symbol);
+    Recordset& set = modData::rsSet;
+    // The result is a length or the number of an error; only a negative one tells of a failure.
+    if (ReadFileToField(dialog.FileName, set["Symbol"]).Int64() < 0) {
+      MsgBox(QStringLiteral("Error while loading the symbol"), Icon::Critical, QStringLiteral("Symbol"));
+      return;
+    }
+    set["UseSymbol"] = true;
+    set.Update();
+    ShowSymbol(symbol, true);
+    RedrawEditors();
+  } catch (const RuntimeError&) {
+    // A cancelled dialog, or a file that is no picture.
+  }
+}
+
+void MasterForm::cmdSymbolDel_Click() {
+  ShowSymbol(LoadPicture(), false);
+  modData::rsSet["UseSymbol"] = false;
+  modData::rsSet.Update();
+  RedrawEditors();
+}
+
+void MasterForm::tbar_ButtonClick(const QString& key) {
+  if (key == u"exit") frmMaster.Unload();
+  if (key == u"card2nd" && modData::CurrentEditionID == 2) {
+    Toggle(frmCard2nd);
+  } else if (key == u"card2nd") {
+    Toggle(frmCard3rd);
+  }
+  if (key == u"character2nd") Toggle(frmCharacter2nd);
+  if (key == u"large2nd") Toggle(frmLarge2nd);
+  if (key == u"createall") CreateAll();
+  if (key == u"exporttotext") ExportToText();
+}
+
+void MasterForm::CreateAll() {
+  if (modData::CurrentSetID <= 0) {
+    MsgBox(QStringLiteral("Select a set first."), Icon::Exclamation, QStringLiteral("Create cards"));
+    return;
+  }
+  frmCard->Show();
+  frmCreate->ShowModal();
+  frmCreate.Unload();
+}
+
+void MasterForm::ExportToText() {
+  try {
+    CommonDialog dialog;
+    dialog.DialogTitle = QStringLiteral("Save set as text");
+    dialog.CancelError = true;
+    dialog.FileName = modData::rsSet["SetName"].TextOrEmpty() + QStringLiteral(".txt");
+    dialog.Filter = QStringLiteral("All files(*.*)|*.*|Text file (*.txt)|*.txt");
+    dialog.DefaultExt = QStringLiteral("txt");
+    dialog.FilterIndex = 2;
+    dialog.Flags = 0x280806;
+    dialog.ShowSave();
+    ExportSet(dialog.FileName, modData::CurrentSetID);
+  } catch (const RuntimeError&) {
+    // A cancelled dialog, or no set.
+  }
+}
+
+void MasterForm::FixButton(const QString& form_name, int value) {
+  struct Pair {
+    const char* form;
+    int button;
+  };
+  for (const Pair& pair :
+       {Pair{"frmCard2nd", 3}, {"frmCard3rd", 3}, {"frmCharacter2nd", 4}, {"frmLarge2nd", 5}}) {
+    if (form_name == QLatin1String(pair.form)) tbar.SetValue(pair.button, value);
+  }
+}
+
+void MasterForm::LoadWindowPosition() {
+  SetWidth(StoredPlace("WidthPos", Screen::Width() / 3));
+  SetHeight(StoredPlace("HeightPos", Screen::Height() / 3));
+  SetLeft(StoredPlace("LeftPos", (Screen::Width() - Width()) / 2));
+  SetTop(StoredPlace("TopPos", (Screen::Height() - Height()) / 2));
+  SetWindowState(StoredPlace("WindowState", 0));
+  if (WindowState() != 0) return;
+  SetLeft(std::max(Left(), 0));
+  SetTop(std::max(Top(), 0));
+  if (Left() + Width() > Screen::Width()) SetLeft(Screen::Width() - Width());
+  if (Top() + Height() > Screen::Height()) SetTop(Screen::Height() - Height());
+}
+
+void MasterForm::SaveWindowPosition() {
+  if (WindowState() == 0) {
+    StorePlace("LeftPos", Left());
+    StorePlace("TopPos", Top());
+    StorePlace("WidthPos", Width());
+    StorePlace("HeightPos", Height());
+  }
+  StorePlace("WindowState", WindowState());
+}
+
+}  // namespace orv

@@ -1,0 +1,67 @@
+#pragma once
+
+#include "forms/Controls.h"
+#include "forms/Form.h"
+#include "forms/Toolbar.h"
+
+namespace orv {
+
+// The main window: the toolbar, the panel for choosing and maintaining sets, and the editors inside it.
+// The set chosen here is the current one for the whole program.
+class MasterForm : public Form {
+ public:
+  MasterForm();
+  void Form_Load() override;
+  void Form_Unload() override;
+
+  // Opens rsSet anew and fills the list of sets; the current set, or the first by name, is chosen.
+  void InitialiseSet();
+  // Makes the editors follow the current set.
+  void SetChange();
+  // Sets the toolbar button that belongs to a form to pressed (1) or released (0); no button for an unknown
+  // name.
+  void FixButton(const QString& form_name, int value);
+
+  Toolbar tbar;
+  Panel picSet;
+  FormLabel Label1;
+  ComboBox cboSet;
+  CommandButton cmdNew;
+  CommandButton cmdEdit;
+  CommandButton cmdDelete;
+  Panel ptSet;
+  CheckBox chkAutonumber;
+  FormLabel Label11;
+  CommandButton cmdSymbolAdd;
+  CommandButton cmdSymbolDel;
+  Surface picSetSymbol;
+  SurfaceView viewSetSymbol;
+
+ private:
+  void Arrange();
+  void Subscribe();
+  void UpdateSetDisplay();
+  void ShowNoSet();
+  void RedrawEditors();
+  void LoadWindowPosition();
+  void SaveWindowPosition();
+  void ExportToText();
+  void WriteSet();
+  void ShowSymbol(const Picture& symbol, bool use);
+
+  void tbar_ButtonClick(const QString& key);
+  void cboSet_Click();
+  void cmdNew_Click();
+  void cmdEdit_Click();
+  void cmdDelete_Click();
+  void chkAutonumber_Click();
+  void cmdSymbolAdd_Click();
+  void cmdSymbolDel_Click();
+  void CreateAll();
+
+  bool Loading = false;
+};
+
+inline FormInstance<MasterForm> frmMaster;
+
+}  // namespace orv

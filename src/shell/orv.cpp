@@ -1,0 +1,11 @@
+#include "forms/Application.h"
+#include "icons/Icons.h"
+#include "shell/Main.h"
+
+int main(int argc, char** argv) {
+  orv::Application application(argc, argv, orv::Application::Desktop);
+  orv::InitIcons();
+  return application.Run([] {
+    if (!orv::Main()) orv::Application::Quit();
+  });
+}

@@ -1,0 +1,74 @@
+#include "BatchOptions.h"
+
+#include <QCommandLineParser>
+#include <QDir>
+#include <QFileInfo>
+
+namespace orv {
+namespace {
+
+const QStringList kFormats = {QStringLiteral("BMP"), QStringLiteral("JPG"), QStringLiteral("GIF")};
+
+void Declare(QCommandLineParser& parser) {
+  parser.setApplicationDescription(QStringLiteral("Writes out all cards of a set, without a window."));
+  const auto value = [&](const char* name, const char* text, const char* placeholder) {
+    parser.addOption(
+        {QString::fromLatin1(name), QString::fromLatin1(text), QString::fromLatin1(placeholder)});
+  };
+  const auto flag = [&](const char* name, const char* text) {
+    parser.addOption({QString::fromLatin1(name), QString::fromLatin1(text)});
+  };
+  value("database", "The database file.", "FILE");
+  value("set", "The name of the set.", "NAME");
+  value("to", "The folder for the picture files.", "FOLDER");
+  value("format", "BMP, JPG or GIF.", "FORMAT");
+  value("prefix", "A text in front of each file name.", "TEXT");
+  flag("number", "Add the card number to the file names.");
+  flag("no-back", "Leave out the backs.");
+  flag("underline", "Replace spaces in the file names by underlines.");
+  flag("cards", "Write the cards (all kinds when none of the three is given).");
+  flag("characters", "Write the characters.");
+  flag("large", "Write the large cards.");
+  parser.addHelpOption();
+}
+
+}  // namespace
+
+ParsedOptions ParseBatchOptions(const QStringList& arguments) {
+  QCommandLineParser parser;
+  Declare(parser);
+  const auto refuse = [&](const QString& why) {
+    return ParsedOptions{{}, why + QStringLiteral("\n\n") + parser.helpText()};
+  };
+  if (!parser.parse(arguments)) return refuse(parser.errorText());
+  if (parser.isSet(QStringLiteral("help"))) return {{}, parser.helpText(), true};
+  if (!parser.positionalArguments().isEmpty()) {
+    return refuse(QStringLiteral("Unknown argument: ") + parser.positionalArguments().constFirst());
+  }
+  for (const char* needed : {"database", "set", "to"}) {
+    if (parser.value(QString::fromLatin1(needed)).isEmpty())
+      return refuse(QStringLiteral("--%1 is needed.").arg(QLatin1String(needed)));
+  }
+  BatchOptions options;
+  options.database = QFileInfo(parser.value(QStringLiteral("database"))).absoluteFilePath();
+  options.set = parser.value(QStringLiteral("set"));
+  options.folder = QDir::toNativeSeparators(QFileInfo(parser.value(QStringLiteral("to"))).absoluteFilePath());
+  if (parser.isSet(QStringLiteral("format"))) {
+    const auto format = kFormats.indexOf(parser.value(QStringLiteral("format")).toUpper());
+    if (format < 0)
+      return refuse(QStringLiteral("Unknown format: ") + parser.value(QStringLiteral("format")));
+    options.pic_format_id = static_cast<int>(format) + 1;
+  }
+  if (parser.isSet(QStringLiteral("prefix"))) options.prefix = parser.value(QStringLiteral("prefix"));
+  const auto given = [&](const char* name) { return parser.isSet(QString::fromLatin1(name)); };
+  options.number = given("number");
+  options.no_back = given("no-back");
+  options.underline = given("underline");
+  const bool all = !given("cards") && !given("characters") && !given("large");
+  options.cards = all || given("cards");
+  options.characters = all || given("characters");
+  options.large = all || given("large");
+  return {options, {}};
+}
+
+}  // namespace orv

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <optional>
+
+namespace orv {
+
+// What the command line of create_all_cards asks for. An option that is not given leaves what the set's
+// record holds.
+struct BatchOptions {
+  QString database;
+  QString set;
+  QString folder;  // absolute
+  std::optional<int> pic_format_id;
+  std::optional<QString> prefix;
+  bool number = false;
+  bool no_back = false;
+  bool underline = false;
+  bool cards = false, characters = false, large = false;  // all three when none was given
+};
+
+struct ParsedOptions {
+  std::optional<BatchOptions> options;
+  QString message;  // why there are none, or the help that was asked for
+  bool help = false;
+};
+
+ParsedOptions ParseBatchOptions(const QStringList& arguments);
+
+}  // namespace orv

@@ -1,0 +1,89 @@
+// The batch run without a window: the same forms and routines as the program, on Qt's offscreen platform.
+#include <QTextStream>
+#include <cstdio>
+
+#include "BatchOptions.h"
+#include "BatchReport.h"
+#include "base/App.h"
+#include "base/Files.h"
+#include "forms/Application.h"
+#include "output/frmCreate.h"
+#include "shell/CurrentSet.h"
+#include "state/modData.h"
+
+namespace orv {
+namespace {
+
+constexpr int kFailureTold = 1;
+constexpr int kWrongUsage = 2;
+
+void Complain(const QString& text) {
+  QTextStream(stderr) << text << Qt::endl;
+}
+
+// The key of the set, 0 if there is none of this name.
+std::int16_t FindSetByName(const QString& name) {
+  Recordset& sets = modData::rsSet;
+  QStringList names;
+  for (; !sets.IsEOF(); sets.MoveNext()) {
+    names.append(sets["SetName"].TextOrEmpty());
+    if (names.constLast() == name) return sets["SetID"].Int16();
+  }
+  Complain(QStringLiteral("There is no set of the name \"%1\". The sets are: %2")
+               .arg(name, names.join(QStringLiteral(", "))));
+  return 0;
+}
+
+void StoreOptions(const BatchOptions& options) {
+  Recordset& set = modData::rsSet;
+  set["SaveTo"] = options.folder;
+  if (options.pic_format_id) set["PicFormatID"] = *options.pic_format_id;
+  if (options.prefix) set["FilenamePrefix"] = *options.prefix;
+  if (options.number) set["FileCardNr"] = true;
+  if (options.no_back) set["NoBack"] = true;
+  if (options.underline) set["ReplaceSpace"] = true;
+  set.Update();
+}
+
+int RunBatch(const BatchOptions& options) {
+  App::SetPath(FolderPart(options.database));
+  modData::OpenDatabase([] {}, options.database);
+  if (!modData::DatabaseFound) {
+    Complain(QStringLiteral("%1 is missing or is no database of the program.").arg(options.database));
+    return kFailureTold;
+  }
+  BatchReport report;
+  const DialogResponderScope answers(report);
+  modData::OpenEditable(QStringLiteral("SELECT * FROM tblSet ORDER BY SetName"), modData::rsSet);
+  const std::int16_t set_id = FindSetByName(options.set);
+  if (set_id == 0) return kWrongUsage;
+  MakeSetCurrent(set_id);
+  StoreOptions(options);
+  EditorsFollowSet();
+  const bool second = modData::CurrentEditionID == 2;
+  frmCreate->CreateAllCards(second && options.cards, second && options.characters, second && options.large,
+                            !second && options.cards, !second && options.characters,
+                            !second && options.large);
+  report.Conclude();
+  return report.ToldFailure() ? kFailureTold : 0;
+}
+
+}  // namespace
+}  // namespace orv
+
+int main(int argc, char** argv) {
+  using namespace orv;
+  Application application(argc, argv, Application::Offscreen);
+  QStringList arguments;
+  for (int i = 0; i < argc; ++i) arguments.append(QString::fromLocal8Bit(argv[i]));
+  const ParsedOptions parsed = ParseBatchOptions(arguments);
+  if (!parsed.options) {
+    if (!parsed.help) {
+      Complain(parsed.message);
+      return kWrongUsage;
+    }
+    QTextStream(stdout) << parsed.message << Qt::endl;
+    return 0;
+  }
+  return application.RunOnce([&] { return RunBatch(*parsed.options); });
+}
