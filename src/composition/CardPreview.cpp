@@ -13,18 +13,6 @@ namespace {
 
 const Font kSmall{QStringLiteral("Small Fonts"), 7, false, false};
 
-void Design(Label& label, const PixelRect& rect, const Font& font, Alignment alignment) {
-  PlaceAt(label, rect);
-  label.SetFont(font);
-  label.SetAlignment(alignment);
-}
-
-// Goes to the row of a catalogue that has a key. RuntimeError 3021 where there is none.
-void FindByKey(Recordset& rows, const char* key, const Field& value) {
-  rows.MoveFirst();
-  rows.Find(QStringLiteral("%1 = %2").arg(QLatin1String(key)).arg(value.Int32()));
-}
-
 }  // namespace
 
 CardPreview::CardPreview(const CardLayout& layout) : layout_(layout) {
@@ -49,15 +37,15 @@ void CardPreview::Design() {
   picSymbol.SetAutoSize(true);
   PlaceAt(picArtistDest, layout_.artist);
   picArtistDest.SetScaleMode(ScaleMode::Twips);
-  orv::Design(lblTitle, layout_.title, layout_.title_font, Alignment::Centre);
+  DesignLabel(lblTitle, layout_.title, layout_.title_font, Alignment::Centre);
   for (int i = 0; i < layout_.type_count; ++i) {
-    orv::Design(*lblType[i], layout_.type[i], kSmall, i % 2 == 0 ? Alignment::Left : Alignment::Right);
+    DesignLabel(*lblType[i], layout_.type[i], kSmall, i % 2 == 0 ? Alignment::Left : Alignment::Right);
   }
-  orv::Design(lblNumber, layout_.number, kSmall, Alignment::Centre);
-  orv::Design(lblBold, layout_.bold, layout_.bold_font, Alignment::Centre);
-  orv::Design(lblInformation, layout_.information, kSmall, Alignment::Left);
+  DesignLabel(lblNumber, layout_.number, kSmall, Alignment::Centre);
+  DesignLabel(lblBold, layout_.bold, layout_.bold_font, Alignment::Centre);
+  DesignLabel(lblInformation, layout_.information, kSmall, Alignment::Left);
   lblInformation.SetWordWrap(true);
-  orv::Design(lblAutonumber, layout_.autonumber, {QStringLiteral("Small Fonts"), 5, false, false},
+  DesignLabel(lblAutonumber, layout_.autonumber, {QStringLiteral("Small Fonts"), 5, false, false},
               Alignment::Right);
   DesignWatermark(lblWatermark, layout_.watermark);
   PlaceAt(lblPicSize, layout_.handle);
@@ -78,14 +66,14 @@ void CardPreview::DrawCard() {
   Recordset& card = modData::rsCard;
   DrawInSteps({
       [&] { lblTitle.SetCaption(card["Title"].TextOrEmpty()); },
-      [&] { FindByKey(modData::rsCardType, "CardTypeID", card["CardTypeID"]); },
+      [&] { FindByKey(modData::rsCardType, "CardTypeID", KeyOrNone(card["CardTypeID"])); },
       [&] { DrawType(); },
       [&] { DrawTexts(); },
       [&] { DrawFrame(); },
       [&] { LoadPictureFromField(picImage, card["Picture"]); },
       [&] { PlacePicture(); },
       [&] { DrawBackground(); },
-      [&] { FindByKey(modData::rsCardBack, "CardBackID", card["CardBackID"]); },
+      [&] { FindByKey(modData::rsCardBack, "CardBackID", KeyOrNone(card["CardBackID"])); },
       [&] { DrawBack(); },
       [&] { PlaceSymbol(picSymbol, picCard, -1, 2); },
   });

@@ -1,6 +1,7 @@
 #include "composition/Composing.h"
 
 #include "base/Rounding.h"
+#include "composition/WrapText.h"
 
 namespace orv {
 namespace {
@@ -26,6 +27,12 @@ class PixelScale {
   ScaleMode former_;
 };
 
+void OutlineFrame(Surface& target, const Surface& frame, Origin origin) {
+  const double left = frame.Left() + origin.x;
+  const double top = frame.Top() + origin.y;
+  target.LineB(left, top, left + frame.Width() - 1, top + frame.Height() - 1, kBlack);
+}
+
 }  // namespace
 
 void PrintLeft(Surface& surface, const Label& label, const QString& text, Origin origin) {
@@ -46,36 +53,49 @@ void PrintRight(Surface& surface, const Label& label, const QString& text) {
   PrintAt(surface, label.Width() + label.Left() - surface.TextWidth(text), label.Top(), text);
 }
 
-void TakeFontOf(Surface& surface, const Label& label) {
-  surface.SetFont(label.GetFont());
-  surface.SetForeColor(label.ForeColor());
+void PrintLines(Surface& surface, const Label& box, const QString& text, Origin origin) {
+  WrapText(text, box, surface, [&](const QString& line, int number) {
+    PrintLeft(surface, box, line, {origin.x, origin.y + number * surface.TextHeight(line)});
+  });
 }
 
-void PaintFramed(Surface& target, const Picture& white, const FramedPicture& framed, Origin origin) {
-  const PixelScale frame_scale(framed.frame);
-  const PixelScale image_scale(framed.image);
-  const Surface& frame = framed.frame;
+void PrintWatermark(Surface& surface, const Label& mark, Origin origin) {
+  surface.SetFont(mark.GetFont());
+  surface.SetForeColor(mark.ForeColor());
+  PrintCentred(surface, mark, mark.Caption(), origin);
+}
+
+void PaintFramed(Surface& target, const Picture& white, const PictureFrame& place,
+                 const StoredPicture& stored, Origin origin) {
+  const PixelScale frame_scale(place.frame);
+  const PixelScale image_scale(place.image);
+  const Surface& frame = place.frame;
   const double left = frame.Left() + origin.x;
   const double top = frame.Top() + origin.y;
   target.PaintPicture(white, left, top, frame.Width(), frame.Height());
-  if (!framed.has_picture) return;
+  if (!stored.has_picture) return;
   const ClipInput input{ToInt16(frame.Width()),
                         ToInt16(frame.Height()),
-                        ToInt16(framed.image.Width()),
-                        ToInt16(framed.image.Height()),
-                        framed.outline,
-                        framed.left,
-                        framed.top};
-  const Clip clip = ClipPicture(input, framed.hug, framed.slack);
+                        ToInt16(place.image.Width()),
+                        ToInt16(place.image.Height()),
+                        stored.outline,
+                        stored.left,
+                        stored.top};
+  const Clip clip = ClipPicture(input, place.hug, place.slack);
   if (!clip.paint) return;
-  target.PaintPicture(framed.image.Picture(), left + clip.x, top + clip.y, clip.width, clip.height,
+  target.PaintPicture(place.image.Picture(), left + clip.x, top + clip.y, clip.width, clip.height,
                       clip.source_x, clip.source_y, clip.width, clip.height);
 }
 
-void OutlineFrame(Surface& target, const Surface& frame, Origin origin) {
-  const double left = frame.Left() + origin.x;
-  const double top = frame.Top() + origin.y;
-  target.LineB(left, top, left + frame.Width() - 1, top + frame.Height() - 1, kBlack);
+void PaintPictureArea(Surface& target, const Picture& white, const PictureFrame& place,
+                      const Recordset& record, Origin origin) {
+  if (!record["UsePicture"].Bool()) return;
+  const bool outlined = record["UseFrame"].Bool();
+  PaintFramed(
+      target, white, place,
+      {!record["Picture"].IsNull(), outlined ? 1 : 0, record["PicLeft"].Number(), record["PicTop"].Number()},
+      origin);
+  if (outlined) OutlineFrame(target, place.frame, origin);
 }
 
 }  // namespace orv

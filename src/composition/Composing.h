@@ -2,6 +2,7 @@
 
 #include "composition/PictureClip.h"
 #include "forms/Surface.h"
+#include "records/Recordset.h"
 
 // What the composers of cards, large cards and characters share. All in pixels of the composing surface.
 namespace orv {
@@ -19,23 +20,32 @@ void PrintRight(Surface& surface, const Label& label, const QString& text);
 void PrintCentred(Surface& surface, const Label& label, const QString& text, double text_width,
                   Origin origin = {});
 
-// Puts the font and colour of a label on a surface.
-void TakeFontOf(Surface& surface, const Label& label);
+// A text broken into lines of the box's width, each from its left edge and one below the other.
+void PrintLines(Surface& surface, const Label& box, const QString& text, Origin origin = {});
 
-// The white area of a picture's frame, and the part of the picture that the frame shows, if there is a
-// picture. `frame` and the image on it measure in twips; the offsets are those of the record.
-struct FramedPicture {
+// The program's mark in its own font and colour, which stay on the surface.
+void PrintWatermark(Surface& surface, const Label& mark, Origin origin = {});
+
+// Where a picture goes: `frame` and the image on it measure in twips.
+struct PictureFrame {
   Surface& frame;
   Surface& image;
-  bool has_picture;
-  int outline;
-  double left, top;  // twips
   Hug hug = Hug::Nothing;
   int slack = 0;
 };
-void PaintFramed(Surface& target, const Picture& white, const FramedPicture& framed, Origin origin = {});
 
-// The black outline of a frame.
-void OutlineFrame(Surface& target, const Surface& frame, Origin origin = {});
+// The white area of a frame, and the part of the picture that the frame shows, if there is a picture.
+// `outline` is the pixel that the frame's outline takes up, 1 or 0; the offsets are those of the record.
+struct StoredPicture {
+  bool has_picture;
+  int outline;
+  double left, top;  // twips
+};
+void PaintFramed(Surface& target, const Picture& white, const PictureFrame& place,
+                 const StoredPicture& stored, Origin origin = {});
+
+// The picture area of a card, large card or character, with its outline, as far as the record wants them.
+void PaintPictureArea(Surface& target, const Picture& white, const PictureFrame& place,
+                      const Recordset& record, Origin origin = {});
 
 }  // namespace orv

@@ -15,12 +15,25 @@ void PlaceAt(SurfaceItem& item, const PixelRect& rect) {
   item.Place(rect.left, rect.top, rect.width, rect.height);
 }
 
-void DesignWatermark(Label& label, const PixelRect& rect) {
+void DesignLabel(Label& label, const PixelRect& rect, const Font& font, Alignment alignment) {
   PlaceAt(label, rect);
+  label.SetFont(font);
+  label.SetAlignment(alignment);
+}
+
+void DesignWatermark(Label& label, const PixelRect& rect) {
+  DesignLabel(label, rect, {QStringLiteral("Small Fonts"), 5.25, false, false}, Alignment::Centre);
   label.SetCaption(Watermark());
-  label.SetAlignment(Alignment::Centre);
-  label.SetFont({QStringLiteral("Small Fonts"), 5.25, false, false});
   label.SetForeColor(0xC0C0C0);
+}
+
+std::int32_t KeyOrNone(const Field& field) {
+  return field.IsNull() ? 0 : field.Int32();
+}
+
+void FindByKey(Recordset& rows, const char* key, std::int32_t value) {
+  rows.MoveFirst();
+  rows.Find(QStringLiteral("%1 = %2").arg(QLatin1String(key)).arg(value));
 }
 
 void DrawInSteps(std::initializer_list<std::function<void()>> steps) {
