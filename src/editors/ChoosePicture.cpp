@@ -22,6 +22,29 @@ void ChoosePicture(const PictureChoice& choice) {
   }
 }
 
+void ChooseFramedPicture(Recordset& rows, const char* column, Surface& image, QString& folder,
+                         std::function<void()> before_update) {
+  ChoosePicture({.title = QStringLiteral("Choose picture"),
+                 .folder = &folder,
+                 .rows = rows,
+                 .column = column,
+                 .surface = image,
+                 .before_update = std::move(before_update),
+                 .stored =
+                     [&](const QString& path) {
+                       RememberFolder(folder)(path);
+                       image.SetTop(0);
+                       image.SetLeft(0);
+                     },
+                 .shown = [&] { image.SetFocus(); }});
+}
+
+void EmptyFrame(Surface& image) {
+  image.SetTop(0);
+  image.SetLeft(0);
+  image.SetPicture(LoadPicture());
+}
+
 std::function<void(const QString&)> RememberFolder(QString& folder) {
   return [&folder](const QString& path) { folder = FolderPart(path); };
 }

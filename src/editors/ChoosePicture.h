@@ -24,6 +24,15 @@ struct PictureChoice {
 };
 void ChoosePicture(const PictureChoice& choice);
 
+// The same for a picture in a frame: it shows at the frame's corner until it is placed anew, the button
+// remembers its folder, and the focus goes to the picture, to be placed by keys.
+void ChooseFramedPicture(
+    Recordset& rows, const char* column, Surface& image, QString& folder,
+    std::function<void()> before_update = [] {});
+
+// Takes the picture out of its frame.
+void EmptyFrame(Surface& image);
+
 // The folder memory of a button: the part of a path up to its last separator.
 std::function<void(const QString&)> RememberFolder(QString& folder);
 

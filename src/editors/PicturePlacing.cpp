@@ -68,6 +68,14 @@ void PictureMover::Nudge(int key_code) {
   }
 }
 
+void PictureMover::KeyDown(const KeyEvent& key) {
+  if (key.Shift == 0) {
+    Nudge(key.KeyCode);
+    rows_.Update();
+  }
+  place_();
+}
+
 void PictureMover::SetOffset(const char* column, double twips) {
   rows_[column] = twips;
 }

@@ -23,6 +23,9 @@ class PictureMover {
   // The keys without a shift state: arrows by one pixel, Home and Page Up to the left and upper edges, End
   // and Page Down to the right and lower ones. Changes the fields and does not update the record.
   void Nudge(int key_code);
+  // A key on a picture whose frame has no keys of its own: nudges and updates without a shift state, and
+  // places the picture in any.
+  void KeyDown(const KeyEvent& key);
 
  private:
   void SetOffset(const char* column, double twips);

@@ -28,7 +28,7 @@ RecordEditor::RecordEditor(const RecordKind& kind)
   cmdCardDelete.SetToolTip(QStringLiteral("Delete"));
   cmdCardDelete.SetAccessibleName(QStringLiteral("Delete"));
   cmdCardAdd.Click = [this] { Add(); };
-  cmdCardDelete.Click = [this] { Delete(); };
+  if (kind_.can_delete) cmdCardDelete.Click = [this] { Delete(); };
 }
 
 void RecordEditor::ArrangeBar(std::initializer_list<Control*> more) {
@@ -207,6 +207,12 @@ void RecordEditor::CloseGap(int deleted) {
 void RecordEditor::Write(const char* column, const Value& value) {
   kind_.rows[column] = value;
   kind_.rows.Update();
+}
+
+void RecordEditor::WriteText(const char* column, TextBox& box, Label& label) {
+  if (Loading) return;
+  Write(column, box.Text());
+  label.SetCaption(box.Text());
 }
 
 void RecordEditor::ShowPosition(int number, int highest) {

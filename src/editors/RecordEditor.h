@@ -6,6 +6,7 @@
 #include "base/Event.h"
 #include "forms/Controls.h"
 #include "forms/Form.h"
+#include "forms/Surface.h"
 #include "records/Recordset.h"
 
 namespace orv {
@@ -19,7 +20,8 @@ struct RecordKind {
   const char* form_name;
   const char* table;
   const char* key;
-  Recordset& rows;  // the shared recordset of the kind
+  Recordset& rows;         // the shared recordset of the kind
+  bool can_delete = true;  // the button works
 };
 
 // An editor of the records of one kind in the current set, one at a time. There is no save command: each
@@ -76,6 +78,8 @@ class RecordEditor : public Form {
 
   // Writes one field of the current record.
   void Write(const char* column, const Value& value);
+  // The same for a text that the preview shows on a label; nothing while Loading.
+  void WriteText(const char* column, TextBox& box, Label& label);
   // The highest number, as the label's tag keeps it.
   int Highest() const { return lblCurrentCard.Tag().toInt(); }
   void ShowCurrentPosition();

@@ -6,6 +6,8 @@
 #include "base/Files.h"
 #include "base/RuntimeError.h"
 #include "composition/CardPreview.h"
+#include "composition/CharacterPreview.h"
+#include "composition/LargeCardPreview.h"
 #include "composition/frmCard.h"
 #include "forms/Dialogs.h"
 #include "pictures/frmClip.h"
@@ -22,17 +24,42 @@ struct SheetKind {
   const char* kind_code;
   const char* box_title;
   const char* name_column;
-  bool fills_name_from_title;  // an empty FileName takes the title of the moment, for good
-  bool may_leave_out_back;
-  bool tells_cause;
   PixelRect first_outline;  // left, top and the opposite corner, inclusive
   PixelRect second_outline;
+  bool fills_name_from_title = false;  // an empty FileName takes the title of the moment, for good
+  bool may_leave_out_back = true;
+  bool tells_cause = false;
 };
 
-constexpr SheetKind kCard2nd = {"C2",  "Saving the card 2nd.", "FileName",        true, true,
-                                false, {0, 0, 151, 255},       {152, 0, 303, 255}};
-constexpr SheetKind kCard3rd = {"C3",  "Saving the card 3rd.", "FileName",        true, true,
-                                false, {0, 0, 162, 246},       {163, 0, 325, 246}};
+constexpr SheetKind kCard2nd = {.kind_code = "C2",
+                                .box_title = "Saving the card 2nd.",
+                                .name_column = "FileName",
+                                .first_outline = {0, 0, 151, 255},
+                                .second_outline = {152, 0, 303, 255},
+                                .fills_name_from_title = true};
+constexpr SheetKind kCard3rd = {.kind_code = "C3",
+                                .box_title = "Saving the card 3rd.",
+                                .name_column = "FileName",
+                                .first_outline = {0, 0, 162, 246},
+                                .second_outline = {163, 0, 325, 246},
+                                .fills_name_from_title = true};
+constexpr SheetKind kCharacter2nd = {.kind_code = "CH2",
+                                     .box_title = "Saving the character 2nd",
+                                     .name_column = "Name",
+                                     .first_outline = {0, 0, 303, 255},
+                                     .second_outline = {304, 0, 607, 255}};
+constexpr SheetKind kPlayingPiece2nd = {.kind_code = "PP2",
+                                        .box_title = "Saving the playing piece 2nd.",
+                                        .name_column = "Name",
+                                        .first_outline = {0, 0, 151, 255},
+                                        .second_outline = {152, 0, 303, 255},
+                                        .may_leave_out_back = false};
+constexpr SheetKind kLargeCard = {.kind_code = "LC2",
+                                  .box_title = "Saving the large card",
+                                  .name_column = "Title",
+                                  .first_outline = {0, 0, 303, 255},
+                                  .second_outline = {304, 0, 607, 255},
+                                  .tells_cause = true};
 
 QString SaveFolder() {
   const QString separator = QDir::separator();
@@ -151,6 +178,19 @@ void SaveTheCard2nd() {
 // The back is the one that the 2nd edition's preview shows, whatever the 3rd edition's has drawn.
 void SaveTheCard3rd() {
   SaveSheet(kCard3rd, modData::rsCard, frmCard->picACard, CardPreviewOf(2).picBack);
+}
+
+void SaveTheCharacter2nd() {
+  SaveSheet(kCharacter2nd, modData::rsCharacter, frmCard->picACard, TheCharacterPreview().picCharacterBack);
+}
+
+// The piece has no back: the same image stands on both halves, whatever the set says of backs.
+void SaveThePlayingPiece2nd() {
+  SaveSheet(kPlayingPiece2nd, modData::rsCharacter, frmCard->picACardPP, frmCard->picACardPP);
+}
+
+void SaveTheLargeCard() {
+  SaveSheet(kLargeCard, modData::rsLargeCard, frmCard->picACard, TheLargeCardPreview().picBackLarge);
 }
 
 }  // namespace orv

@@ -5,6 +5,8 @@
 #include "database/ListHelpers.h"
 #include "editors/frmCard2nd.h"
 #include "editors/frmCard3rd.h"
+#include "editors/frmCharacter2nd.h"
+#include "editors/frmLarge2nd.h"
 #include "forms/Application.h"
 #include "forms/Dialogs.h"
 #include "output/Saving.h"
@@ -158,7 +160,7 @@ void CreateForm::SetLabelColour(Colour colour) {
   for (FormLabel* label : {&lblNr2ndCards, &lblNr2ndChar, &lblNr2ndLarge}) label->SetForeColor(colour);
 }
 
-void CreateForm::CreateAllCards(bool Card2nd, bool /*Character2nd*/, bool /*LargeCard2nd*/, bool Card3rd,
+void CreateForm::CreateAllCards(bool Card2nd, bool Character2nd, bool LargeCard2nd, bool Card3rd,
                                 bool /*Character3rd*/, bool /*LargeCard3rd*/) {
   for (FormLabel* label : {&lblNr2ndCards, &lblNr2ndChar, &lblNr2ndLarge}) label->SetCaption(QString());
   SetLabelColour(Rgb(0xFF, 0, 0));
@@ -169,6 +171,20 @@ void CreateForm::CreateAllCards(bool Card2nd, bool /*Character2nd*/, bool /*Larg
   if (Card3rd) {
     Run({modData::rsCard, lblNr2ndCards, [] { frmCard3rd->DrawCard(); }, [] { frmCard->CreateCard3rd(); },
          SaveTheCard3rd, [](int count) { frmCard3rd->ShowPosition(count, count); }});
+  }
+  if (Character2nd) {
+    Run({modData::rsCharacter, lblNr2ndChar, [] { frmCharacter2nd->DrawCharacter(); },
+         [] { frmCard->CreateCharacter2nd(); },
+         [] {
+           SaveTheCharacter2nd();
+           SaveThePlayingPiece2nd();
+         },
+         [](int count) { frmCharacter2nd->ShowPosition(count, count); }});
+  }
+  if (LargeCard2nd) {
+    Run({modData::rsLargeCard, lblNr2ndLarge, [] { frmLarge2nd->DrawLargeCard(); },
+         [] { frmCard->CreateLargeCard2nd(); }, SaveTheLargeCard,
+         [](int count) { frmLarge2nd->ShowPosition(count, count); }});
   }
   SetLabelColour(kBlack);
   MsgBox(QStringLiteral("Done creating cards."), Icon::Information, kTitle);

@@ -1,0 +1,205 @@
+// The character editor's controls: their making, their arrangement and their events.
+#include "database/ListHelpers.h"
+#include "editors/frmCharacter2nd.h"
+#include "state/modData.h"
+
+namespace orv {
+namespace {
+
+constexpr int kHandleLowest = 15;
+constexpr int kHandleHighest = 154;
+
+}  // namespace
+
+Character2ndForm::Character2ndForm()
+    : RecordEditor({"frmCharacter2nd", "tblCharacter", "CharacterID", modData::rsCharacter, false}),
+      pic2ndCharacter(*this),
+      viewCharacter(pic2ndCharacter, TheCharacterPreview().picCharacter),
+      viewBack(pic2ndCharacter, TheCharacterPreview().picCharacterBack),
+      viewPiece(pic2ndCharacter, TheCharacterPreview().picPlayingPiece),
+      picCharacterRest(*this),
+      fraCharacter(picCharacterRest, QStringLiteral("Character")),
+      lblNameName(fraCharacter, QStringLiteral("&Name:")),
+      txtCharName(fraCharacter),
+      lblStartAreaName(fraCharacter, QStringLiteral("Starting &area:")),
+      cboStartArea(fraCharacter),
+      chkIncludeBoard(fraCharacter, QStringLiteral("Include Board name")),
+      lblAlignmentName(fraCharacter, QStringLiteral("Alignmen&t:")),
+      cboAlignment(fraCharacter),
+      fraAttributes(picCharacterRest, QStringLiteral("Attributes")),
+      lblCharAttrName{FormLabel(fraAttributes, QStringLiteral("&Strength:")),
+                      FormLabel(fraAttributes, QStringLiteral("&Craft:")),
+                      FormLabel(fraAttributes, QStringLiteral("&Gold:")),
+                      FormLabel(fraAttributes, QStringLiteral("&Lives:"))},
+      cboCharAttr{
+          ComboBox(fraAttributes, ComboBox::DropDownCombo), ComboBox(fraAttributes, ComboBox::DropDownCombo),
+          ComboBox(fraAttributes, ComboBox::DropDownCombo), ComboBox(fraAttributes, ComboBox::DropDownCombo)},
+      fraPictures(picCharacterRest, QStringLiteral("Pictures")),
+      chkShowPictureCharacter(fraPictures, QStringLiteral("&Use picture")),
+      chkFrameCharacter(fraPictures, QStringLiteral("Use &frames")),
+      lblPictureName(fraPictures, QStringLiteral("&Picture:")),
+      cmdGetCharPic(fraPictures, QStringLiteral("Select")),
+      cmdDelCharPic(fraPictures, QStringLiteral("Remove")),
+      lblPicDimChar(fraPictures, QStringLiteral("(100W*200H)")),
+      lblPieceName(fraPictures, QStringLiteral("Playing piece:")),
+      cmdGetPlayingPiecePic(fraPictures, QStringLiteral("Select")),
+      cmdDelPlayingPiecePic(fraPictures, QStringLiteral("Remove")),
+      lblPicDimPlay(fraPictures, QStringLiteral("(100W*200H)")),
+      fraAbilities(picCharacterRest, QStringLiteral("Text")),
+      lblAbilitiesName(fraAbilities, QStringLiteral("Sp&ecial abilities:")),
+      txtSpecialAbilities(fraAbilities, TextBox::MultiLine),
+      fraBack(picCharacterRest, QStringLiteral("Background and back")),
+      lblBackgroundName(fraBack, QStringLiteral("&Background:")),
+      cmdBackCharPic(fraBack, QStringLiteral("Select")),
+      cmdDelBackCharPic(fraBack, QStringLiteral("Remove")),
+      lblCardBackName(fraBack, QStringLiteral("Ca&rd back:")),
+      cboCharacterCardback(fraBack),
+      cmdSortCharacter(pnlBar, QStringLiteral("List")),
+      preview_(TheCharacterPreview()),
+      picture_mover_(modData::rsCharacter, "PicLeft", "PicTop", preview_.picFrameCharacter,
+                     preview_.picImageCharacter, [this] { preview_.PlacePicture(); }),
+      piece_mover_(modData::rsCharacter, "PPLeft", "PPTop", preview_.picPlayingPieceFrame,
+                   preview_.picPlayingPieceImage, [this] { preview_.PlacePiece(); }),
+      handle_(preview_.lblPicSizeCharacter, HandleDrag::Across, kHandleLowest, kHandleHighest,
+              [this] { FrameResized(); }) {
+  SetCaption(QStringLiteral("Character (2nd)"));
+  lblCurrentCardCharacter.SetCaption(QStringLiteral("1 (1)"));
+  Arrange();
+  Subscribe();
+}
+
+void Character2ndForm::Arrange() {
+  ArrangeBar({&cmdSortCharacter});
+  ArrangePreviews();
+  ArrangeCharacter();
+  ArrangeAttributes();
+  ArrangePictures();
+  ArrangeTextAndBack();
+  BoxLayout rest(picCharacterRest, BoxLayout::Column, 0);
+  rest.Add(fraCharacter);
+  rest.Add(fraAttributes);
+  rest.Add(fraPictures);
+  rest.Add(fraAbilities, 1);
+  rest.Add(fraBack);
+  ArrangeSides(pic2ndCharacter, picCharacterRest);
+}
+
+void Character2ndForm::ArrangePreviews() {
+  BoxLayout previews(pic2ndCharacter, BoxLayout::Row, 0);
+  BoxLayout sheet = previews.AddBox(BoxLayout::Column);
+  sheet.Add(viewCharacter);
+  sheet.Add(viewBack);
+  BoxLayout piece = previews.AddBox(BoxLayout::Column);
+  piece.Add(viewPiece);
+  piece.AddStretch();
+}
+
+void Character2ndForm::ArrangeCharacter() {
+  GridLayout grid(fraCharacter);
+  lblNameName.SetBuddy(txtCharName);
+  lblStartAreaName.SetBuddy(cboStartArea);
+  lblAlignmentName.SetBuddy(cboAlignment);
+  chkIncludeBoard.SetToolTip(QStringLiteral("The board in brackets behind the starting area"));
+  grid.Add(lblNameName, 0, 0);
+  grid.Add(txtCharName, 0, 1);
+  grid.Add(lblStartAreaName, 1, 0);
+  grid.Add(cboStartArea, 1, 1);
+  grid.Add(chkIncludeBoard, 2, 1);
+  grid.Add(lblAlignmentName, 3, 0);
+  grid.Add(cboAlignment, 3, 1);
+  grid.SetColumnStretch(1, 1);
+}
+
+void Character2ndForm::ArrangeAttributes() {
+  GridLayout grid(fraAttributes);
+  for (int i = 0; i < 4; ++i) {
+    lblCharAttrName[i].SetBuddy(cboCharAttr[i]);
+    cboCharAttr[i].SetToolTip(QStringLiteral("A number, a plus and a number, or --- for none"));
+    grid.Add(lblCharAttrName[i], 0, i);
+    grid.Add(cboCharAttr[i], 1, i);
+    grid.SetColumnStretch(i, 1);
+  }
+}
+
+void Character2ndForm::ArrangePictures() {
+  GridLayout grid(fraPictures);
+  lblPictureName.SetBuddy(cmdGetCharPic);
+  cmdGetCharPic.SetAccessibleName(QStringLiteral("Select the picture"));
+  cmdDelCharPic.SetAccessibleName(QStringLiteral("Remove the picture"));
+  cmdGetPlayingPiecePic.SetAccessibleName(QStringLiteral("Select the picture of the playing piece"));
+  cmdDelPlayingPiecePic.SetAccessibleName(QStringLiteral("Remove the picture of the playing piece"));
+  for (FormLabel* label : {&lblPicDimChar, &lblPicDimPlay}) {
+    label->SetToolTip(QStringLiteral("Size of the picture's frame in pixels"));
+  }
+  BoxLayout checks = grid.AddBox(BoxLayout::Row, 0, 0, 1, 2);
+  checks.Add(chkShowPictureCharacter);
+  checks.Add(chkFrameCharacter);
+  checks.AddStretch();
+  grid.Add(lblPictureName, 1, 0);
+  BoxLayout picture = grid.AddBox(BoxLayout::Row, 1, 1);
+  picture.Add(cmdGetCharPic);
+  picture.Add(cmdDelCharPic);
+  picture.Add(lblPicDimChar);
+  picture.AddStretch();
+  grid.Add(lblPieceName, 2, 0);
+  BoxLayout piece = grid.AddBox(BoxLayout::Row, 2, 1);
+  piece.Add(cmdGetPlayingPiecePic);
+  piece.Add(cmdDelPlayingPiecePic);
+  piece.Add(lblPicDimPlay);
+  piece.AddStretch();
+  grid.SetColumnStretch(1, 1);
+}
+
+void Character2ndForm::ArrangeTextAndBack() {
+  lblAbilitiesName.SetBuddy(txtSpecialAbilities);
+  BoxLayout text(fraAbilities, BoxLayout::Column);
+  text.Add(lblAbilitiesName);
+  text.Add(txtSpecialAbilities, 1);
+  SetMinimumSize(txtSpecialAbilities, 240, 60);
+  GridLayout grid(fraBack);
+  lblBackgroundName.SetBuddy(cmdBackCharPic);
+  lblCardBackName.SetBuddy(cboCharacterCardback);
+  cmdBackCharPic.SetAccessibleName(QStringLiteral("Select the background picture"));
+  cmdDelBackCharPic.SetAccessibleName(QStringLiteral("Remove the background picture"));
+  grid.Add(lblBackgroundName, 0, 0);
+  BoxLayout background = grid.AddBox(BoxLayout::Row, 0, 1);
+  background.Add(cmdBackCharPic);
+  background.Add(cmdDelBackCharPic);
+  background.AddStretch();
+  grid.Add(lblCardBackName, 1, 0);
+  grid.Add(cboCharacterCardback, 1, 1);
+  grid.SetColumnStretch(1, 1);
+}
+
+void Character2ndForm::Subscribe() {
+  SubscribePictures();
+  txtCharName.Change = [this] { txtCharName_Change(); };
+  txtCharName.GotFocus = [this] { SelectText(txtCharName); };
+  cboStartArea.Click = [this] { cboStartArea_Click(); };
+  chkIncludeBoard.Click = [this] { chkIncludeBoard_Click(); };
+  cboAlignment.Click = [this] { cboAlignment_Click(); };
+  for (int i = 0; i < 4; ++i) {
+    cboCharAttr[i].Change = [this, i] { cboCharAttr_Change(i); };
+    cboCharAttr[i].Click = [this, i] { cboCharAttr_Change(i); };
+  }
+  txtSpecialAbilities.Change = [this] { WriteText("Abilities", txtSpecialAbilities, preview_.lblSpecial); };
+  cboCharacterCardback.Click = [this] { cboCharacterCardback_Click(); };
+}
+
+void Character2ndForm::SubscribePictures() {
+  chkShowPictureCharacter.Click = [this] { chkShowPictureCharacter_Click(); };
+  chkFrameCharacter.Click = [this] { chkFrameCharacter_Click(); };
+  cmdGetCharPic.Click = [this] { cmdGetCharPic_Click(); };
+  cmdDelCharPic.Click = [this] { cmdDelCharPic_Click(); };
+  cmdGetPlayingPiecePic.Click = [this] { cmdGetPlayingPiecePic_Click(); };
+  cmdDelPlayingPiecePic.Click = [this] { cmdDelPlayingPiecePic_Click(); };
+  cmdBackCharPic.Click = [this] { cmdBackCharPic_Click(); };
+  cmdDelBackCharPic.Click = [this] { cmdDelBackCharPic_Click(); };
+  picture_mover_.Attach();
+  piece_mover_.Attach();
+  handle_.Attach();
+  preview_.picImageCharacter.KeyDown = [this](const KeyEvent& key) { picImageCharacter_KeyDown(key); };
+  preview_.picPlayingPieceImage.KeyDown = [this](const KeyEvent& key) { piece_mover_.KeyDown(key); };
+}
+
+}  // namespace orv

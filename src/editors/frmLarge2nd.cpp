@@ -1,0 +1,143 @@
+#include "editors/frmLarge2nd.h"
+
+#include "composition/PreviewDrawing.h"
+#include "composition/frmCard.h"
+#include "database/ListHelpers.h"
+#include "editors/ChooseColour.h"
+#include "editors/ChoosePicture.h"
+#include "state/modData.h"
+
+namespace orv {
+
+void Large2ndForm::Form_Load() {
+  preview_.lblWatermark.SetCaption(Watermark());
+  RecordEditor::Form_Load();
+}
+
+void Large2ndForm::Form_Unload() {
+  preview_.Reset();
+  RecordEditor::Form_Unload();
+}
+
+void Large2ndForm::EnableCardControls(bool show) {
+  picLargeCard.SetVisible(show);
+  pic2ndCardLarge.SetVisible(show);
+  RecordEditor::EnableCardControls(show);
+}
+
+void Large2ndForm::SetCardDefaults() {
+  Recordset& card = modData::rsLargeCard;
+  card["SetID"] = modData::rsSet["SetID"].Get();
+  // By its own number, unlike the title of a card.
+  card["Title"] = QStringLiteral("LARGE CARD ") + card["Nr"].Text();
+  card["Information"] = "";
+  card["UsePicture"] = true;
+  card["PicTop"] = 0;
+  card["PicLeft"] = 0;
+  card["PicWidth"] = 121;
+  card["UseFrame"] = true;
+  card["Resize"] = false;
+  card["BGColour"] = kWhite;
+  card["Copies"] = 1;
+}
+
+void Large2ndForm::ShowCard() {
+  Recordset& card = modData::rsLargeCard;
+  {
+    const FlagScope loading(Loading);
+    ShowCurrentPosition();
+    txtTitleLarge.SetText(card["Title"].TextOrEmpty());
+    udCopyLarge.SetValue(card["Copies"].IsNull() ? 1 : card["Copies"].Int32());
+    chkShowPictureLarge.SetValue(BoolToCheck(card["UsePicture"].BoolOrFalse()));
+    chkFrameLarge.SetValue(BoolToCheck(card["UseFrame"].BoolOrFalse()));
+    chkResizeLarge.SetValue(BoolToCheck(card["Resize"].BoolOrFalse()));
+    ShowDimension();
+    txtInfoLarge.SetText(card["Information"].TextOrEmpty());
+    picColourLarge.SetBackColor(card["BGColour"].Int32());
+  }
+  frmCard->CreateLargeCard2nd();
+}
+
+void Large2ndForm::ShowDimension() {
+  lblPicDimLarge.SetCaption(FrameDimension(preview_.picFrameLarge));
+}
+
+void Large2ndForm::chkShowPictureLarge_Click() {
+  if (Loading) return;
+  const bool show = chkShowPictureLarge.Value() == 1;
+  Write("UsePicture", show);
+  preview_.picFrameLarge.SetVisible(show);
+  preview_.lblPicSizeLarge.SetVisible(show);
+  preview_.PlaceHandle();
+}
+
+void Large2ndForm::chkFrameLarge_Click() {
+  if (Loading) return;
+  Write("UseFrame", chkFrameLarge.Value() == 1);
+  preview_.picFrameLarge.SetBorderStyle(chkFrameLarge.Value());
+}
+
+void Large2ndForm::chkResizeLarge_Click() {
+  if (Loading) return;
+  Write("Resize", chkResizeLarge.Value() == 1);
+  DrawLargeCard();
+}
+
+void Large2ndForm::cmdGetPicLarge_Click() {
+  ChooseFramedPicture(modData::rsLargeCard, "Picture", preview_.picImageLarge, LastPicFolder);
+}
+
+void Large2ndForm::cmdDelPicLarge_Click() {
+  Recordset& card = modData::rsLargeCard;
+  card["Picture"] = Value::Null();
+  card["PicTop"] = 0;
+  card["PicLeft"] = 0;
+  card.Update();
+  EmptyFrame(preview_.picImageLarge);
+}
+
+void Large2ndForm::cmdBackPicLarge_Click() {
+  ChoosePicture({.title = QStringLiteral("Choose picture"),
+                 .folder = nullptr,
+                 .rows = modData::rsLargeCard,
+                 .column = "BGPicture",
+                 .surface = preview_.picCardLarge});
+}
+
+void Large2ndForm::cmdDelBackPicLarge_Click() {
+  Write("BGPicture", Value::Null());
+  preview_.picCardLarge.SetPicture(LoadPicture());
+}
+
+void Large2ndForm::cmdCardbackLarge_Click() {
+  ChoosePicture({.title = QStringLiteral("Choose card back"),
+                 .folder = &LastCardbackFolder,
+                 .rows = modData::rsLargeCard,
+                 .column = "LargeCardBack",
+                 .surface = preview_.picBackLarge,
+                 .stored = RememberFolder(LastCardbackFolder)});
+}
+
+void Large2ndForm::cmdDelCardbackLarge_Click() {
+  Write("LargeCardBack", Value::Null());
+  preview_.picBackLarge.SetPicture(LoadPicture());
+}
+
+void Large2ndForm::cmdColourLarge_Click() {
+  ChooseBackgroundColour(modData::rsLargeCard, picColourLarge, preview_.picCardLarge);
+}
+
+// What follows the frame's handle: the frame, the texts beside it and the record.
+void Large2ndForm::FrameResized() {
+  Surface& frame = preview_.picFrameLarge;
+  frame.SetWidth(preview_.lblPicSizeLarge.Left() - frame.Left());
+  preview_.PlaceTexts();
+  Write("PicWidth", frame.Width());
+  ShowDimension();
+}
+
+void Large2ndForm::picImageLarge_KeyDown(const KeyEvent& key) {
+  if (key.Shift == 0) mover_.KeyDown(key);
+}
+
+}  // namespace orv

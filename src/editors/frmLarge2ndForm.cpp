@@ -1,0 +1,170 @@
+// The large-card editor's controls: their making, their arrangement and their events.
+#include "database/ListHelpers.h"
+#include "editors/frmLarge2nd.h"
+#include "state/modData.h"
+
+namespace orv {
+namespace {
+
+constexpr int kHandleLowest = 30;
+constexpr int kHandleHighest = 180;
+
+}  // namespace
+
+Large2ndForm::Large2ndForm()
+    : RecordEditor({"frmLarge2nd", "tblLargeCard", "LargeCardID", modData::rsLargeCard}),
+      pic2ndCardLarge(*this),
+      viewCard(pic2ndCardLarge, TheLargeCardPreview().picCardLarge),
+      viewBack(pic2ndCardLarge, TheLargeCardPreview().picBackLarge),
+      picLargeCard(*this),
+      fraTexts(picLargeCard, QStringLiteral("Texts")),
+      lblTitleName(fraTexts, QStringLiteral("&Title:")),
+      txtTitleLarge(fraTexts, TextBox::MultiLine),
+      lblInfoName(fraTexts, QStringLiteral("&Information:")),
+      txtInfoLarge(fraTexts, TextBox::MultiLine),
+      lblCopyName(fraTexts, QStringLiteral("&Multiple:")),
+      txtCopyLarge(fraTexts),
+      udCopyLarge(fraTexts, txtCopyLarge, 1, 99),
+      fraPicture(picLargeCard, QStringLiteral("Picture")),
+      chkShowPictureLarge(fraPicture, QStringLiteral("&Use picture")),
+      chkFrameLarge(fraPicture, QStringLiteral("Use &frames")),
+      chkResizeLarge(fraPicture, QStringLiteral("&Resize")),
+      lblPictureName(fraPicture, QStringLiteral("&Picture:")),
+      cmdGetPicLarge(fraPicture, QStringLiteral("Select")),
+      cmdDelPicLarge(fraPicture, QStringLiteral("Remove")),
+      lblPicDimLarge(fraPicture, QStringLiteral("121W * 238H")),
+      fraBack(picLargeCard, QStringLiteral("Background and back")),
+      lblBackgroundName(fraBack, QStringLiteral("&Background:")),
+      cmdBackPicLarge(fraBack, QStringLiteral("Select")),
+      cmdDelBackPicLarge(fraBack, QStringLiteral("Remove")),
+      lblColourName(fraBack, QStringLiteral("&Colour:")),
+      viewColour(fraBack, picColourLarge),
+      cmdColourLarge(fraBack, QStringLiteral("...")),
+      lblCardBackName(fraBack, QStringLiteral("C&ard back:")),
+      cmdCardbackLarge(fraBack, QStringLiteral("Select")),
+      cmdDelCardbackLarge(fraBack, QStringLiteral("Remove")),
+      preview_(TheLargeCardPreview()),
+      mover_(modData::rsLargeCard, "PicLeft", "PicTop", preview_.picFrameLarge, preview_.picImageLarge,
+             [this] { preview_.PlacePicture(); }),
+      handle_(preview_.lblPicSizeLarge, HandleDrag::Across, kHandleLowest, kHandleHighest,
+              [this] { FrameResized(); }) {
+  SetCaption(QStringLiteral("Large card (2nd)"));
+  Arrange();
+  Subscribe();
+}
+
+void Large2ndForm::Arrange() {
+  picColourLarge.Place(0, 0, 48, 20);
+  picColourLarge.SetBorderStyle(1);
+  picColourLarge.SetName(QStringLiteral("Card background colour"));
+  ArrangeBar({});
+  BoxLayout previews(pic2ndCardLarge, BoxLayout::Column, 0);
+  previews.Add(viewCard);
+  previews.Add(viewBack);
+  ArrangeTexts();
+  ArrangePicture();
+  ArrangeBack();
+  BoxLayout rest(picLargeCard, BoxLayout::Column, 0);
+  rest.Add(fraTexts, 1);
+  rest.Add(fraPicture);
+  rest.Add(fraBack);
+  ArrangeSides(pic2ndCardLarge, picLargeCard);
+}
+
+void Large2ndForm::ArrangeTexts() {
+  GridLayout grid(fraTexts);
+  lblTitleName.SetBuddy(txtTitleLarge);
+  lblInfoName.SetBuddy(txtInfoLarge);
+  lblCopyName.SetBuddy(txtCopyLarge);
+  txtCopyLarge.SetToolTip(QStringLiteral("How many of this card you want, for your own use"));
+  grid.Add(lblTitleName, 0, 0);
+  grid.Add(txtTitleLarge, 0, 1);
+  grid.Add(lblInfoName, 1, 0);
+  grid.Add(txtInfoLarge, 1, 1);
+  grid.Add(lblCopyName, 2, 0);
+  BoxLayout copies = grid.AddBox(BoxLayout::Row, 2, 1);
+  copies.Add(txtCopyLarge);
+  copies.Add(udCopyLarge);
+  copies.AddStretch();
+  grid.SetColumnStretch(1, 1);
+  grid.SetRowStretch(0, 1);
+  grid.SetRowStretch(1, 3);
+  SetMinimumSize(txtTitleLarge, 240, 40);
+  SetMinimumSize(txtInfoLarge, 240, 120);
+  SetFixedWidth(txtCopyLarge, 40);
+}
+
+void Large2ndForm::ArrangePicture() {
+  GridLayout grid(fraPicture);
+  lblPictureName.SetBuddy(cmdGetPicLarge);
+  cmdGetPicLarge.SetAccessibleName(QStringLiteral("Select the picture"));
+  cmdDelPicLarge.SetAccessibleName(QStringLiteral("Remove the picture"));
+  chkResizeLarge.SetToolTip(QStringLiteral("The frame closes around the picture"));
+  lblPicDimLarge.SetToolTip(QStringLiteral("Size of the picture's frame in pixels"));
+  BoxLayout checks = grid.AddBox(BoxLayout::Row, 0, 0, 1, 2);
+  checks.Add(chkShowPictureLarge);
+  checks.Add(chkFrameLarge);
+  checks.Add(chkResizeLarge);
+  checks.AddStretch();
+  grid.Add(lblPictureName, 1, 0);
+  BoxLayout buttons = grid.AddBox(BoxLayout::Row, 1, 1);
+  buttons.Add(cmdGetPicLarge);
+  buttons.Add(cmdDelPicLarge);
+  buttons.Add(lblPicDimLarge);
+  buttons.AddStretch();
+  grid.SetColumnStretch(1, 1);
+}
+
+void Large2ndForm::ArrangeBack() {
+  GridLayout grid(fraBack);
+  lblBackgroundName.SetBuddy(cmdBackPicLarge);
+  lblColourName.SetBuddy(cmdColourLarge);
+  lblCardBackName.SetBuddy(cmdCardbackLarge);
+  cmdBackPicLarge.SetAccessibleName(QStringLiteral("Select the background picture"));
+  cmdDelBackPicLarge.SetAccessibleName(QStringLiteral("Remove the background picture"));
+  cmdColourLarge.SetAccessibleName(QStringLiteral("Choose the background colour"));
+  cmdColourLarge.SetToolTip(QStringLiteral("Choose the background colour"));
+  cmdCardbackLarge.SetAccessibleName(QStringLiteral("Select the picture of the back"));
+  cmdDelCardbackLarge.SetAccessibleName(QStringLiteral("Remove the picture of the back"));
+  const auto row = [&](int number, FormLabel& label, Control& first, Control& second) {
+    grid.Add(label, number, 0);
+    BoxLayout buttons = grid.AddBox(BoxLayout::Row, number, 1);
+    buttons.Add(first);
+    buttons.Add(second);
+    buttons.AddStretch();
+  };
+  row(0, lblBackgroundName, cmdBackPicLarge, cmdDelBackPicLarge);
+  row(1, lblColourName, viewColour, cmdColourLarge);
+  row(2, lblCardBackName, cmdCardbackLarge, cmdDelCardbackLarge);
+  grid.SetColumnStretch(1, 1);
+  SetFixedWidth(cmdColourLarge, 32);
+}
+
+void Large2ndForm::Subscribe() {
+  SubscribePicture();
+  txtTitleLarge.Change = [this] { WriteText("Title", txtTitleLarge, preview_.lblTitleLarge); };
+  txtTitleLarge.GotFocus = [this] { SelectText(txtTitleLarge); };
+  txtInfoLarge.Change = [this] { WriteText("Information", txtInfoLarge, preview_.lblInformationLarge); };
+  udCopyLarge.Change = [this] {
+    if (!Loading) Write("Copies", udCopyLarge.Value());
+  };
+  cmdColourLarge.Click = [this] { cmdColourLarge_Click(); };
+  picColourLarge.Click = [this] { cmdColourLarge_Click(); };
+}
+
+void Large2ndForm::SubscribePicture() {
+  chkShowPictureLarge.Click = [this] { chkShowPictureLarge_Click(); };
+  chkFrameLarge.Click = [this] { chkFrameLarge_Click(); };
+  chkResizeLarge.Click = [this] { chkResizeLarge_Click(); };
+  cmdGetPicLarge.Click = [this] { cmdGetPicLarge_Click(); };
+  cmdDelPicLarge.Click = [this] { cmdDelPicLarge_Click(); };
+  cmdBackPicLarge.Click = [this] { cmdBackPicLarge_Click(); };
+  cmdDelBackPicLarge.Click = [this] { cmdDelBackPicLarge_Click(); };
+  cmdCardbackLarge.Click = [this] { cmdCardbackLarge_Click(); };
+  cmdDelCardbackLarge.Click = [this] { cmdDelCardbackLarge_Click(); };
+  mover_.Attach();
+  handle_.Attach();
+  preview_.picImageLarge.KeyDown = [this](const KeyEvent& key) { picImageLarge_KeyDown(key); };
+}
+
+}  // namespace orv
