@@ -23,7 +23,9 @@ class FilterScope {
 
 void LoadReferenceLists(std::int16_t edition, std::int16_t language) {
   const auto open = [](const char* text, auto... numbers) {
-    return modData::OpenSnapshot(QString::fromLatin1(text).arg(numbers...));
+    QString query = QString::fromLatin1(text);
+    ((query = query.arg(numbers)), ...);
+    return modData::OpenSnapshot(query);
   };
   modData::rsCardType = open(
       "SELECT * FROM tblCardType WHERE EditionID = %1 AND LanguageID = %2 ORDER BY LanguageID, UpperLeft, "
