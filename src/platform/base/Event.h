@@ -11,6 +11,8 @@ template <class... Arguments>
 class Event {
  public:
   void operator=(std::function<void(Arguments...)> handler) { handler_ = std::move(handler); }
+  // Whether anybody subscribes.
+  explicit operator bool() const { return handler_ != nullptr; }
   void operator()(Arguments... arguments) const {
     // A copy, so that a handler may replace or destroy the control that raises it.
     if (const auto handler = handler_) handler(arguments...);

@@ -6,6 +6,7 @@
 #include "base/Event.h"
 #include "forms/Types.h"
 
+class QEvent;
 class QWidget;
 class QObject;
 
@@ -43,15 +44,22 @@ class Control {
 
  protected:
   Control() = default;
-  // Takes the widget over and watches it.
+  // Takes the widget over, watches it and, unless it is a window, shows it as soon as its form is shown.
   void Adopt(QWidget* widget);
-  virtual bool Filter(QObject* object, int event_type);
+  // Watches another object, too: a part of the widget, or a neighbour.
+  void Watch(QObject* object);
+  // Sees the events of the watched objects first; true keeps an event from them.
+  virtual bool Filter(QObject* object, QEvent* event);
+  // Lives as long as the control: the context for connections to its widget's signals.
+  QObject* Watcher() const;
 
  private:
   friend class ControlWatcher;
+  bool FocusEvent(QObject* object, QEvent* event);
   QPointer<QObject> widget_;
   QPointer<QObject> watcher_;
   QString tag_;
+  bool had_focus_ = false;
 };
 
 // What controls lie in: a form, a panel or a frame.

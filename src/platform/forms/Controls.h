@@ -65,8 +65,12 @@ class TextBox : public Control {
   void SetSelLength(int length);
   Event<> Change;
 
+ protected:
+  bool Filter(QObject* object, QEvent* event) override;
+
  private:
   void Select(int start, int length);
+  void TextEdited();
   Kind kind_;
   QString last_;
 };
@@ -96,10 +100,13 @@ class ComboBox : public Control {
   Event<> Click;
   Event<> Change;
 
+ protected:
+  bool Filter(QObject* object, QEvent* event) override;
+
  private:
   Kind kind_;
   int new_index_ = -1;
-  bool changing_ = false;
+  QString last_;  // the free text
 };
 
 // Two arrows that step a value, and the field that shows it as its buddy: typing a number in range there
@@ -111,10 +118,15 @@ class UpDown : public Control {
   void SetValue(int value);  // kept within the range; also renews the field
   Event<> Change;
 
+ protected:
+  bool Filter(QObject* object, QEvent* event) override;
+
  private:
+  void Take(int value);
   TextBox& buddy_;
   int min_, max_;
   int value_;
+  int wheel_ = 0;  // what is left of the wheel's turn, in eighths of a degree
 };
 
 // Shows a surface that lives elsewhere, at its own pixel size, and brings it the mouse, the keyboard and
@@ -123,6 +135,9 @@ class SurfaceView : public Control {
  public:
   SurfaceView(Container& parent, class Surface& surface);
   ~SurfaceView() override;
+
+ private:
+  class Widget;
 };
 
 }  // namespace orv

@@ -5,8 +5,6 @@
 
 #include "forms/Control.h"
 
-class QMdiArea;
-
 namespace orv {
 
 // Dialog: a window of its own, usually shown modally. Child: lies inside the main window, when there
@@ -22,9 +20,12 @@ class Form : public Container {
 
   QString Caption() const;
   void SetCaption(const QString& caption);
-  // The inside, in twips; `resizable` keeps it as the least size only.
+  // The inside, in twips; `resizable` keeps it as the least size only. For a main window it is the size to
+  // start with.
   void SetClientSize(int width, int height, bool resizable = false);
-  int Width() const;  // outer size and place on the screen, in twips
+  // Place and size of the window in twips; for a child within the main window. Width and Height are
+  // without the frame that a desktop draws around a window, so that a stored placement is found again.
+  int Width() const;
   int Height() const;
   int Left() const;
   int Top() const;
@@ -55,7 +56,10 @@ class Form : public Container {
 
  private:
   friend class FormWindow;
+  friend class ChildWindow;
   void ClosedByFrame();
+  QWidget* Window() const;
+  void PlaceFirst();
   FormKind kind_;
   bool modal_ = false;
   std::function<void()> unload_;
@@ -63,10 +67,11 @@ class Form : public Container {
   std::unique_ptr<Impl> impl_;
 };
 
-// For the instances: runs `action` when the message loop is idle, so that a form is never destroyed
-// within one of its own handlers; at once if no loop runs.
+// For the instances: runs `action` as soon as the event in hand is dealt with to its end, nested loops
+// included, so that a form is never destroyed within one of its own handlers; at once outside of any event.
 void RunLater(std::function<void()> action);
-// For the instances: what unloads each loaded form, run in reverse order when the program ends.
+// For the instances: what unloads each loaded form, run in reverse order when the program ends. Kept for
+// the whole run.
 void AtShutdown(std::function<void()> action);
 
 // The one instance of a form: comes into being at its first use, which runs Form_Load, and again after

@@ -48,9 +48,11 @@ class Connection {
 class Transaction {
  public:
   explicit Transaction(const Connection& connection);
+  explicit Transaction(std::shared_ptr<Connection::Impl> connection);
   ~Transaction();
   Transaction(const Transaction&) = delete;
   Transaction& operator=(const Transaction&) = delete;
+  // Once, at the end. If it fails, nothing is committed and the destructor rolls back.
   void Commit();
 
  private:

@@ -68,7 +68,7 @@ class Recordset {
   // RuntimeError 3000 for a query without such a column.
   static Recordset OpenEditable(const Connection& connection, const QString& sql);
 
-  bool IsOpen() const { return impl_ != nullptr; }
+  bool IsOpen() const;
   // Posts a pending change and releases the rows. Dropping the last reference without Close drops it.
   void Close();
 

@@ -1,0 +1,140 @@
+#include "forms/Application.h"
+
+#include <QApplication>
+#include <QClipboard>
+#include <QFont>
+#include <QScreen>
+#include <QStyle>
+#include <cstdio>
+#include <cstdlib>
+#include <new>
+#include <utility>
+
+#include "base/Rounding.h"
+#include "base/RuntimeError.h"
+#include "forms/Dialogs.h"
+#include "forms/Lifetime.h"
+#include "forms/Style.h"
+
+namespace orv {
+namespace {
+
+bool quit_asked = false;
+bool has_display = true;
+
+// What a run-time error does that nobody catches. Every edit is stored already, so there is nothing to
+// put in order.
+[[noreturn]] void EndProgram(const RuntimeError& error) {
+  static bool ending = false;
+  if (std::exchange(ending, true)) std::_Exit(1);
+  const QString text =
+      QStringLiteral("Run-time error '%1':\n\n%2").arg(QString::number(error.Number()), error.Description());
+  std::fprintf(stderr, "%s\n", qUtf8Printable(text));
+  while (QGuiApplication::overrideCursor() != nullptr) QGuiApplication::restoreOverrideCursor();
+  if (has_display || CurrentResponder() != nullptr) MsgBox(text, Icon::Critical, {});
+  std::_Exit(1);
+}
+
+[[noreturn]] void EndProgramByCurrent() {
+  try {
+    throw;
+  } catch (const RuntimeError& error) {
+    EndProgram(error);
+  } catch (const std::bad_alloc&) {
+    EndProgram(RuntimeError(kErrOutOfMemory));
+  } catch (const std::exception& error) {
+    EndProgram(RuntimeError(kErrInternal, QString::fromUtf8(error.what())));
+  }
+}
+
+class DesktopApplication : public QApplication {
+ public:
+  using QApplication::QApplication;
+  bool notify(QObject* receiver, QEvent* event) override {
+    const EventScope scope;
+    try {
+      return QApplication::notify(receiver, event);
+    } catch (...) {
+      EndProgramByCurrent();
+    }
+  }
+};
+
+}  // namespace
+
+struct Application::Impl {
+  Impl(int& argc, char** argv) : application(argc, argv) {}
+  DesktopApplication application;
+};
+
+Application::Application(int& argc, char** argv, Display display) {
+  has_display = display == Desktop;
+  if (display == Offscreen) qputenv("QT_QPA_PLATFORM", "offscreen");
+  QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
+  impl_ = std::make_unique<Impl>(argc, argv);
+  quit_asked = false;
+  QApplication::setApplicationName(QStringLiteral("Varnholt Card Set Creator"));
+  QApplication::setQuitOnLastWindowClosed(false);
+  QApplication::setStyle(NewStyle());
+  QApplication::setFont(InterfaceFont());
+}
+
+Application::~Application() {
+  UnloadAll();
+}
+
+int Application::Run(const std::function<void()>& main) {
+  return RunOnce([&main] {
+    main();
+    return quit_asked ? 0 : QApplication::exec();
+  });
+}
+
+int Application::RunOnce(const std::function<int()>& action) {
+  try {
+    return action();
+  } catch (...) {
+    EndProgramByCurrent();
+  }
+}
+
+void Application::Quit() {
+  quit_asked = true;
+  UnloadAll();
+  QApplication::quit();
+}
+
+namespace Screen {
+
+int Width() {
+  return QGuiApplication::primaryScreen()->geometry().width() * kTwipsPerPixel;
+}
+int Height() {
+  return QGuiApplication::primaryScreen()->geometry().height() * kTwipsPerPixel;
+}
+
+}  // namespace Screen
+
+WaitCursor::WaitCursor() {
+  QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+}
+WaitCursor::~WaitCursor() {
+  QGuiApplication::restoreOverrideCursor();
+}
+
+namespace Clipboard {
+
+bool SetImage(const Picture& picture) {
+  if (picture.IsEmpty()) return false;
+  QGuiApplication::clipboard()->setImage(picture.Image());
+  return true;
+}
+
+Picture GetImage() {
+  const QImage image = QGuiApplication::clipboard()->image();
+  return image.isNull() ? Picture() : Picture(image);
+}
+
+}  // namespace Clipboard
+
+}  // namespace orv

@@ -1,0 +1,73 @@
+#include <QCheckBox>
+#include <QPushButton>
+#include <QRadioButton>
+
+#include "forms/ButtonRoles.h"
+#include "forms/Controls.h"
+#include "forms/Icons.h"
+
+namespace orv {
+namespace {
+
+QAbstractButton& Of(const Control& control) {
+  return *static_cast<QAbstractButton*>(control.Handle());
+}
+
+}  // namespace
+
+CommandButton::CommandButton(Container& parent, const QString& caption, const QString& icon) {
+  auto* const button = new QPushButton(caption, parent.Handle());
+  if (!icon.isEmpty()) {
+    button->setIcon(NamedIcon(icon));
+    button->setIconSize(QSize(16, 16));
+  }
+  Adopt(button);
+  QObject::connect(button, &QPushButton::clicked, Watcher(), [this] { Click(); });
+}
+
+QString CommandButton::Caption() const {
+  return Of(*this).text();
+}
+void CommandButton::SetCaption(const QString& caption) {
+  Of(*this).setText(caption);
+}
+void CommandButton::SetDefault(bool is_default) {
+  static_cast<QPushButton&>(Of(*this)).setDefault(is_default);
+}
+void CommandButton::SetCancel(bool is_cancel) {
+  Of(*this).setProperty(kCancelRole, is_cancel);
+}
+
+CheckBox::CheckBox(Container& parent, const QString& caption) {
+  auto* const box = new QCheckBox(caption, parent.Handle());
+  Adopt(box);
+  QObject::connect(box, &QCheckBox::toggled, Watcher(), [this] { Click(); });
+}
+
+int CheckBox::Value() const {
+  return Of(*this).isChecked() ? 1 : 0;
+}
+void CheckBox::SetValue(int value) {
+  Of(*this).setChecked(value != 0);
+}
+
+OptionButton::OptionButton(Container& parent, const QString& caption) {
+  auto* const button = new QRadioButton(caption, parent.Handle());
+  Adopt(button);
+  QObject::connect(button, &QRadioButton::toggled, Watcher(), [this](bool checked) {
+    if (checked) Click();
+  });
+}
+
+bool OptionButton::Value() const {
+  return Of(*this).isChecked();
+}
+
+void OptionButton::SetValue(bool value) {
+  // Its group would not let go of the option that is set.
+  if (!value) Of(*this).setAutoExclusive(false);
+  Of(*this).setChecked(value);
+  Of(*this).setAutoExclusive(true);
+}
+
+}  // namespace orv

@@ -1,0 +1,218 @@
+#include "forms/Form.h"
+
+#include <QApplication>
+#include <QEventLoop>
+#include <QLayout>
+#include <QMdiArea>
+#include <QScopeGuard>
+#include <QScreen>
+#include <QVBoxLayout>
+#include <QWindow>
+#include <algorithm>
+#include <utility>
+
+#include "base/Rounding.h"
+#include "forms/Application.h"
+#include "forms/Dialogs.h"
+#include "forms/FormWindow.h"
+#include "forms/Icons.h"
+
+namespace orv {
+namespace {
+
+// The area for children of the main window that stands, if any.
+QPointer<QMdiArea>& ChildArea() {
+  static QPointer<QMdiArea> area;
+  return area;
+}
+
+int Pixels(int twips) {
+  return static_cast<int>(RoundHalfEven(twips / double{kTwipsPerPixel}));
+}
+
+}  // namespace
+
+struct Form::Impl {
+  QPointer<ChildWindow> child;  // the frame of a child within the main window
+  QVBoxLayout* rows = nullptr;  // of a main window: what is docked, then the area
+  QEventLoop* loop = nullptr;   // while shown modally
+  bool placed = false;          // the program or the user has chosen its place
+  bool shown = false;           // has been shown before
+};
+
+Form::Form(FormKind kind) : kind_(kind), impl_(std::make_unique<Impl>()) {
+  auto* const content = new FormWindow(*this);
+  if (kind == FormKind::Child && ChildArea() != nullptr) {
+    impl_->child = new ChildWindow(*this);
+    impl_->child->setWidget(new FormScroller(content));
+    ChildArea()->addSubWindow(impl_->child);
+    impl_->child->hide();
+  } else {
+    content->setWindowFlags(kind == FormKind::Dialog ? Qt::Dialog : Qt::Window);
+  }
+  Adopt(content);
+  if (kind == FormKind::Main) {
+    impl_->rows = new QVBoxLayout(content);
+    impl_->rows->setContentsMargins(0, 0, 0, 0);
+    impl_->rows->setSpacing(0);
+    auto* const area = new QMdiArea(content);
+    area->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    area->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    impl_->rows->addWidget(area, 1);
+    ChildArea() = area;
+  }
+  Window()->setWindowIcon(NamedIcon(QStringLiteral("app")));
+}
+
+Form::~Form() {
+  delete impl_->child;
+}
+
+QWidget* Form::Window() const {
+  return impl_->child != nullptr ? impl_->child.data() : Handle();
+}
+
+QString Form::Caption() const {
+  return Window()->windowTitle();
+}
+void Form::SetCaption(const QString& caption) {
+  Window()->setWindowTitle(caption);
+}
+
+void Form::SetClientSize(int width, int height, bool resizable) {
+  const QSize size(Pixels(width), Pixels(height));
+  if (!resizable) {
+    Handle()->setFixedSize(size);
+  } else if (kind_ != FormKind::Main) {
+    Handle()->setMinimumSize(size);
+  }
+  if (impl_->child == nullptr) Handle()->resize(size);
+}
+
+int Form::Width() const {
+  return Window()->width() * kTwipsPerPixel;
+}
+int Form::Height() const {
+  return Window()->height() * kTwipsPerPixel;
+}
+int Form::Left() const {
+  return Window()->x() * kTwipsPerPixel;
+}
+int Form::Top() const {
+  return Window()->y() * kTwipsPerPixel;
+}
+void Form::SetWidth(int twips) {
+  Window()->resize(Pixels(twips), Window()->height());
+}
+void Form::SetHeight(int twips) {
+  Window()->resize(Window()->width(), Pixels(twips));
+}
+void Form::SetLeft(int twips) {
+  impl_->placed = true;
+  Window()->move(Pixels(twips), Window()->y());
+}
+void Form::SetTop(int twips) {
+  impl_->placed = true;
+  Window()->move(Window()->x(), Pixels(twips));
+}
+
+int Form::WindowState() const {
+  if (Window()->isMinimized()) return 1;
+  return Window()->isMaximized() ? 2 : 0;
+}
+
+void Form::SetWindowState(int state) {
+  const auto others = Window()->windowState() & ~(Qt::WindowMinimized | Qt::WindowMaximized);
+  Window()->setWindowState(others | (state == 1   ? Qt::WindowMinimized
+                                     : state == 2 ? Qt::WindowMaximized
+                                                  : Qt::WindowNoState));
+}
+
+bool Form::IsShown() const {
+  return Handle() != nullptr && !Window()->isHidden();
+}
+
+// Before it is shown for the first time: a child takes the size of its inside, as far as there is room; a
+// dialog stands over the middle of the window that it belongs to.
+void Form::PlaceFirst() {
+  if (std::exchange(impl_->shown, true)) return;
+  if (impl_->child != nullptr) {
+    if (impl_->child->testAttribute(Qt::WA_Resized)) return;
+    const QSize room = ChildArea() == nullptr ? QSize() : ChildArea()->viewport()->size();
+    const QSize wanted = impl_->child->sizeHint();
+    impl_->child->resize(ChildArea() != nullptr && ChildArea()->isVisible() ? wanted.boundedTo(room)
+                                                                            : wanted);
+    return;
+  }
+  if (kind_ != FormKind::Dialog || impl_->placed) return;
+  const QWidget* owner = QApplication::activeWindow();
+  if (owner == nullptr && ChildArea() != nullptr) owner = ChildArea()->window();
+  QWidget* const window = Window();
+  if (!window->testAttribute(Qt::WA_Resized)) window->adjustSize();
+  QRect place = window->rect();
+  const QRect screen = window->screen()->availableGeometry();
+  place.moveCenter(owner != nullptr && owner->isVisible() ? owner->geometry().center() : screen.center());
+  place.moveRight(std::min(place.right(), screen.right()));
+  place.moveBottom(std::min(place.bottom(), screen.bottom()));
+  place.moveLeft(std::max(place.left(), screen.left()));
+  place.moveTop(std::max(place.top(), screen.top()));
+  window->move(place.topLeft());
+}
+
+void Form::Show() {
+  PlaceFirst();
+  QWidget* const window = Window();
+  const QWidget* const owner = QApplication::activeWindow();
+  if (kind_ == FormKind::Dialog && owner != nullptr && owner != window && !window->isVisible()) {
+    window->winId();
+    window->windowHandle()->setTransientParent(owner->windowHandle());
+  }
+  window->show();
+  if (impl_->child != nullptr) {
+    if (ChildArea() != nullptr) ChildArea()->setActiveSubWindow(impl_->child);
+  } else {
+    window->raise();
+    window->activateWindow();
+  }
+}
+
+void Form::ShowModal() {
+  if (impl_->loop != nullptr) return;
+  QEventLoop loop;
+  impl_->loop = &loop;
+  modal_ = true;
+  const auto end = qScopeGuard([this] {
+    Hide();
+    if (Handle() != nullptr) Window()->setWindowModality(Qt::NonModal);
+    modal_ = false;
+    impl_->loop = nullptr;
+  });
+  if (Window()->isWindow()) Window()->setWindowModality(Qt::ApplicationModal);
+  Show();
+  DialogResponder* const responder = CurrentResponder();
+  if (responder != nullptr && responder->OnModal(*this)) return;
+  if (IsShown()) loop.exec(QEventLoop::DialogExec);
+}
+
+void Form::Hide() {
+  if (Handle() != nullptr) Window()->hide();
+  if (impl_->loop != nullptr) impl_->loop->quit();
+}
+
+void Form::DockTop(Control& control) {
+  QWidget* const widget = control.Handle();
+  widget->setFixedHeight(widget->testAttribute(Qt::WA_Resized) ? widget->height()
+                                                               : widget->sizeHint().height());
+  impl_->rows->insertWidget(impl_->rows->count() - 1, widget);
+}
+
+void Form::ClosedByFrame() {
+  if (modal_) return Hide();
+  // Copied, since unloading ends the form.
+  const auto unload = unload_;
+  if (kind_ == FormKind::Main) Application::Quit();
+  if (unload) return unload();
+  if (kind_ != FormKind::Main) Hide();
+}
+
+}  // namespace orv

@@ -1,0 +1,78 @@
+#include <QLabel>
+#include <QPalette>
+
+#include "forms/Controls.h"
+#include "forms/Palette.h"
+
+namespace orv {
+namespace {
+
+QLabel& Of(const Control& control) {
+  return *static_cast<QLabel*>(control.Handle());
+}
+
+// "A&rtist:" names its field "Artist".
+QString NameFrom(const QString& caption) {
+  QString name;
+  for (int i = 0; i < caption.size(); ++i) {
+    if (caption[i] == u'&' && ++i >= caption.size()) break;
+    name += caption[i];
+  }
+  name = name.trimmed();
+  return name.endsWith(u':') ? name.chopped(1) : name;
+}
+
+void NameBuddy(const QLabel& label) {
+  if (label.buddy() != nullptr) label.buddy()->setAccessibleName(NameFrom(label.text()));
+}
+
+}  // namespace
+
+FormLabel::FormLabel(Container& parent, const QString& caption, Alignment alignment) {
+  auto* const label = new QLabel(parent.Handle());
+  label->setTextFormat(Qt::PlainText);
+  label->setText(caption);
+  const Qt::Alignment side = alignment == Alignment::Left    ? Qt::AlignLeft
+                             : alignment == Alignment::Right ? Qt::AlignRight
+                                                             : Qt::AlignHCenter;
+  label->setAlignment(side | Qt::AlignVCenter);
+  Adopt(label);
+}
+
+QString FormLabel::Caption() const {
+  return Of(*this).text();
+}
+
+void FormLabel::SetCaption(const QString& caption) {
+  Of(*this).setText(caption);
+  NameBuddy(Of(*this));
+}
+
+void FormLabel::SetBuddy(Control& field) {
+  Of(*this).setBuddy(field.Handle());
+  NameBuddy(Of(*this));
+}
+
+void FormLabel::SetForeColor(Colour colour) {
+  QPalette palette = Of(*this).palette();
+  palette.setColor(QPalette::WindowText, ToQColor(colour));
+  Of(*this).setPalette(palette);
+}
+
+void FormLabel::SetWordWrap(bool wrap) {
+  Of(*this).setWordWrap(wrap);
+  const Qt::Alignment side = Of(*this).alignment() & Qt::AlignHorizontal_Mask;
+  Of(*this).setAlignment(side | (wrap ? Qt::AlignTop : Qt::AlignVCenter));
+}
+
+void FormLabel::SetBold(bool bold) {
+  QFont font = Of(*this).font();
+  font.setBold(bold);
+  Of(*this).setFont(font);
+}
+
+void FormLabel::Refresh() {
+  Of(*this).repaint();
+}
+
+}  // namespace orv

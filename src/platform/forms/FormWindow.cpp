@@ -1,0 +1,67 @@
+#include "forms/FormWindow.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QKeyEvent>
+#include <QPushButton>
+
+#include "forms/ButtonRoles.h"
+#include "forms/Form.h"
+#include "forms/Keys.h"
+
+namespace orv {
+namespace {
+
+bool CanPress(const QAbstractButton* button) {
+  return button->isEnabled() && button->isVisible();
+}
+
+}  // namespace
+
+void FormWindow::closeEvent(QCloseEvent* event) {
+  event->ignore();
+  form_.ClosedByFrame();
+}
+
+void FormWindow::keyPressEvent(QKeyEvent* event) {
+  if (PressButton(event->key())) return;
+  if (const KeyEvent key = KeyEventFrom(*event); key.KeyCode != 0) form_.Form_KeyDown(key);
+}
+
+// Enter presses the button with the focus or else the default one, Escape the cancel button.
+bool FormWindow::PressButton(int key) const {
+  const bool enter = key == Qt::Key_Return || key == Qt::Key_Enter;
+  if (!enter && key != Qt::Key_Escape) return false;
+  auto* const focused = qobject_cast<QAbstractButton*>(QApplication::focusWidget());
+  const bool presses_itself = qobject_cast<QPushButton*>(focused) != nullptr ||
+                              (focused != nullptr && focused->inherits("QToolButton"));
+  if (enter && presses_itself && isAncestorOf(focused)) {
+    focused->click();
+    return true;
+  }
+  for (QPushButton* const button : findChildren<QPushButton*>()) {
+    const bool meant = enter ? button->isDefault() : button->property(kCancelRole).toBool();
+    if (!meant || !CanPress(button)) continue;
+    button->click();
+    return true;
+  }
+  return false;
+}
+
+FormScroller::FormScroller(QWidget* content) {
+  setFrameShape(QFrame::NoFrame);
+  setFocusPolicy(Qt::NoFocus);
+  setWidgetResizable(true);
+  setWidget(content);
+}
+
+QSize FormScroller::sizeHint() const {
+  return widget()->sizeHint().expandedTo(widget()->minimumSize()).boundedTo(widget()->maximumSize());
+}
+
+void ChildWindow::closeEvent(QCloseEvent* event) {
+  event->ignore();
+  form_.ClosedByFrame();
+}
+
+}  // namespace orv

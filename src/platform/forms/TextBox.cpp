@@ -1,0 +1,156 @@
+#include <QKeyEvent>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QSignalBlocker>
+#include <QTextBlock>
+#include <QValidator>
+#include <algorithm>
+#include <limits>
+
+#include "forms/Controls.h"
+#include "forms/ShownText.h"
+
+namespace orv {
+namespace {
+
+// What a user pastes into a field of one line stays one line.
+class OneLine : public QValidator {
+ public:
+  using QValidator::QValidator;
+  State validate(QString& input, int& position) const override {
+    const auto before = input.left(position).count(QStringLiteral("\r\n"));
+    input.replace(QStringLiteral("\r\n"), QStringLiteral(" "));
+    position -= static_cast<int>(before);
+    for (QChar& c : input) {
+      if (c == u'\n' || c == u'\r' || c == QChar::ParagraphSeparator) c = u' ';
+    }
+    return Acceptable;
+  }
+};
+
+QLineEdit& Line(const Control& control) {
+  return *static_cast<QLineEdit*>(control.Handle());
+}
+QPlainTextEdit& Lines(const Control& control) {
+  return *static_cast<QPlainTextEdit*>(control.Handle());
+}
+
+// The document's own plain text turns hard blanks into soft ones, so the paragraphs are read one by one.
+QString TextOf(const QTextDocument& document) {
+  QString text;
+  for (QTextBlock block = document.firstBlock(); block.isValid(); block = block.next()) {
+    if (block.blockNumber() > 0) text += QStringLiteral("\r\n");
+    text += FromShown(block.text());
+  }
+  return text;
+}
+
+// A line end is one position of the document and two of the text.
+int TextPosition(const QTextDocument& document, int position) {
+  return position + document.findBlock(position).blockNumber();
+}
+
+int DocumentPosition(const QTextDocument& document, int text_position) {
+  for (QTextBlock block = document.firstBlock(); block.isValid(); block = block.next()) {
+    const int offset = text_position - TextPosition(document, block.position());
+    if (offset <= block.length() - 1) return block.position() + offset;
+    // Between the two characters of the line end: before it.
+    if (offset == block.length()) return block.position() + block.length() - 1;
+  }
+  return document.characterCount() - 1;
+}
+
+}  // namespace
+
+TextBox::TextBox(Container& parent, Kind kind) : kind_(kind) {
+  if (kind == SingleLine) {
+    auto* const edit = new QLineEdit(parent.Handle());
+    edit->setMaxLength(std::numeric_limits<int>::max());
+    edit->setValidator(new OneLine(edit));
+    Adopt(edit);
+    QObject::connect(edit, &QLineEdit::textChanged, Watcher(), [this] { TextEdited(); });
+  } else {
+    auto* const edit = new QPlainTextEdit(parent.Handle());
+    edit->setTabChangesFocus(true);
+    Adopt(edit);
+    QObject::connect(edit, &QPlainTextEdit::textChanged, Watcher(), [this] { TextEdited(); });
+  }
+}
+
+void TextBox::TextEdited() {
+  const QString text = Text();
+  if (text == last_) return;
+  last_ = text;
+  Change();
+}
+
+QString TextBox::Text() const {
+  return kind_ == SingleLine ? FromShown(Line(*this).text()) : TextOf(*Lines(*this).document());
+}
+
+void TextBox::SetText(const QString& text) {
+  if (text == Text()) return;
+  {
+    const QSignalBlocker blocker(Handle());
+    if (kind_ == SingleLine) {
+      Line(*this).setText(ToShownLine(text));
+      Line(*this).setCursorPosition(0);
+    } else {
+      Lines(*this).setPlainText(ToShownLines(text));
+    }
+  }
+  TextEdited();
+}
+
+int TextBox::SelStart() const {
+  if (kind_ == MultiLine) {
+    return TextPosition(*Lines(*this).document(), Lines(*this).textCursor().selectionStart());
+  }
+  return Line(*this).hasSelectedText() ? Line(*this).selectionStart() : Line(*this).cursorPosition();
+}
+
+int TextBox::SelLength() const {
+  if (kind_ == SingleLine) return static_cast<int>(Line(*this).selectedText().size());
+  const QTextCursor cursor = Lines(*this).textCursor();
+  const QTextDocument& document = *Lines(*this).document();
+  return TextPosition(document, cursor.selectionEnd()) - TextPosition(document, cursor.selectionStart());
+}
+
+void TextBox::SetSelStart(int start) {
+  Select(start, 0);
+}
+void TextBox::SetSelLength(int length) {
+  Select(SelStart(), length);
+}
+
+void TextBox::Select(int start, int length) {
+  const int size = static_cast<int>(Text().size());
+  start = std::clamp(start, 0, size);
+  const int end = start + std::clamp(length, 0, size - start);
+  if (kind_ == SingleLine) {
+    Line(*this).setSelection(start, end - start);
+    if (end == start) Line(*this).setCursorPosition(start);
+    return;
+  }
+  const QTextDocument& document = *Lines(*this).document();
+  QTextCursor cursor = Lines(*this).textCursor();
+  cursor.setPosition(DocumentPosition(document, start));
+  cursor.setPosition(DocumentPosition(document, end), QTextCursor::KeepAnchor);
+  Lines(*this).setTextCursor(cursor);
+}
+
+bool TextBox::Filter(QObject* object, QEvent* event) {
+  // With Shift the key would make a break within the paragraph, which is no line end of the text.
+  if (kind_ == MultiLine && object == Handle() && event->type() == QEvent::KeyPress) {
+    const auto& key = *static_cast<QKeyEvent*>(event);
+    const bool enter = key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter;
+    if (enter && key.modifiers().testFlag(Qt::ShiftModifier)) {
+      Lines(*this).textCursor().insertBlock();
+      Lines(*this).ensureCursorVisible();
+      return true;
+    }
+  }
+  return Control::Filter(object, event);
+}
+
+}  // namespace orv

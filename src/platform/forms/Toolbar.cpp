@@ -1,0 +1,54 @@
+#include "forms/Toolbar.h"
+
+#include <QAction>
+#include <QToolBar>
+#include <QToolButton>
+
+#include "base/RuntimeError.h"
+#include "forms/Icons.h"
+
+namespace orv {
+namespace {
+
+QAction* ActionAt(const std::vector<QAction*>& buttons, int index) {
+  if (index < 1 || index > static_cast<int>(buttons.size())) throw RuntimeError(kErrSubscript);
+  return buttons[static_cast<std::size_t>(index - 1)];
+}
+
+}  // namespace
+
+Toolbar::Toolbar(Container& parent) {
+  auto* const bar = new QToolBar(parent.Handle());
+  bar->setMovable(false);
+  bar->setIconSize(QSize(16, 16));
+  bar->setToolButtonStyle(Qt::ToolButtonIconOnly);
+  bar->setContextMenuPolicy(Qt::PreventContextMenu);
+  Adopt(bar);
+}
+
+void Toolbar::Add(const QString& key, const QString& name, const QString& tool_tip, ToolbarStyle style,
+                  const QString& icon) {
+  auto& bar = *static_cast<QToolBar*>(Handle());
+  if (style == ToolbarStyle::Separator) {
+    buttons_.push_back(bar.addSeparator());
+    return;
+  }
+  QAction* const action = bar.addAction(NamedIcon(icon), name);
+  action->setToolTip(tool_tip.isEmpty() ? name : tool_tip);
+  action->setCheckable(style == ToolbarStyle::Check);
+  if (QWidget* const button = bar.widgetForAction(action)) {
+    button->setFocusPolicy(Qt::TabFocus);
+    button->setAccessibleName(name);
+  }
+  QObject::connect(action, &QAction::triggered, Watcher(), [this, key] { ButtonClick(key); });
+  buttons_.push_back(action);
+}
+
+int Toolbar::Value(int index) const {
+  return ActionAt(buttons_, index)->isChecked() ? 1 : 0;
+}
+void Toolbar::SetValue(int index, int value) {
+  ActionAt(buttons_, index)->setChecked(value != 0);
+}
+
+}  // namespace orv

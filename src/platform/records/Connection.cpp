@@ -1,0 +1,142 @@
+#include "records/Connection.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <QSet>
+
+#include "base/RuntimeError.h"
+#include "records/ConnectionImpl.h"
+#include "records/DatabaseFile.h"
+
+namespace orv {
+namespace {
+
+constexpr int kBusyMilliseconds = 3000;
+// Texts of statements differ only where queries do; a program that makes ever new ones must not keep them
+// all.
+constexpr qsizetype kMaxPrepared = 200;
+
+void ExecuteOn(sqlite3* database, const char* statement) {
+  CheckDatabase(database, sqlite3_exec(database, statement, nullptr, nullptr, nullptr));
+}
+
+void OpenDatabaseFile(Connection::Impl& connection, const QString& path) {
+  const int code = sqlite3_open_v2(QFile::encodeName(path).constData(), &connection.database,
+                                   SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
+  CheckDatabase(connection.database, code);
+  sqlite3* database = connection.database;
+  sqlite3_extended_result_codes(database, 1);
+  sqlite3_busy_timeout(database, kBusyMilliseconds);
+  // A misspelt column must be an error and not a text.
+  sqlite3_db_config(database, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
+  sqlite3_db_config(database, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
+  if (sqlite3_db_readonly(database, "main") == 1) throw RuntimeError(kErrPathFileAccess);
+  RegisterCollation(database);
+}
+
+void SetUp(sqlite3* database) {
+  // The first to read the file, and so what recovers it.
+  ExecuteOn(database, "SELECT COUNT(*) FROM sqlite_schema");
+  ExecuteOn(database, "PRAGMA journal_mode = DELETE");
+  // Beyond FULL this waits for the journal's removal too, without which a lost power could undo an edit.
+  ExecuteOn(database, "PRAGMA synchronous = EXTRA");
+  ExecuteOn(database, "PRAGMA temp_store = MEMORY");
+  ExecuteOn(database, "PRAGMA cache_size = -16000");
+  ExecuteOn(database, "PRAGMA secure_delete = OFF");
+  ExecuteOn(database, "PRAGMA trusted_schema = OFF");
+}
+
+QSet<QString> ColumnsOf(sqlite3* database, const QString& table) {
+  QSet<QString> columns;
+  const Statement statement(database, QStringLiteral("SELECT * FROM %1").arg(QuotedName(table)));
+  for (int i = 0; i < statement.ColumnCount(); ++i) columns.insert(statement.ColumnName(i).toLower());
+  return columns;
+}
+
+}  // namespace
+
+Connection::Impl::~Impl() {
+  prepared.clear();
+  sqlite3_close_v2(database);
+}
+
+std::shared_ptr<Statement> Connection::Impl::Prepared(const QString& sql) {
+  auto& statement = prepared[sql];
+  if (statement != nullptr && !statement->IsBusy()) return statement;
+  std::shared_ptr<Statement> made;
+  try {
+    made = std::make_shared<Statement>(database, sql);
+  } catch (...) {
+    if (statement == nullptr) prepared.remove(sql);
+    throw;
+  }
+  statement = made;
+  if (prepared.size() > kMaxPrepared) prepared.clear();
+  return made;
+}
+
+Connection Connection::Open(const QString& path) {
+  Connection connection;
+  auto impl = std::make_shared<Impl>();
+  impl->lock = LockShared(path);
+  const int descriptor = DescriptorOf(*impl->lock);
+  const QString file = QFileInfo(path).canonicalFilePath();
+  // Nothing may write to a file that is refused, so it is judged before SQLite sees it. Only what a crash
+  // left in the middle of a change must be recovered first.
+  const bool interrupted = HasJournal(file);
+  interrupted ? CheckMagic(descriptor) : CheckWhole(descriptor);
+  OpenDatabaseFile(*impl, file);
+  SetUp(impl->database);
+  if (interrupted) CheckWhole(descriptor);
+  connection.impl_ = std::move(impl);
+  return connection;
+}
+
+void Connection::RequireColumns(const QString& schema) const {
+  if (!IsOpen()) throw RuntimeError(kErrObjectNotSet);
+  for (const QString& line : schema.split(u'\n')) {
+    const QString table = line.section(u':', 0, 0).trimmed();
+    if (table.isEmpty()) continue;
+    const QSet<QString> present = ColumnsOf(impl_->database, table);
+    for (const QString& name : line.section(u':', 1).split(u',', Qt::SkipEmptyParts)) {
+      const QString column = name.trimmed();
+      if (column.isEmpty() || present.contains(column.toLower())) continue;
+      throw RuntimeError(kErrDatabase,
+                         QStringLiteral("Database error: no such column: %1.%2").arg(table, column));
+    }
+  }
+}
+
+void Connection::Execute(const QString& statement) const {
+  if (!IsOpen()) throw RuntimeError(kErrObjectNotSet);
+  ExecuteOn(impl_->database, statement.toUtf8().constData());
+}
+
+Transaction::Transaction(const Connection& connection) : Transaction(connection.impl_) {}
+
+Transaction::Transaction(std::shared_ptr<Connection::Impl> connection) : connection_(std::move(connection)) {
+  if (connection_ == nullptr) throw RuntimeError(kErrObjectNotSet);
+  // The outermost takes the right to write at once, so that another program's lock shows here and not
+  // in the middle.
+  ExecuteOn(connection_->database,
+            connection_->transactions == 0 ? "BEGIN IMMEDIATE" : "SAVEPOINT orv_inner");
+  ++connection_->transactions;
+}
+
+Transaction::~Transaction() {
+  if (!open_) return;
+  --connection_->transactions;
+  // Some failures have rolled back everything already.
+  if (sqlite3_get_autocommit(connection_->database) != 0) return;
+  const char* statement =
+      connection_->transactions == 0 ? "ROLLBACK" : "ROLLBACK TO orv_inner; RELEASE orv_inner";
+  sqlite3_exec(connection_->database, statement, nullptr, nullptr, nullptr);
+}
+
+void Transaction::Commit() {
+  ExecuteOn(connection_->database, connection_->transactions == 1 ? "COMMIT" : "RELEASE orv_inner");
+  --connection_->transactions;
+  open_ = false;
+}
+
+}  // namespace orv

@@ -1,0 +1,42 @@
+#pragma once
+
+#include <QHash>
+#include <QString>
+#include <memory>
+
+#include "records/Connection.h"
+#include "records/FileLock.h"
+#include "records/Sqlite.h"
+
+namespace orv {
+
+struct Connection::Impl {
+  Impl() = default;
+  ~Impl();
+  Impl(const Impl&) = delete;
+  Impl& operator=(const Impl&) = delete;
+
+  // A statement that stays prepared for its next use with the same text.
+  std::shared_ptr<Statement> Prepared(const QString& sql);
+
+  std::shared_ptr<LockedFile> lock;
+  sqlite3* database = nullptr;
+  int transactions = 0;  // depth of nesting
+  QHash<QString, std::shared_ptr<Statement>> prepared;
+};
+
+// One use of a prepared statement; its end gives up the rows and locks, also when an error passes by.
+class StatementUse {
+ public:
+  StatementUse(Connection::Impl& connection, const QString& sql) : statement_(connection.Prepared(sql)) {}
+  explicit StatementUse(std::shared_ptr<Statement> statement) : statement_(std::move(statement)) {}
+  ~StatementUse() { statement_->Reset(); }
+  StatementUse(const StatementUse&) = delete;
+  StatementUse& operator=(const StatementUse&) = delete;
+  Statement* operator->() const { return statement_.get(); }
+
+ private:
+  std::shared_ptr<Statement> statement_;
+};
+
+}  // namespace orv

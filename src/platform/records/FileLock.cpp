@@ -1,0 +1,84 @@
+#include "records/FileLock.h"
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <QFile>
+#include <cerrno>
+#include <map>
+#include <utility>
+
+#include "base/RuntimeError.h"
+
+namespace orv {
+
+class LockedFile {
+ public:
+  explicit LockedFile(int descriptor) : descriptor_(descriptor) {}
+  ~LockedFile() { ::close(descriptor_); }
+  LockedFile(const LockedFile&) = delete;
+  LockedFile& operator=(const LockedFile&) = delete;
+  int Descriptor() const { return descriptor_; }
+
+ private:
+  int descriptor_;
+};
+
+namespace {
+
+using FileIdentity = std::pair<dev_t, ino_t>;
+
+// What this process holds.
+std::map<FileIdentity, std::weak_ptr<LockedFile>>& Held() {
+  static std::map<FileIdentity, std::weak_ptr<LockedFile>> held;
+  return held;
+}
+
+FileIdentity Identify(const QByteArray& name) {
+  struct stat file {};
+  if (::stat(name.constData(), &file) != 0) {
+    throw RuntimeError(errno == ENOENT || errno == ENOTDIR ? kErrFileNotFound : kErrPathFileAccess);
+  }
+  if (!S_ISREG(file.st_mode)) throw RuntimeError(kErrPathFileAccess);
+  return {file.st_dev, file.st_ino};
+}
+
+std::shared_ptr<LockedFile> Lock(const QByteArray& name, const FileIdentity& identity, int operation,
+                                 const RuntimeError& refusal) {
+  const int descriptor = ::open(name.constData(), O_RDONLY | O_CLOEXEC);
+  if (descriptor < 0) throw RuntimeError(kErrPathFileAccess);
+  auto file = std::make_shared<LockedFile>(descriptor);
+  // A file system that knows no locks is no reason to refuse the file.
+  if (::flock(descriptor, operation | LOCK_NB) != 0 && errno == EWOULDBLOCK) throw refusal;
+  Held()[identity] = file;
+  return file;
+}
+
+}  // namespace
+
+int DescriptorOf(const LockedFile& file) {
+  return file.Descriptor();
+}
+
+std::shared_ptr<LockedFile> LockShared(const QString& path) {
+  const QByteArray name = QFile::encodeName(path);
+  const FileIdentity identity = Identify(name);
+  if (auto held = Held()[identity].lock()) return held;
+  return Lock(
+      name, identity, LOCK_SH,
+      RuntimeError(kErrPathFileAccess,
+                   QStringLiteral("Path/File access error: another program is compacting the database")));
+}
+
+ExclusiveFileLock::ExclusiveFileLock(const QString& path) {
+  const QByteArray name = QFile::encodeName(path);
+  const FileIdentity identity = Identify(name);
+  const RuntimeError refusal(kErrPermissionDenied,
+                             QStringLiteral("Permission denied: another program is using the database"));
+  if (!Held()[identity].expired()) throw refusal;
+  file_ = Lock(name, identity, LOCK_EX, refusal);
+}
+
+}  // namespace orv

@@ -1,0 +1,124 @@
+#include "records/SnapshotRecordset.h"
+
+#include <algorithm>
+#include <numeric>
+
+#include "base/RuntimeError.h"
+#include "records/Dialect.h"
+#include "records/QueryShape.h"
+#include "records/RowCriterion.h"
+
+namespace orv {
+namespace {
+
+// The statement of a query, with the key behind its ORDER BY where that can be had.
+std::unique_ptr<Statement> Prepare(Connection::Impl& connection, const QString& sql) {
+  const Query query = Translate(sql);
+  auto statement = std::make_unique<Statement>(connection.database, query.sql);
+  if (query.order.isEmpty()) return statement;
+  const QString key = TieBreaker(connection, query, *statement);
+  if (key.isEmpty()) return statement;
+  try {
+    return std::make_unique<Statement>(connection.database, query.sql + QStringLiteral(", ") + key);
+  } catch (const RuntimeError&) {
+    return statement;  // several tables of a join have a column of that name
+  }
+}
+
+[[noreturn]] void RefuseChange() {
+  throw RuntimeError(kErrDatabase, QStringLiteral("Database error: the recordset is read-only"));
+}
+
+}  // namespace
+
+SnapshotRecordset::SnapshotRecordset(Connection::Impl& connection, const QString& sql) {
+  const std::unique_ptr<Statement> statement = Prepare(connection, sql);
+  QStringList names;
+  for (int i = 0; i < statement->ColumnCount(); ++i) names.append(statement->ColumnName(i));
+  SetColumnNames(names);
+  while (statement->Step()) {
+    Row row;
+    row.reserve(static_cast<size_t>(names.size()));
+    for (int i = 0; i < names.size(); ++i) row.push_back(statement->Column(i));
+    rows_.push_back(std::move(row));
+  }
+  SetFilter({});
+}
+
+void SnapshotRecordset::SetFilter(const QString& criterion) {
+  CheckOpen();
+  std::vector<size_t> shown;
+  if (criterion.trimmed().isEmpty()) {
+    shown.resize(rows_.size());
+    std::iota(shown.begin(), shown.end(), size_t{0});
+  } else {
+    RowCriterion meets(criterion, ColumnNames());
+    for (size_t i = 0; i < rows_.size(); ++i) {
+      if (meets.IsMetBy(rows_[i])) shown.push_back(i);
+    }
+  }
+  shown_ = std::move(shown);
+  Step(0, 1);
+}
+
+int SnapshotRecordset::Search(const QString& criterion, int start) {
+  RowCriterion meets(criterion, ColumnNames());
+  for (int i = start; i < Size(); ++i) {
+    if (meets.IsMetBy(rows_[shown_[static_cast<size_t>(i)]])) return i;
+  }
+  return -1;
+}
+
+const Value& SnapshotRecordset::Current(int column) const {
+  CheckCurrent();
+  return rows_[shown_[static_cast<size_t>(position_)]][static_cast<size_t>(column)];
+}
+
+Value SnapshotRecordset::Get(int column) {
+  return Current(column);
+}
+
+bool SnapshotRecordset::IsNull(int column) {
+  return Current(column).IsNull();
+}
+
+std::int64_t SnapshotRecordset::ActualSize(int column) {
+  offsets_.remove(column);
+  const Value& value = Current(column);
+  return value.IsNull() ? 0 : value.Bytes().size();
+}
+
+QByteArray SnapshotRecordset::GetChunk(int column, std::int64_t length) {
+  const Value& value = Current(column);
+  if (value.IsNull()) return {};
+  std::int64_t& offset = offsets_[column];
+  const QByteArray chunk = value.Bytes().mid(offset, std::max<std::int64_t>(length, 0));
+  offset += chunk.size();
+  return chunk;
+}
+
+void SnapshotRecordset::Release() {
+  rows_.clear();
+  shown_.clear();
+}
+
+void SnapshotRecordset::Set(int, const Value&) {
+  RefuseChange();
+}
+void SnapshotRecordset::AppendChunk(int, const QByteArray&) {
+  RefuseChange();
+}
+void SnapshotRecordset::AddNew() {
+  RefuseChange();
+}
+void SnapshotRecordset::Update() {
+  RefuseChange();
+}
+void SnapshotRecordset::CancelUpdate() {
+  CheckOpen();
+}
+void SnapshotRecordset::Delete() {
+  RefuseChange();
+}
+
+}  // namespace orv

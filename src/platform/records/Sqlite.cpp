@@ -1,0 +1,125 @@
+#include "records/Sqlite.h"
+
+#include "base/RuntimeError.h"
+
+namespace orv {
+
+void ThrowDatabaseError(sqlite3* database, int code) {
+  const QString cause =
+      QString::fromUtf8(database != nullptr ? sqlite3_errmsg(database) : sqlite3_errstr(code));
+  switch (code & 0xFF) {
+    case SQLITE_FULL:
+      throw RuntimeError(kErrDiskFull);
+    case SQLITE_NOMEM:
+      throw RuntimeError(kErrOutOfMemory);
+    case SQLITE_READONLY:
+    case SQLITE_CANTOPEN:
+    case SQLITE_PERM:
+      throw RuntimeError(kErrPathFileAccess, QStringLiteral("Path/File access error: %1").arg(cause));
+    case SQLITE_BUSY:
+    case SQLITE_LOCKED:
+      throw RuntimeError(kErrPermissionDenied,
+                         QStringLiteral("Permission denied: another program is using the database"));
+    default:
+      throw RuntimeError(kErrDatabase, QStringLiteral("Database error: %1").arg(cause));
+  }
+}
+
+void CheckDatabase(sqlite3* database, int code) {
+  if (code != SQLITE_OK) ThrowDatabaseError(database, code);
+}
+
+Statement::Statement(sqlite3* database, const QString& sql) : database_(database) {
+  const QByteArray text = sql.toUtf8();
+  CheckDatabase(database, sqlite3_prepare_v3(database, text.constData(), static_cast<int>(text.size()),
+                                             SQLITE_PREPARE_PERSISTENT, &statement_, nullptr));
+  if (statement_ == nullptr)
+    throw RuntimeError(kErrDatabase, QStringLiteral("Database error: empty statement"));
+}
+
+Statement::~Statement() {
+  sqlite3_finalize(statement_);
+}
+
+void Statement::Bind(int parameter, const Value& value) {
+  struct Binder {
+    sqlite3_stmt* statement;
+    int parameter;
+    int operator()(std::monostate) const { return sqlite3_bind_null(statement, parameter); }
+    int operator()(std::int64_t number) const { return sqlite3_bind_int64(statement, parameter, number); }
+    int operator()(double number) const { return sqlite3_bind_double(statement, parameter, number); }
+    int operator()(const QString& text) const {
+      const QByteArray utf8 = text.toUtf8();
+      return sqlite3_bind_text64(statement, parameter, utf8.constData(),
+                                 static_cast<sqlite3_uint64>(utf8.size()), SQLITE_TRANSIENT, SQLITE_UTF8);
+    }
+    int operator()(const QByteArray& bytes) const {
+      return sqlite3_bind_blob64(statement, parameter, bytes.constData(),
+                                 static_cast<sqlite3_uint64>(bytes.size()), SQLITE_STATIC);
+    }
+  };
+  CheckDatabase(database_, std::visit(Binder{statement_, parameter}, value.data()));
+}
+
+void Statement::Bind(int parameter, const QByteArray& bytes) {
+  CheckDatabase(database_, sqlite3_bind_blob64(statement_, parameter, bytes.constData(),
+                                               static_cast<sqlite3_uint64>(bytes.size()), SQLITE_STATIC));
+}
+
+int Statement::ParameterIndex(const QString& name) const {
+  return sqlite3_bind_parameter_index(statement_, name.toUtf8().constData());
+}
+
+bool Statement::Step() {
+  const int code = sqlite3_step(statement_);
+  if (code == SQLITE_ROW) return true;
+  if (code == SQLITE_DONE) return false;
+  ThrowDatabaseError(database_, code);
+}
+
+void Statement::Reset() {
+  sqlite3_reset(statement_);
+  sqlite3_clear_bindings(statement_);
+}
+
+QString Statement::ColumnName(int column) const {
+  return QString::fromUtf8(sqlite3_column_name(statement_, column));
+}
+
+Value Statement::Column(int column) const {
+  switch (sqlite3_column_type(statement_, column)) {
+    case SQLITE_INTEGER:
+      return Value(static_cast<long long>(sqlite3_column_int64(statement_, column)));
+    case SQLITE_FLOAT:
+      return Value(sqlite3_column_double(statement_, column));
+    case SQLITE_TEXT: {
+      const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(statement_, column));
+      return Value(QString::fromUtf8(text, sqlite3_column_bytes(statement_, column)));
+    }
+    case SQLITE_BLOB: {
+      const auto* bytes = static_cast<const char*>(sqlite3_column_blob(statement_, column));
+      return Value(QByteArray(bytes, sqlite3_column_bytes(statement_, column)));
+    }
+    default:
+      return Value::Null();
+  }
+}
+
+QString Statement::OriginTable(int column) const {
+  return QString::fromUtf8(sqlite3_column_table_name(statement_, column));
+}
+
+QString Statement::OriginColumn(int column) const {
+  return QString::fromUtf8(sqlite3_column_origin_name(statement_, column));
+}
+
+QString Statement::DeclaredType(int column) const {
+  return QString::fromUtf8(sqlite3_column_decltype(statement_, column));
+}
+
+QString QuotedName(const QString& name) {
+  QString quoted = name;
+  return u'"' + quoted.replace(u'"', QStringLiteral("\"\"")) + u'"';
+}
+
+}  // namespace orv

@@ -1,0 +1,204 @@
+#include <gtest/gtest.h>
+
+#include <cstdio>
+
+#include <jpeglib.h>
+
+#include <QDir>
+#include <QFile>
+#include <QImageReader>
+#include <QTemporaryDir>
+
+#include "base/RuntimeError.h"
+#include "imaging/GifControl.h"
+#include "imaging/JpegLibrary.h"
+#include "imaging/Picture.h"
+#include "platform/imaging/Samples.h"
+
+namespace orv {
+namespace {
+
+// Of each channel.
+double MeanError(const QImage& a, const QImage& b) {
+  double sum = 0;
+  for (int y = 0; y < a.height(); ++y) {
+    for (int x = 0; x < a.width(); ++x) {
+      const QRgb p = a.pixel(x, y);
+      const QRgb q = b.pixel(x, y);
+      sum += std::abs(qRed(p) - qRed(q)) + std::abs(qGreen(p) - qGreen(q)) + std::abs(qBlue(p) - qBlue(q));
+    }
+  }
+  return sum / 3 / a.width() / a.height();
+}
+
+// Rows of blue, green and red, the last row of the image first if told so, with padding that shows.
+QByteArray Rows(const QImage& image, bool bottom_up, int padding) {
+  QByteArray rows;
+  for (int i = 0; i < image.height(); ++i) {
+    for (int x = 0; x < image.width(); ++x) {
+      const QRgb c = image.pixel(x, bottom_up ? image.height() - 1 - i : i);
+      rows.append(char(qBlue(c))).append(char(qGreen(c))).append(char(qRed(c)));
+    }
+    rows.append(padding, '\x7f');
+  }
+  return rows;
+}
+
+class Write : public testing::Test {
+ protected:
+  QString Path(const char* name) const { return folder_.filePath(QString::fromUtf8(name)); }
+  QStringList Files() const { return QDir(folder_.path()).entryList(QDir::Files | QDir::Hidden); }
+
+  int WriteJpeg(const QImage& image, const QString& path, bool bottom_up = true) const {
+    const int padding = (4 - image.width() * 3 % 4) % 4;
+    const QByteArray rows = Rows(image, bottom_up, padding);
+    const QByteArray name = QFile::encodeName(path);
+    JPEG_CORE_PROPERTIES record;
+    EXPECT_EQ(ijlInit(&record), IJL_OK);
+    record.DIBWidth = record.JPGWidth = image.width();
+    record.JPGHeight = image.height();
+    record.DIBHeight = bottom_up ? -image.height() : image.height();
+    record.DIBBytes = reinterpret_cast<const std::uint8_t*>(rows.data());
+    record.DIBPadBytes = padding;
+    record.JPGFile = name.data();
+    record.jquality = 90;
+    const int result = ijlWrite(&record, IJL_JFILE_WRITEWHOLEIMAGE);
+    EXPECT_EQ(ijlFree(&record), IJL_OK);
+    return result;
+  }
+
+  QTemporaryDir folder_;
+};
+
+TEST_F(Write, BmpIsPlainAndReadsBackExactly) {
+  for (const int width : {1, 2, 3, 4, 61}) {
+    const QImage image = samples::PhotoLike(width, 7);
+    SavePicture(Picture(image), Path("a.bmp"));
+    EXPECT_EQ(QFile(Path("a.bmp")).size(), 54 + (width * 3 + 3) / 4 * 4 * 7);
+    EXPECT_EQ(QImage(Path("a.bmp"), "bmp").convertToFormat(QImage::Format_RGB32), image) << width;
+    EXPECT_EQ(LoadPicture(Path("a.bmp")).Image(), image) << width;
+  }
+  SavePicture(LoadPicture(samples::Gif({{4, 1}, {0, 0, 4, 1}, 1})), Path("b.bmp"));
+  EXPECT_EQ(LoadPicture(Path("b.bmp")).Image().pixel(1, 0), 0xffffffff);  // clear over white
+  EXPECT_EQ(LoadPicture(Path("b.bmp")).Image().pixel(2, 0), samples::GifColour(2, 0));
+  EXPECT_THROW(SavePicture(Picture(), Path("c.bmp")), RuntimeError);
+  EXPECT_THROW(SavePicture(Picture(QImage(Path("a.bmp"))), Path("a?.bmp")), RuntimeError);
+  EXPECT_EQ(Files(), QStringList({"a.bmp", "b.bmp"}));
+}
+
+TEST_F(Write, JpegIsUprightAndClose) {
+  for (const QSize size : {QSize(101, 60), QSize(1, 1), QSize(1, 9), QSize(50, 1)}) {
+    const QImage image = samples::PhotoLike(size.width(), size.height());
+    for (const bool bottom_up : {true, false}) {
+      ASSERT_EQ(WriteJpeg(image, Path("a.jpg"), bottom_up), IJL_OK);
+      const QImage back = QImageReader(Path("a.jpg"), "jpeg").read();
+      ASSERT_EQ(back.size(), size);
+      EXPECT_LT(MeanError(back, image), 4) << size.width() << " by " << size.height() << " " << bottom_up;
+      EXPECT_LT(MeanError(LoadPicture(Path("a.jpg")).Image(), back), 0.5);
+    }
+  }
+}
+
+TEST_F(Write, JpegHasTheTablesOfQuality90AndFullColour) {
+  ASSERT_EQ(WriteJpeg(samples::PhotoLike(20, 20), Path("a.jpg")), IJL_OK);
+  jpeg_error_mgr errors;
+  jpeg_decompress_struct got = {};
+  jpeg_compress_struct want = {};
+  got.err = want.err = jpeg_std_error(&errors);
+  jpeg_create_decompress(&got);
+  jpeg_create_compress(&want);
+  std::FILE* file = std::fopen(QFile::encodeName(Path("a.jpg")).constData(), "rb");
+  jpeg_stdio_src(&got, file);
+  jpeg_read_header(&got, TRUE);
+  want.in_color_space = JCS_RGB;
+  want.input_components = 3;
+  jpeg_set_defaults(&want);
+  jpeg_set_quality(&want, 90, TRUE);
+  for (int table = 0; table < 2; ++table) {
+    ASSERT_NE(got.quant_tbl_ptrs[table], nullptr);
+    for (int i = 0; i < DCTSIZE2; ++i) {
+      EXPECT_EQ(got.quant_tbl_ptrs[table]->quantval[i], want.quant_tbl_ptrs[table]->quantval[i]);
+    }
+  }
+  EXPECT_EQ(got.comp_info[0].h_samp_factor, 1);
+  EXPECT_EQ(got.comp_info[0].v_samp_factor, 1);
+  std::fclose(file);
+  jpeg_destroy_decompress(&got);
+  jpeg_destroy_compress(&want);
+}
+
+TEST_F(Write, JpegFailuresAreNegativeCodes) {
+  const QImage image = samples::PhotoLike(300, 200);
+  EXPECT_LT(WriteJpeg(image, Path("none/a.jpg")), 0);
+  EXPECT_LT(WriteJpeg(image, folder_.path()), 0);
+  EXPECT_LT(WriteJpeg(image, QStringLiteral("/dev/full")), 0);
+  EXPECT_LT(WriteJpeg(samples::PhotoLike(66000, 1), Path("wide.jpg")), 0);
+  JPEG_CORE_PROPERTIES record;
+  EXPECT_LT(ijlWrite(&record, IJL_JFILE_WRITEWHOLEIMAGE), 0);  // not prepared
+  EXPECT_LT(ijlFree(&record), 0);
+  ASSERT_EQ(ijlInit(&record), IJL_OK);
+  EXPECT_LT(ijlWrite(&record, IJL_JFILE_WRITEWHOLEIMAGE), 0);  // nothing filled in
+  EXPECT_EQ(ijlFree(&record), IJL_OK);
+}
+
+TEST_F(Write, GifOfAPhotoIsClose) {
+  const QImage image = samples::PhotoLike(400, 300);
+  SavePicture(Picture(image), Path("a.bmp"));
+  for (const bool interlaced : {false, true}) {
+    GifControl control;
+    control.Convert(Path("a.bmp"), Path("a.gif"), interlaced);
+    ASSERT_FALSE(control.Failed()) << control.ErrorText().toStdString();
+    const QImage back = QImageReader(Path("a.gif"), "gif").read().convertToFormat(QImage::Format_RGB32);
+    ASSERT_EQ(back.size(), image.size());
+    const double error = MeanError(back, image);
+    std::printf("GIF, mean absolute error a channel: %.2f\n", error);
+    EXPECT_LT(error, 8);
+    EXPECT_EQ(LoadPicture(Path("a.gif")).Image(), back);
+  }
+}
+
+TEST_F(Write, GifOfFewColoursIsExact) {
+  for (const samples::BmpShape& shape : {samples::BmpShape{1},
+                                         {4, 40, 0, false, 1, 1},
+                                         {8, 40, 0, false, 16, 9},
+                                         {24, 40, 0, false, 3, 700}}) {
+    QFile file(Path("a.bmp"));
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    file.write(samples::Bmp(shape));
+    file.close();
+    GifControl control;
+    control.Convert(Path("a.bmp"), Path("a.gif"), false);
+    ASSERT_FALSE(control.Failed()) << control.ErrorText().toStdString();
+    const QImage back = QImageReader(Path("a.gif"), "gif").read().convertToFormat(QImage::Format_RGB32);
+    EXPECT_EQ(back, LoadPicture(Path("a.bmp")).Image()) << shape.bits;
+  }
+}
+
+TEST_F(Write, GifFailuresAreAFlagAndAText) {
+  SavePicture(Picture(samples::PhotoLike(9, 9)), Path("a.bmp"));
+  SavePicture(Picture(samples::PhotoLike(65536, 1)), Path("wide.bmp"));
+  QFile kept(Path("kept.gif"));
+  ASSERT_TRUE(kept.open(QIODevice::WriteOnly));
+  kept.write("old");
+  kept.close();
+  ASSERT_TRUE(kept.setPermissions(QFile::ReadOwner));
+  const QStringList before = Files();
+  const std::pair<QString, QString> kCases[] = {
+      {Path("none.bmp"), Path("a.gif")},   {Path("kept.gif"), Path("a.gif")},
+      {Path("wide.bmp"), Path("a.gif")},   {Path("a.bmp"), Path("a:b.gif")},
+      {Path("a.bmp"), Path("none/a.gif")}, {Path("a.bmp"), Path("kept.gif")}};
+  GifControl control;
+  for (const auto& [from, to] : kCases) {
+    control.Convert(from, to, false);
+    EXPECT_TRUE(control.Failed()) << to.toStdString();
+    EXPECT_FALSE(control.ErrorText().isEmpty());
+  }
+  EXPECT_EQ(Files(), before);
+  EXPECT_EQ(QFile(Path("kept.gif")).size(), 3);
+  control.Convert(Path("a.bmp"), Path("a.gif"), false);
+  EXPECT_FALSE(control.Failed());
+  EXPECT_TRUE(control.ErrorText().isEmpty());
+}
+
+}  // namespace
+}  // namespace orv

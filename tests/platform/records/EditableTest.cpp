@@ -1,0 +1,322 @@
+#include <QFile>
+
+#include "base/Files.h"
+#include "platform/records/Sample.h"
+
+namespace orv {
+namespace {
+
+class EditableTest : public Sample {
+ protected:
+  QString Titles() const {
+    return Raw("SELECT group_concat(IFNULL(Title, '~'), ' ') FROM tblCard WHERE SetID = 1");
+  }
+};
+
+TEST_F(EditableTest, APendingChangeIsPostedByMovesFindAndCloseAndDroppedByRelease) {
+  using Post = void (*)(Recordset&);
+  const std::pair<const char*, Post> posts[] = {{"MoveFirst", [](Recordset& r) { r.MoveFirst(); }},
+                                                {"MoveLast", [](Recordset& r) { r.MoveLast(); }},
+                                                {"MoveNext", [](Recordset& r) { r.MoveNext(); }},
+                                                {"MovePrevious", [](Recordset& r) { r.MovePrevious(); }},
+                                                {"Find", [](Recordset& r) { r.Find("Nr = 77"); }},
+                                                {"Close", [](Recordset& r) { r.Close(); }},
+                                                {"Update", [](Recordset& r) { r.Update(); }},
+                                                {"AddNew", [](Recordset& r) { r.AddNew(); }}};
+  for (const auto& [name, post] : posts) {
+    Recordset cards = Cards();
+    cards["Title"] = name;
+    EXPECT_EQ(cards["title"].Text(), name);
+    EXPECT_NE(Raw("SELECT Title FROM tblCard WHERE CardID = 2"), name);
+    post(cards);
+    EXPECT_EQ(Raw("SELECT Title FROM tblCard WHERE CardID = 2"), name);
+  }
+  {
+    Recordset cards = Cards();
+    cards["Title"] = "released";
+    cards = {};
+    cards = Cards();
+    cards["Title"] = "cancelled";
+    cards.CancelUpdate();
+    EXPECT_EQ(cards["Title"].Text(), "AddNew");
+    cards["Title"] = "destroyed";
+  }
+  EXPECT_EQ(Raw("SELECT Title FROM tblCard WHERE CardID = 2"), "AddNew");
+}
+
+TEST_F(EditableTest, KeepsTheOrderOfItsOpeningAndReadsRowsWhenItMoves) {
+  Recordset cards = Cards();
+  cards["Nr"] = 9;
+  cards.MoveNext();
+  EXPECT_EQ(cards["CardID"].Int32(), 1);
+  Raw("UPDATE tblCard SET Title = 'elsewhere', Nr = 0 WHERE CardID IN (1, 3)");
+  EXPECT_EQ(cards["Title"].Text(), "Bravo");
+  cards.MoveNext();
+  EXPECT_EQ(cards["Title"].Text(), "elsewhere");
+  cards.MovePrevious();
+  EXPECT_EQ(cards["Title"].Text(), "elsewhere");
+  cards.MoveFirst();
+  EXPECT_EQ(Rows(cards, {"CardID", "Nr"}), "2|9 / 1|0 / 3|0 / 4|3 / 5|4");
+  EXPECT_EQ(Rows(Cards(), {"CardID"}), "1 / 3 / 4 / 5 / 2");
+}
+
+TEST_F(EditableTest, FindRunsForwardInTheOrderOfTheKeysAndKnowsOnlyThese) {
+  Recordset cards = Cards();
+  const std::pair<const char*, int> finds[] = {
+      {"Nr = 2", 1}, {"Nr=2", 1}, {"SetID = 1", 1}, {"CardID = 3", 3}, {"Title = \"DELTA\"", 4}};
+  for (const auto& [criterion, id] : finds) {
+    cards.Find(criterion);
+    EXPECT_EQ(cards["CardID"].Int32(), id) << criterion;
+  }
+  cards.Find("Nr = 1");
+  EXPECT_TRUE(cards.IsEOF());
+  EXPECT_EQ(ErrorOf([&] { cards["Nr"].Get(); }), 3021);
+  cards.MoveFirst();
+  cards.Find("CardID = 6");  // of another set
+  EXPECT_TRUE(cards.IsEOF());
+  Raw("INSERT INTO tblCard (SetID, Nr) VALUES (1, 50)");
+  cards.MoveFirst();
+  cards.Find("Nr = 50");
+  EXPECT_TRUE(cards.IsEOF());
+  cards.MoveFirst();
+  EXPECT_EQ(ErrorOf([&] { cards.Find("Nowhere = 1"); }), 3000);
+  EXPECT_EQ(cards["CardID"].Int32(), 2);
+
+  Recordset none = Editable("SELECT * FROM tblCard WHERE SetID = 99 ORDER BY Nr");
+  EXPECT_TRUE(none.IsEmpty());
+  EXPECT_EQ(ErrorOf([&] { none.Find("Nr = 1"); }), 3021);
+  EXPECT_EQ(ErrorOf([&] { none.MoveFirst(); }), 3021);
+
+  // A row that leaves the condition by this recordset's own edit stays one of its rows.
+  Recordset types = Editable("SELECT * FROM tblCardType WHERE LanguageID = 2 ORDER BY UpperLeft");
+  types["LanguageID"] = 1;
+  types.Update();
+  types.MoveFirst();
+  types.Find("CardTypeID = 7");
+  EXPECT_FALSE(types.IsEOF());
+}
+
+TEST_F(EditableTest, ANewRowIsCurrentAndLastAfterItsUpdate) {
+  Recordset sets = Editable("SELECT * FROM tblSet ORDER BY SetName");
+  sets.AddNew();
+  EXPECT_FALSE(sets.IsEOF() || sets.IsBOF());
+  EXPECT_TRUE(sets["SetName"].IsNull());
+  sets["SetName"] = "aaa";
+  sets["EditionID"] = 3;
+  EXPECT_EQ(sets["EditionID"].Int16(), 3);
+  sets.Update();
+  EXPECT_EQ(sets["SetID"].Int32(), 4);
+  EXPECT_FALSE(sets["UseSymbol"].Bool());  // the file's default
+  EXPECT_TRUE(sets["SaveTo"].IsNull());
+  EXPECT_EQ(sets.RecordCount(), 4);
+  sets.MoveFirst();
+  EXPECT_EQ(sets["SetName"].Text(), "Oase");
+  sets.MoveLast();
+  EXPECT_EQ(sets["SetID"].Int32(), 4);
+  sets.MoveFirst();
+  sets.Find("SetID=4");
+  EXPECT_EQ(sets["SetName"].Text(), "aaa");
+  EXPECT_EQ(Rows(Editable("SELECT * FROM tblSet ORDER BY SetName"), {"SetID"}), "4 / 3 / 2 / 1");
+
+  // A move posts it too; cancelling or dropping it leaves nothing.
+  sets.AddNew();
+  sets["SetName"] = "moved";
+  sets.MoveFirst();
+  sets.MoveLast();
+  EXPECT_EQ(sets["SetName"].Text(), "moved");
+  sets.AddNew();
+  sets["SetName"] = "cancelled";
+  sets.CancelUpdate();
+  EXPECT_EQ(sets["SetName"].Text(), "moved");
+  sets.AddNew();
+  sets = {};
+  EXPECT_EQ(Raw("SELECT COUNT(*) FROM tblSet"), "5");
+
+  // The first row of an empty recordset, with nothing set.
+  Recordset none = Editable("SELECT * FROM tblCard WHERE SetID = 99 ORDER BY Nr");
+  none.AddNew();
+  none.Update();
+  none.MoveFirst();
+  EXPECT_EQ(none["CardID"].Int32(), 7);
+  EXPECT_FALSE(none.IsEmpty());
+  none.Find("CardID = 7");
+  EXPECT_FALSE(none.IsEOF());
+}
+
+TEST_F(EditableTest, AFailureInAddNewLeavesNoRowBehind) {
+  Raw("CREATE TRIGGER refuse BEFORE INSERT ON tblCard_rows WHEN NEW.Nr = 13 BEGIN SELECT RAISE(ABORT, "
+      "'unlucky'); END");
+  Recordset cards = Cards();
+  cards.MoveNext();
+  cards.AddNew();
+  cards["Nr"] = 13;
+  EXPECT_EQ(ErrorOf([&] { cards.Update(); }), 3000);
+  EXPECT_EQ(cards["CardID"].Int32(), 1);
+  cards.MoveFirst();
+  EXPECT_EQ(cards.RecordCount(), 5);
+  // The picture and its row come together or not at all.
+  Raw("CREATE TRIGGER refuseLong BEFORE INSERT ON tblCard_long BEGIN SELECT RAISE(ABORT, 'no picture'); END");
+  cards.AddNew();
+  cards["Nr"] = 14;
+  cards["Picture"] = QByteArray("x");
+  EXPECT_EQ(ErrorOf([&] { cards.MoveLast(); }), 3000);
+  cards["Title"] = "both";
+  cards["Picture"] = QByteArray("x");
+  EXPECT_EQ(ErrorOf([&] { cards.Update(); }), 3000);
+  EXPECT_EQ(cards["Title"].Text(), "both");  // waits on
+  EXPECT_EQ(Raw("SELECT COUNT(*) || MIN(Title) FROM tblCard WHERE SetID = 1"), "5Alpha");
+  cards.CancelUpdate();
+}
+
+TEST_F(EditableTest, DeleteLeavesNoCurrentRowUntilAMoveAndKeysAreNotUsedAgain) {
+  Recordset cards = Cards();
+  cards.MoveLast();
+  cards["Title"] = "dropped";
+  cards.Delete();
+  EXPECT_EQ(ErrorOf([&] { cards["Nr"].Get(); }), 3021);
+  EXPECT_EQ(ErrorOf([&] { cards.Delete(); }), 3021);
+  EXPECT_FALSE(cards.IsEOF() || cards.IsBOF());
+  EXPECT_EQ(cards.RecordCount(), 4);
+  cards.MovePrevious();
+  EXPECT_EQ(cards["CardID"].Int32(), 4);
+  cards.MoveLast();
+  EXPECT_EQ(cards["CardID"].Int32(), 4);
+  cards.MoveFirst();
+  cards.MoveNext();
+  cards.Delete();
+  cards.MoveNext();
+  EXPECT_EQ(cards["CardID"].Int32(), 3);
+  cards.MoveFirst();
+  EXPECT_EQ(Rows(cards, {"CardID"}), "2 / 3 / 4");
+  for (int i = 0; i < 3; ++i) {
+    cards.MoveFirst();
+    cards.Delete();
+  }
+  EXPECT_TRUE(cards.IsEmpty());
+  EXPECT_EQ(ErrorOf([&] { cards.MoveFirst(); }), 3021);
+  Raw("DELETE FROM tblCard");
+  cards.AddNew();
+  cards.Update();
+  EXPECT_EQ(cards["CardID"].Int32(), 7);
+}
+
+TEST_F(EditableTest, RowsDeletedElsewhereAreSkippedAndAChangeToOneIsAnError) {
+  Recordset cards = Cards();
+  Raw("DELETE FROM tblCard WHERE CardID IN (1, 3, 5)");
+  cards.MoveNext();
+  EXPECT_EQ(cards["CardID"].Int32(), 4);
+  cards.MoveLast();
+  EXPECT_EQ(cards["CardID"].Int32(), 4);
+  cards["Title"] = "late";
+  Raw("DELETE FROM tblCard WHERE CardID = 4");
+  EXPECT_EQ(ErrorOf([&] { cards.Update(); }), 3021);
+  cards.MoveFirst();
+  EXPECT_EQ(Rows(cards, {"CardID"}), "2");
+  cards.MoveFirst();
+  cards["Picture"] = QByteArray("late");
+  Raw("DELETE FROM tblCard");
+  EXPECT_EQ(ErrorOf([&] { cards.MoveNext(); }), 3021);
+  EXPECT_EQ(Raw("SELECT COUNT(*) FROM tblCard_long"), "0");
+  EXPECT_EQ(ErrorOf([&] { cards.MoveFirst(); }), 3021);
+  EXPECT_TRUE(cards.IsEmpty());
+}
+
+TEST_F(EditableTest, AnUpdateWritesNothingWhereTheFileDiffersInNothing) {
+  Raw("UPDATE tblCard SET PicTop = 1.5, OneLine = -1 WHERE CardID = 2");
+  Recordset cards = Cards();
+  const QByteArray before = ReadWhole(Path());
+  cards["Title"] = "Alpha";
+  cards["Nr"] = QString("1");
+  cards["PicTop"] = 1.5;
+  cards["OneLine"] = true;
+  cards["Information"] = Value::Null();
+  cards["Picture"] = Value::Null();
+  cards.Update();
+  cards.MoveNext();
+  cards["Picture"] = QByteArray::fromHex("AABBCC");
+  cards.Update();
+  EXPECT_TRUE(ReadWhole(Path()) == before);
+  // Null is not the empty text, and the file is what counts, not what was read of it.
+  cards.MoveFirst();
+  cards["Information"] = "";
+  cards.Update();
+  EXPECT_EQ(Raw("SELECT Information IS NULL FROM tblCard WHERE CardID = 2"), "0");
+  EXPECT_FALSE(cards["Information"].IsNull());
+  Raw("UPDATE tblCard SET Title = 'elsewhere' WHERE CardID = 2");
+  cards["Title"] = "Alpha";
+  cards.Update();
+  EXPECT_EQ(Titles(), "Bravo Alpha alpha Delta ~");
+}
+
+TEST_F(EditableTest, KeepsValuesAsTheyAre) {
+  Recordset cards = Cards();
+  const QString text = QString::fromUtf8("Ünï \"q\" 'q' \r\nzwei 🐉");
+  cards["Title"] = text;
+  cards["PicLeft"] = -12.25;
+  cards["UsePicture"] = true;
+  cards["BGColour"] = 0xFFFFFF;
+  cards["Number"] = 5;
+  cards.Update();
+  EXPECT_EQ(Raw("SELECT Title FROM tblCard WHERE CardID = 2"), text);
+  EXPECT_EQ(Raw("SELECT PicLeft || ' ' || UsePicture || ' ' || BGColour || ' ' || typeof(Number) FROM "
+                "tblCard WHERE CardID = 2"),
+            "-12.25 -1 16777215 text");
+  EXPECT_EQ(cards["Number"].Text(), "5");
+  EXPECT_EQ(cards["PicLeft"].Number(), -12.25);
+  for (const char* column : {"CardID", "Nowhere"})
+    EXPECT_NE(ErrorOf([&] { cards[column] = 1; }), 0) << column;
+  EXPECT_EQ(ErrorOf([&] { cards.SetFilter("Nr = 1"); }), 3000);
+}
+
+TEST_F(EditableTest, TheCardListEditsTheNumberOfItsCards) {
+  const QString list =
+      "SELECT tblCard.CardID, tblCard.Nr, tblCard.Title, tblCardType.UpperLeft, tblCardBack.BackText FROM "
+      "tblCardBack "
+      "INNER JOIN (tblCardType INNER JOIN tblCard ON tblCardType.CardTypeID = tblCard.CardTypeID) ON "
+      "tblCardBack.CardBackID = tblCard.CardBackID WHERE tblCard.SetID=1 ORDER BY tblCard.Nr, tblCard.Title";
+  Recordset cards = Editable(list);
+  int counter = 0;
+  for (; !cards.IsEOF(); cards.MoveNext()) {
+    cards["Nr"] = ++counter;
+    cards.Update();
+    EXPECT_EQ(cards["Nr"].Int32(), counter);
+  }
+  EXPECT_EQ(Raw("SELECT group_concat(CardID || ':' || Nr, ' ') FROM (SELECT * FROM tblCard WHERE SetID = 1 "
+                "ORDER BY CardID)"),
+            "1:3 2:1 3:2 4:3 5:4");
+  cards.MoveFirst();
+  cards.Find("CardID = 1");
+  EXPECT_EQ(cards["UpperLeft"].Text(), "Spirit");
+  cards.MovePrevious();
+  EXPECT_EQ(cards["CardID"].Int32(), 3);
+  EXPECT_EQ(ErrorOf([&] { cards["UpperLeft"] = "x"; }), 3000);
+  EXPECT_EQ(ErrorOf([&] { cards["BackText"] = "x"; }), 3000);
+}
+
+TEST_F(EditableTest, AReopenedRecordsetSeesItsRowsWithoutTheConnectionsName) {
+  Recordset cards = Cards();
+  connection_ = {};
+  cards["Title"] = "kept open";
+  cards.Update();
+  EXPECT_EQ(Raw("SELECT Title FROM tblCard WHERE CardID = 2"), "kept open");
+}
+
+TEST_F(EditableTest, RenumbersALargeSetFast) {
+  Raw("WITH n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 10000) INSERT INTO tblCard (SetID, Nr) "
+      "SELECT 5, i FROM n");
+  Recordset cards = Editable("SELECT * FROM tblCard WHERE SetID = 5 ORDER BY Nr");
+  Transaction transaction(connection_);
+  cards.Delete();
+  int n = 1;
+  for (;; ++n) {
+    cards.MoveFirst();
+    cards.Find(QString("Nr = %1").arg(n + 1));
+    if (cards.IsEOF()) break;
+    cards["Nr"] = cards["Nr"].Int16() - 1;
+  }
+  transaction.Commit();
+  EXPECT_EQ(Raw("SELECT COUNT(DISTINCT Nr) || ' ' || MAX(Nr) FROM tblCard WHERE SetID = 5"), "9999 9999");
+}
+
+}  // namespace
+}  // namespace orv
