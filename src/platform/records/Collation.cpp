@@ -9,6 +9,8 @@ namespace {
 // Letters that have a base letter in a reader's eye but no decomposition.
 QStringView BaseOf(QChar c) {
   switch (c.unicode()) {
+    case u'ß':
+      return u"ss";
     case u'æ':
       return u"ae";
     case u'œ':

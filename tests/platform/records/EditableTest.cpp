@@ -9,7 +9,9 @@ namespace {
 class EditableTest : public Sample {
  protected:
   QString Titles() const {
-    return Raw("SELECT group_concat(IFNULL(Title, '~'), ' ') FROM tblCard WHERE SetID = 1");
+    return Raw(
+        "SELECT group_concat(IFNULL(Title, '~'), ' ') FROM (SELECT * FROM tblCard WHERE SetID = 1 ORDER BY "
+        "CardID)");
   }
 };
 
