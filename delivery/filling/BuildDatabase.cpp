@@ -1,0 +1,77 @@
+#include "filling/BuildDatabase.h"
+
+#include <sqlite3.h>
+
+#include <memory>
+#include <stdexcept>
+
+#include "base/Files.h"
+#include "filling/Catalogues.h"
+#include "filling/Gallery.h"
+#include "filling/SampleSets.h"
+#include "records/Recordset.h"
+#include "state/modData.h"
+
+namespace orv::delivery {
+namespace {
+
+// An empty file is no database to the program, so the tables come from the engine itself.
+void MakeTables(const QString& path, const QString& schema) {
+  sqlite3* opened = nullptr;
+  const int code = sqlite3_open(path.toUtf8().constData(), &opened);
+  const std::unique_ptr<sqlite3, decltype(&sqlite3_close)> database(opened, &sqlite3_close);
+  if (code != SQLITE_OK ||
+      sqlite3_exec(opened, ReadWhole(schema).constData(), nullptr, nullptr, nullptr) != SQLITE_OK) {
+    throw std::runtime_error(sqlite3_errmsg(opened));
+  }
+}
+
+void Require(bool holds, const QString& what) {
+  if (!holds) throw std::runtime_error(what.toStdString());
+}
+
+// What a new set or character relies on without looking.
+void CheckDefaults() {
+  for (Recordset languages = modData::OpenSnapshot("SELECT * FROM tblLanguage"); !languages.IsEOF();
+       languages.MoveNext()) {
+    for (const int edition : {2, 3}) {
+      const QString group =
+          QString("LanguageID = %1 AND EditionID = %2").arg(languages["LanguageID"].Int32()).arg(edition);
+      const Recordset types = modData::OpenSnapshot("SELECT * FROM tblCardType WHERE " + group +
+                                                    " ORDER BY UpperLeft, LowerLeft, Number");
+      Require(!types.IsEmpty(), "no types for " + group);
+      const QString first = QString::number(types["CardTypeID"].Int32());
+      Require(
+          modData::RecordExists("SELECT * FROM tblCardBack WHERE " + group + " AND CardBackID = " + first),
+          "no back has the key of the first type for " + group);
+      Require(modData::RecordExists("SELECT * FROM tblArea WHERE " + group), "no areas for " + group);
+      Require(modData::RecordExists("SELECT * FROM tblCharacterBack WHERE " + group),
+              "no character backs for " + group);
+    }
+  }
+  Require(modData::RecordExists("SELECT * FROM tblAlignment WHERE AlignmentID = 2"), "no alignment 2");
+}
+
+void Fill(const QString& path, const QString& content_folder, const Gallery& gallery) {
+  modData::cn = Connection::Open(path);
+  Transaction transaction(modData::cn);
+  const Names names = FillCatalogues(modData::cn, JoinPath(content_folder, "reference"), gallery);
+  FillSets(JoinPath(content_folder, "sets"), gallery, names);
+  CheckDefaults();
+  transaction.Commit();
+}
+
+}  // namespace
+
+void BuildDatabase(const QString& path, const QString& schema, const QString& content_folder) {
+  const Gallery gallery(JoinPath(content_folder, "art"));
+  ReplaceFile(path, [&](const QString& temporary) {
+    MakeTables(temporary, schema);
+    struct Closer {
+      ~Closer() { modData::cn = Connection(); }
+    } closer;
+    Fill(temporary, content_folder, gallery);
+  });
+}
+
+}  // namespace orv::delivery

@@ -1,0 +1,38 @@
+// Makes the delivered database: make_database <path> [--if-missing]. It never replaces a file.
+#include <QCoreApplication>
+#include <cstdio>
+#include <exception>
+
+#include "base/Files.h"
+#include "base/RuntimeError.h"
+#include "filling/BuildDatabase.h"
+
+namespace {
+
+int Fail(const char* what) {
+  std::fprintf(stderr, "make_database: %s\n", what);
+  return 1;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  QCoreApplication app(argc, argv);
+  QStringList arguments = QCoreApplication::arguments().mid(1);
+  const bool if_missing = arguments.removeAll("--if-missing") > 0;
+  if (arguments.size() != 1 || arguments[0].startsWith("--")) {
+    std::fputs("usage: make_database <path> [--if-missing]\n", stderr);
+    return 2;
+  }
+  if (orv::FileExists(arguments[0])) {
+    return if_missing ? 0 : Fail("the file is there already, and a database is never replaced");
+  }
+  try {
+    orv::delivery::BuildDatabase(arguments[0], ORV_SCHEMA, ORV_CONTENT_DIR);
+  } catch (const orv::RuntimeError& error) {
+    return Fail(qPrintable(error.NumberAndDescription()));
+  } catch (const std::exception& error) {
+    return Fail(error.what());
+  }
+  return 0;
+}
