@@ -25,8 +25,16 @@ TEST(Rounding, AHalfGoesToTheEvenNeighbour) {
     int rounded;
     int below;
   };
-  for (const Row& row : {Row{0.5, 0, 0}, {1.5, 2, 1}, {2.5, 2, 2}, {-0.5, 0, -1}, {-1.5, -2, -2}, {-2.5, -2, -3},
-                         {0.49999, 0, 0}, {2.50001, 3, 2}, {-20.0, -20, -20}, {32767.49, 32767, 32767}}) {
+  for (const Row& row : {Row{0.5, 0, 0},
+                         {1.5, 2, 1},
+                         {2.5, 2, 2},
+                         {-0.5, 0, -1},
+                         {-1.5, -2, -2},
+                         {-2.5, -2, -3},
+                         {0.49999, 0, 0},
+                         {2.50001, 3, 2},
+                         {-20.0, -20, -20},
+                         {32767.49, 32767, 32767}}) {
     EXPECT_EQ(ToInt16(row.value), row.rounded) << row.value;
     EXPECT_EQ(ToInt32(row.value), row.rounded) << row.value;
     EXPECT_EQ(Int(row.value), row.below) << row.value;
@@ -65,8 +73,12 @@ TEST(CodePage, LettersOutsideThePageBecomeQuestionMarks) {
     const char16_t* text;
     const char* bytes;
   };
-  for (const Row& row : {Row{u"Grün é å", "Gr\xFCn \xE9 \xE5"}, {u"€–“”…", "\x80\x96\x93\x94\x85"}, {u"Ω ж", "? ?"},
-                         {u"\U0001F409!", "?!"}, {u"\u0081", "?"}, {u"ŸžŠ", "\x9F\x9E\x8A"}}) {
+  for (const Row& row : {Row{u"Grün é å", "Gr\xFCn \xE9 \xE5"},
+                         {u"€–“”…", "\x80\x96\x93\x94\x85"},
+                         {u"Ω ж", "? ?"},
+                         {u"\U0001F409!", "?!"},
+                         {u"\u0081", "?"},
+                         {u"ŸžŠ", "\x9F\x9E\x8A"}}) {
     EXPECT_EQ(ToWindows1252(row.text), QByteArray(row.bytes));
   }
 }

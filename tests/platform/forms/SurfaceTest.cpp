@@ -117,12 +117,13 @@ TEST_F(SurfaceTest, APictureBoxFollowsItsPicture) {
 
 TEST_F(SurfaceTest, TextGoesToTheCursorInTheScaleOfTheSurface) {
   surface_.SetScaleMode(ScaleMode::Twips);
-  EXPECT_EQ(surface_.TextWidth(QStringLiteral("H")), 15 * [&] {
-    surface_.SetScaleMode(ScaleMode::Pixels);
-    const double pixels = surface_.TextWidth(QStringLiteral("H"));
-    surface_.SetScaleMode(ScaleMode::Twips);
-    return pixels;
-  }());
+  EXPECT_EQ(
+      surface_.TextWidth(QStringLiteral("H")), 15 * [&] {
+        surface_.SetScaleMode(ScaleMode::Pixels);
+        const double pixels = surface_.TextWidth(QStringLiteral("H"));
+        surface_.SetScaleMode(ScaleMode::Twips);
+        return pixels;
+      }());
   surface_.SetCurrentX(5 * 15);
   surface_.SetCurrentY(-2 * 15);
   surface_.SetForeColor(kRed);

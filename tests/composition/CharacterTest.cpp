@@ -1,0 +1,355 @@
+#include <gtest/gtest.h>
+
+#include <vector>
+
+#include "base/Rounding.h"
+#include "composition/CharacterPreview.h"
+#include "composition/frmCard.h"
+#include "state/modData.h"
+#include "support/DialogScript.h"
+#include "support/Pixels.h"
+#include "support/TestDatabase.h"
+
+namespace orv {
+namespace {
+
+constexpr Colour kPanelColour = Rgb(1, 2, 3);
+
+class CharacterTest : public testing::Test {
+ protected:
+  CharacterTest() {
+    const int set = database_.AddSet(QStringLiteral("Set"), 2);
+    id_ = database_.AddCharacter(set, 1, QStringLiteral("NAME"));
+    Store("Background", TestDatabase::PlainPicture(276, 228, kPanelColour));
+    database_.SelectSet(set);
+  }
+
+  void Store(const char* column, const QByteArray& bytes) {
+    database_.Store(QStringLiteral("tblCharacter"), id_, QString::fromLatin1(column), bytes);
+  }
+  void Set(const char* column, const Value& value) {
+    Recordset& rows = column == QByteArray("Autonumber") || column == QByteArray("UseSymbol")
+                          ? modData::rsSet
+                          : modData::rsCharacter;
+    rows[column] = value;
+    rows.Update();
+  }
+  void Compose() {
+    modData::rsCharacter.MoveFirst();
+    preview_.DrawCharacter();
+    frmCard->CreateCharacter2nd();
+    sheet_ = frmCard->picACard.Image();
+    piece_ = frmCard->picACardPP.Image();
+  }
+
+  TestDatabase database_;
+  DialogScript dialogs_;
+  DialogResponderScope scope_{dialogs_};
+  CharacterPreview& preview_ = TheCharacterPreview();
+  int id_;
+  Picture sheet_, piece_;
+};
+
+struct Pixel {
+  int x, y;
+  Colour colour;
+};
+
+// The panel's corner is at (13, 13) of the sheet, the frame's at (14, 14), 121 wide and 220 or, with an
+// outline, 218 high.
+TEST_F(CharacterTest, PictureAreaInThePanel) {
+  const struct {
+    const char* what;
+    bool use, outlined;
+    int picture;  // side in pixels, 0 for none
+    int left, top, width;
+    std::vector<Pixel> pixels;
+  } rows[] = {
+      {"white area with an outline",
+       true,
+       true,
+       0,
+       0,
+       0,
+       121,
+       {{14, 14, kBlack},
+        {134, 231, kBlack},
+        {15, 15, kWhite},
+        {133, 230, kWhite},
+        {13, 14, kPanelColour},
+        {135, 14, kPanelColour},
+        {14, 232, kPanelColour}}},
+      {"white area alone",
+       true,
+       false,
+       0,
+       0,
+       0,
+       121,
+       {{14, 14, kWhite}, {134, 233, kWhite}, {14, 234, kPanelColour}}},
+      {"no picture wanted: no outline",
+       false,
+       true,
+       200,
+       0,
+       0,
+       121,
+       {{14, 14, kPanelColour}, {60, 150, kPanelColour}}},
+      {"small picture",
+       true,
+       true,
+       50,
+       0,
+       0,
+       121,
+       {{15, 15, GradientAt(0, 0)}, {64, 64, GradientAt(49, 49)}, {65, 15, kWhite}}},
+      {"shifted, no outline",
+       true,
+       false,
+       50,
+       10,
+       5,
+       121,
+       {{24, 19, GradientAt(0, 0)}, {23, 19, kWhite}, {73, 68, GradientAt(49, 49)}, {74, 68, kWhite}}},
+      {"pulled left and up",
+       true,
+       true,
+       255,
+       -20,
+       -30,
+       121,
+       {{15, 15, GradientAt(20, 30)}, {134, 20, kBlack}, {135, 20, GradientAt(140, 35)}}},
+      {"beyond the window",
+       true,
+       true,
+       50,
+       121,
+       0,
+       121,
+       {{15, 15, kWhite}, {133, 15, kWhite}, {136, 150, kPanelColour}}},
+      {"narrow frame",
+       true,
+       true,
+       200,
+       0,
+       0,
+       90,
+       {{103, 100, kBlack}, {102, 100, GradientAt(87, 85)}, {104, 150, kPanelColour}}},
+  };
+  for (const auto& row : rows) {
+    Set("UsePicture", row.use);
+    Set("UseFrame", row.outlined);
+    Set("PicLeft", row.left * kTwipsPerPixel);
+    Set("PicTop", row.top * kTwipsPerPixel);
+    Set("PicWidth", row.width);
+    Set("Picture", row.picture == 0 ? Value() : TestDatabase::GradientPicture(row.picture, row.picture));
+    Compose();
+    for (const Pixel& pixel : row.pixels) {
+      EXPECT_EQ(PixelAt(sheet_, pixel.x, pixel.y), pixel.colour)
+          << row.what << ' ' << pixel.x << ' ' << pixel.y;
+    }
+  }
+  EXPECT_EQ(sheet_.Width(), 302);
+  EXPECT_EQ(sheet_.Height(), 254);
+}
+
+// Each strip is the word on black, turned; the left pair reads downwards, the right pair upwards.
+TEST_F(CharacterTest, AttributeStrips) {
+  const struct {
+    const char* column;
+    const char* value;
+    const char* text;
+    Colour colour;
+    int left, top;
+    bool clockwise;
+  } rows[] = {
+      {"Strength", "3", "STRENGTH 3", Rgb(0xFF, 0x1F, 0x10), 0, 44, true},
+      {"Craft", "+9", "CRAFT+9", Rgb(0, 0xBF, 0xF0), 0, 159, true},
+      {"Gold", "---", "GOLD", Rgb(0xFF, 0xB0, 0x0F), 290, 44, false},
+      {"Lives", "2d", "LIVES 2d", Rgb(0, 0xB7, 0), 290, 159, false},
+      {"Lives", "", "LIVES ", Rgb(0, 0xB7, 0), 290, 159, false},
+  };
+  for (const auto& row : rows) {
+    Set(row.column, row.value);
+    Compose();
+    Surface flat;
+    flat.Place(0, 0, 52, 12);
+    flat.SetBackColor(kBlack);
+    flat.SetFont({QStringLiteral("Small Fonts"), 6, false, false});
+    flat.SetForeColor(row.colour);
+    const QString text = QString::fromLatin1(row.text);
+    flat.SetCurrentX(26 - flat.TextWidth(text) / 2);
+    flat.SetCurrentY(6 - flat.TextHeight(text) / 2);
+    flat.Print(text);
+    for (int x = 0; x < 52; ++x) {
+      for (int y = 0; y < 12; ++y) {
+        const int at_x = row.left + (row.clockwise ? 11 - y : y);
+        const int at_y = row.top + (row.clockwise ? x : 51 - x);
+        ASSERT_EQ(PixelAt(sheet_, at_x, at_y), flat.GetPixel(x, y)) << row.text << ' ' << x << ' ' << y;
+      }
+    }
+  }
+}
+
+// What each field changes on the sheet and on the piece lies where its label or strip is.
+TEST_F(CharacterTest, EachFieldHasItsPlace) {
+  modData::SetSymbol = LoadPicture(TestDatabase::PlainPicture(9, 9, Rgb(9, 9, 9)));
+  Set("Picture", TestDatabase::PlainPicture(20, 20, kBlack));
+  const struct {
+    const char* column;
+    Value value;
+    QRect sheet, piece;
+  } rows[] = {
+      {"Name", "OTHER", {80, 0, 140, 13}, {8, 10, 132, 13}},
+      {"StartingAreaID", 2, {182, 28, 103, 12}, {}},
+      {"IncludeBoard", true, {182, 28, 103, 12}, {}},
+      {"AlignmentID", 3, {206, 16, 79, 12}, {}},
+      {"Gold", "---", {290, 44, 12, 52}, {}},
+      {"Abilities", "Short.", {141, 56, 144, 12}, {}},
+      {"CharacterBackID", 2, {}, {}},
+      {"Autonumber", true, {15, 233, 13, 9}, {}},
+      {"UseSymbol", true, {279, 231, 9, 9}, {}},
+      {"PlayingPiece", TestDatabase::PlainPicture(300, 300, kBlack), {}, {9, 24, 132, 222}},
+  };
+  for (const auto& row : rows) {
+    Compose();
+    const Picture sheet = sheet_, piece = piece_;
+    Set(row.column, row.value);
+    Compose();
+    const QRect on_sheet = Difference(sheet, sheet_), on_piece = Difference(piece, piece_);
+    EXPECT_EQ(on_sheet.isEmpty(), row.sheet.isEmpty()) << row.column;
+    EXPECT_EQ(on_piece.isEmpty(), row.piece.isEmpty()) << row.column;
+    EXPECT_TRUE(on_sheet.isEmpty() || row.sheet.contains(on_sheet))
+        << row.column << ' ' << on_sheet.x() << ' ' << on_sheet.y() << ' ' << on_sheet.right() << ' '
+        << on_sheet.bottom();
+    EXPECT_TRUE(on_piece.isEmpty() || row.piece.contains(on_piece))
+        << row.column << ' ' << on_piece.x() << ' ' << on_piece.y() << ' ' << on_piece.right() << ' '
+        << on_piece.bottom();
+  }
+  EXPECT_TRUE(dialogs_.boxes.empty()) << dialogs_.LastPrompt().toStdString();
+}
+
+TEST_F(CharacterTest, AbilitiesKeepBlankLinesAndRunOn) {
+  const int height = static_cast<int>(preview_.lblSpecial.Container()->TextHeight(QString()));
+  Set("Abilities", "");
+  Compose();
+  const Picture empty = sheet_;
+  const struct {
+    const char* text;
+    int line;
+  } rows[] = {{"A", 0}, {"\r\nA", 1}, {"\r\n\r\nA", 2}, {"\r\n\r\n\r\n\r\n\r\n\r\n\r\n\r\n\r\nA", 9}};
+  for (const auto& row : rows) {
+    Set("Abilities", row.text);
+    Compose();
+    const QRect ink = Difference(empty, sheet_);
+    EXPECT_GE(ink.top(), 56 + row.line * height) << row.line;
+    EXPECT_LT(ink.bottom(), 56 + (row.line + 1) * height) << row.line;
+  }
+  Set("Abilities", QStringLiteral("A ").repeated(2000));
+  Compose();
+  EXPECT_EQ(Difference(empty, sheet_).bottom(), 253)
+      << "lines below the column are lost at the card's edge alone";
+}
+
+TEST_F(CharacterTest, PieceHasItsOutlineAndItsPicture) {
+  const struct {
+    int side, left, top;
+    std::vector<Pixel> pixels;
+  } rows[] = {
+      {0, 0, 0, {{9, 24, kWhite}, {140, 245, kWhite}, {4, 100, kWhite}}},
+      {250, 0, 0, {{9, 24, GradientAt(0, 0)}, {140, 245, GradientAt(131, 221)}, {142, 30, kWhite}}},
+      {250, -7, -9, {{9, 24, GradientAt(7, 9)}, {140, 30, GradientAt(138, 15)}}},
+      {40, 100, 200, {{108, 224, kWhite}, {109, 224, GradientAt(0, 0)}, {140, 245, GradientAt(31, 21)}}},
+      {40, 132, 0, {{140, 30, kWhite}, {30, 30, kWhite}}},
+  };
+  for (const auto& row : rows) {
+    Set("PPLeft", row.left * kTwipsPerPixel);
+    Set("PPTop", row.top * kTwipsPerPixel);
+    Set("PlayingPiece", row.side == 0 ? Value() : TestDatabase::GradientPicture(row.side, row.side));
+    Compose();
+    for (const Pixel& pixel : row.pixels) {
+      EXPECT_EQ(PixelAt(piece_, pixel.x, pixel.y), pixel.colour)
+          << row.side << ' ' << pixel.x << ' ' << pixel.y;
+    }
+    for (const auto& [x, y] : {std::pair(8, 8), {141, 8}, {8, 246}, {141, 246}, {60, 8}, {141, 130}}) {
+      EXPECT_EQ(PixelAt(piece_, x, y), kBlack) << row.side << ' ' << x << ' ' << y;
+    }
+  }
+  EXPECT_EQ(piece_.Width(), 150);
+  EXPECT_EQ(piece_.Height(), 254);
+}
+
+TEST_F(CharacterTest, TextsFollowThePicture) {
+  const struct {
+    bool use;
+    int width;
+    double handle, left, text_width, alignment;
+  } rows[] = {{true, 121, 122, 128, 144, 193}, {true, 14, 15, 21, 251, 86}, {false, 121, 0, 6, 266, 71}};
+  for (const auto& row : rows) {
+    Set("UsePicture", row.use);
+    Set("PicWidth", row.width);
+    Compose();
+    EXPECT_EQ(preview_.lblPicSizeCharacter.Left(), row.handle);
+    EXPECT_EQ(preview_.lblPicSizeCharacter.Visible(), row.use);
+    EXPECT_EQ(preview_.picFrameCharacter.Visible(), row.use);
+    EXPECT_EQ(preview_.lblSpecial.Left(), row.left);
+    EXPECT_EQ(preview_.lblSpecial.Width(), row.text_width);
+    EXPECT_EQ(preview_.lblAlignment.Left(), row.alignment);
+    EXPECT_EQ(preview_.lblAlignment.Width(), 272 - row.alignment);
+  }
+}
+
+TEST_F(CharacterTest, BackgroundFillsThePanelOrTheSheetShowsThrough) {
+  Set("Background", TestDatabase::PlainPicture(100, 100, kPanelColour));
+  Set("UsePicture", false);
+  Compose();
+  EXPECT_EQ(PixelAt(sheet_, 20, 80), kPanelColour);
+  EXPECT_EQ(PixelAt(sheet_, 20, 120), kWhite) << "the rest of the panel";
+  Set("Background", Value::Null());
+  Compose();
+  const Picture& original = preview_.picCharacter.Picture();
+  for (const auto& [x, y] : {std::pair(20, 120), {20, 200}, {280, 220}}) {
+    EXPECT_EQ(PixelAt(sheet_, x, y), PixelAt(original, x, y));
+    EXPECT_EQ(preview_.picBackgroundChar.GetPixel(x - 13, y - 13), PixelAt(original, x, y));
+  }
+  EXPECT_TRUE(preview_.picBackgroundChar.Picture().IsEmpty());
+}
+
+TEST_F(CharacterTest, WhatIsBrokenOrMissingIsABoxAndNoEnd) {
+  const struct {
+    const char* column;
+    Value value;
+    const char* box;  // the number that it tells, or nothing
+  } rows[] = {
+      {"Picture", QByteArray("no picture"), "481"},
+      {"Background", QByteArray("no picture"), "481"},
+      {"PlayingPiece", QByteArray("no picture"), "481"},
+      {"CharacterBackID", 99, "3021"},
+      {"CharacterBackID", Value::Null(), "3021"},
+      {"StartingAreaID", 99, nullptr},
+      {"AlignmentID", 99, nullptr},
+      {"AlignmentID", Value::Null(), nullptr},
+  };
+  for (const auto& row : rows) {
+    const Value former = modData::rsCharacter[row.column].Get();
+    dialogs_.boxes.clear();
+    Set(row.column, row.value);
+    Compose();
+    ASSERT_EQ(dialogs_.boxes.size(), row.box == nullptr ? 0U : 1U) << row.column;
+    if (row.box != nullptr) {
+      EXPECT_EQ(dialogs_.boxes[0].title, QStringLiteral("Cannot draw picture correct"));
+      EXPECT_TRUE(dialogs_.boxes[0].prompt.startsWith(
+          QStringLiteral("Error while drawing the card.\r\n\r\n%1, ").arg(row.box)))
+          << dialogs_.LastPrompt().toStdString();
+    }
+    Set(row.column, former);
+  }
+  EXPECT_EQ(preview_.lblAlignment.Caption(), QString());
+  database_.Execute(QStringLiteral("DELETE FROM tblCharacterBack"));
+  modData::rsCharacterBack = modData::OpenSnapshot(QStringLiteral("SELECT * FROM tblCharacterBack"));
+  Compose();
+  EXPECT_TRUE(dialogs_.LastPrompt().contains(QStringLiteral("3021"))) << "no backs at all";
+}
+
+}  // namespace
+}  // namespace orv

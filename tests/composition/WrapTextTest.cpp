@@ -1,0 +1,86 @@
+#include "composition/WrapText.h"
+
+#include <gtest/gtest.h>
+
+#include <QStringList>
+
+#include "base/RuntimeError.h"
+
+namespace orv {
+namespace {
+
+class WrapTextTest : public ::testing::Test {
+ protected:
+  // The lines with their numbers, "0:first 1:second".
+  QStringList Wrap(const QString& text, int width) {
+    box_.SetWidth(width);
+    QStringList lines;
+    WrapText(text, box_, surface_,
+             [&](const QString& line, int number) { lines.append(QString::number(number) + u':' + line); });
+    return lines;
+  }
+  int WidthOf(const QString& text) const { return static_cast<int>(surface_.TextWidth(text)); }
+
+  Surface surface_;
+  Label box_{nullptr};
+};
+
+TEST_F(WrapTextTest, ParagraphsAndBlankLines) {
+  EXPECT_EQ(Wrap(QString(), 100), QStringList());
+  EXPECT_EQ(Wrap(QStringLiteral("one"), 100), QStringList({"0:one"}));
+  EXPECT_EQ(Wrap(QStringLiteral("one\r\n\r\ntwo\r\n"), 100), QStringList({"0:one", "2:two"}));
+  EXPECT_EQ(Wrap(QStringLiteral("one\ntwo"), 100), QStringList({"0:one\ntwo"}))
+      << "a lone line feed breaks nothing";
+}
+
+TEST_F(WrapTextTest, BreaksAfterABreakCharacterThatStaysOnItsLine) {
+  const QString first = QStringLiteral("Roll one die:");
+  EXPECT_EQ(Wrap(QStringLiteral("Roll one die: lose a life"), WidthOf(first) + 4),
+            QStringList({"0:Roll one die: ", "1:lose a life"}));
+  EXPECT_EQ(Wrap(QStringLiteral("well-known"), WidthOf(QStringLiteral("well-kno"))),
+            QStringList({"0:well-", "1:known"}));
+  EXPECT_EQ(Wrap(QStringLiteral("ab  cd"), WidthOf(QStringLiteral("ab ")) + 1),
+            QStringList({"0:ab  ", "1:cd"}))
+      << "the blank that overflows still ends the line";
+}
+
+TEST_F(WrapTextTest, EqualWidthDoesNotFitAndALongWordIsCut) {
+  const QString word = QStringLiteral("Gemeinschaftshaus");
+  EXPECT_EQ(Wrap(word, WidthOf(word) + 1), QStringList({"0:" + word}));
+  const QStringList cut = Wrap(word, WidthOf(word));
+  ASSERT_EQ(cut.size(), 2);
+  EXPECT_EQ(cut[1], QStringLiteral("1:s"));
+}
+
+TEST_F(WrapTextTest, KeepsEveryCharacterOfRealParagraphsInAllLanguages) {
+  const QString paragraphs[] = {
+      QStringLiteral("If you have a lantern, you may enter the vault; otherwise miss your next turn (and "
+                     "discard one object)."),
+      QStringLiteral(
+          "Würfle: Bei 1-3 verlierst du 1 Leben, bei 4-6 öffnet sich die Gruft für alle Mitspieler."),
+      QStringLiteral(
+          "Le héros gagne 1 point de force s'il a déjà traversé la forêt ; sinon, il perd un tour."),
+      QStringLiteral("Slå en tärning: på 5 eller 6 får du en följeslagare, annars går du vidare åt öster."),
+  };
+  for (const QString& paragraph : paragraphs) {
+    const QStringList lines = Wrap(paragraph, 139);
+    QString joined;
+    for (int i = 0; i < lines.size(); ++i) {
+      const QString line = lines[i].mid(lines[i].indexOf(u':') + 1);
+      joined += line;
+      EXPECT_LT(WidthOf(line.chopped(1)), 139) << "reaches over the box by one break character at the most";
+      const bool at_break = i + 1 == lines.size() || QStringLiteral(" .:,;-()'?!").contains(line.back());
+      EXPECT_TRUE(at_break) << line.toStdString();
+    }
+    EXPECT_EQ(joined, paragraph);
+    EXPECT_GT(lines.size(), 2);
+  }
+}
+
+TEST_F(WrapTextTest, ManyLinesRunOnAndAnImpossibleBoxEndsInAnOverflow) {
+  EXPECT_EQ(Wrap(QStringLiteral("a ").repeated(200), WidthOf(QStringLiteral("a ")) + 1).size(), 200);
+  EXPECT_THROW(Wrap(QStringLiteral("W"), 1), RuntimeError);
+}
+
+}  // namespace
+}  // namespace orv
