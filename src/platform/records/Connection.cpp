@@ -46,6 +46,13 @@ void SetUp(sqlite3* database) {
   ExecuteOn(database, "PRAGMA trusted_schema = OFF");
 }
 
+// Judges the file while no other program can write to it.
+void CheckRecovered(sqlite3* database, int descriptor) {
+  ExecuteOn(database, "BEGIN; SELECT COUNT(*) FROM sqlite_schema");
+  CheckWhole(descriptor);
+  ExecuteOn(database, "COMMIT");
+}
+
 QSet<QString> ColumnsOf(sqlite3* database, const QString& table) {
   QSet<QString> columns;
   const Statement statement(database, QStringLiteral("SELECT * FROM %1").arg(QuotedName(table)));
@@ -87,7 +94,7 @@ Connection Connection::Open(const QString& path) {
   interrupted ? CheckMagic(descriptor) : CheckWhole(descriptor);
   OpenDatabaseFile(*impl, file);
   SetUp(impl->database);
-  if (interrupted) CheckWhole(descriptor);
+  if (interrupted) CheckRecovered(impl->database, descriptor);
   connection.impl_ = std::move(impl);
   return connection;
 }

@@ -137,6 +137,7 @@ TEST_F(ConnectionTest, ErrorsTellTheirCause) {
   Recordset cards = Cards();
   cards["Title"] = "waits";
   Raw("BEGIN IMMEDIATE");
+  connection_.Execute("PRAGMA busy_timeout = 50");
   EXPECT_EQ(ErrorOf([&] { cards.Update(); }), 70);
   EXPECT_EQ(ErrorOf([&] { Transaction transaction(connection_); }), 70);
   Raw("COMMIT");
