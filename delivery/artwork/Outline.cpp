@@ -96,10 +96,11 @@ QPainterPath Limb(const QString& widths, const QStringList& points) {
     const QPointF behind = spine.pointAtPercent(std::max(0.0, t - 0.01));
     const QPointF along = ahead - behind;
     const double length = std::max(1e-9, std::hypot(along.x(), along.y()));
-    const QPointF across = QPointF(-along.y(), along.x()) * (WidthAt(numbers, t) / 2 / length);
+    const QPointF across = QPointF(along.y(), -along.x()) * (WidthAt(numbers, t) / 2 / length);
     left << at + across;
     right.prepend(at - across);
   }
+  // Clockwise like the round ends, so that no overlap cancels out.
   QPainterPath path;
   path.setFillRule(Qt::WindingFill);
   path.addPolygon(left + right);

@@ -1,0 +1,132 @@
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <QImage>
+#include <QTemporaryDir>
+
+#include "artwork/Outline.h"
+#include "artwork/Script.h"
+#include "builtin/BuiltIn.h"
+
+namespace orv::artwork {
+namespace {
+
+Script ScriptOf(const QByteArray& text) {
+  const QTemporaryDir folder;
+  QFile file(folder.filePath("test.art"));
+  EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+  file.write(text);
+  file.close();
+  return Script::Load(folder.path());
+}
+
+std::string ErrorOf(const QByteArray& text) {
+  try {
+    ScriptOf(text).Draw("p");
+  } catch (const std::exception& error) {
+    return error.what();
+  }
+  return "";
+}
+
+QColor At(const QImage& image, int x, int y) {
+  return image.pixelColor(x, y);
+}
+
+TEST(BuiltIn, BitmapsHaveTheirSizes) {
+  const struct {
+    QByteArray bytes;
+    QSize size;
+  } bitmaps[] = {{builtin::CardBack2nd(), {150, 254}},
+                 {builtin::CardBack3rd(), {161, 245}},
+                 {builtin::CardFace3rd(), {161, 245}},
+                 {builtin::CharacterSheet(), {302, 254}}};
+  for (const auto& bitmap : bitmaps) {
+    EXPECT_TRUE(bitmap.bytes.startsWith("BM"));
+    const QImage image = QImage::fromData(bitmap.bytes);
+    EXPECT_EQ(image.size(), bitmap.size);
+    EXPECT_EQ(image.depth(), 24 + 8 * (image.format() == QImage::Format_RGB32));
+  }
+}
+
+// White and black texts are printed on these places of the sheet.
+TEST(BuiltIn, SheetSuitsTheTextsPrintedOnIt) {
+  const QImage sheet = QImage::fromData(builtin::CharacterSheet());
+  for (const QRect& dark : {QRect(95, 2, 110, 9), QRect(50, 244, 62, 8), QRect(190, 244, 62, 8)}) {
+    for (int x = dark.left(); x <= dark.right(); ++x)
+      EXPECT_LT(At(sheet, x, dark.center().y()).lightness(), 110) << x;
+  }
+  for (int x = 142; x < 286; x += 5) {
+    for (int y = 18; y < 230; y += 5) EXPECT_GT(At(sheet, x, y).lightness(), 130) << x << "," << y;
+  }
+}
+
+TEST(Script, PaintsWhereItIsTold) {
+  const QImage image = ScriptOf(
+                           "shape dot c=#00ff00\n  paint $c\n  rect -2 -2 4 4\n"
+                           "picture p 40 20\n  sky #ffffff\n  paint #ff0000  // a comment\n  rect 2 2 6 6\n"
+                           "  dot 20 10\n  dot 30 10 2 c=#0000ff\n")
+                           .Draw("p");
+  EXPECT_EQ(image.size(), QSize(40, 20));
+  EXPECT_EQ(At(image, 3, 3), QColor("#ff0000"));
+  EXPECT_EQ(At(image, 1, 3), QColor("#ffffff"));
+  EXPECT_EQ(At(image, 8, 3), QColor("#ffffff"));
+  EXPECT_EQ(At(image, 18, 8), QColor("#00ff00"));
+  EXPECT_EQ(At(image, 22, 8), QColor("#ffffff"));
+  EXPECT_EQ(At(image, 27, 7), QColor("#0000ff")) << "twice the size";
+}
+
+TEST(Script, ShapesKeepTheirStyleToThemselves) {
+  const QImage image = ScriptOf(
+                           "shape dot\n  paint #00ff00\n  alpha .1\n  rect 0 0 2 2\n"
+                           "picture p 20 10\n  sky #ffffff\n  paint #ff0000\n  dot 0 0\n  rect 10 2 4 4\n")
+                           .Draw("p");
+  EXPECT_EQ(At(image, 11, 4), QColor("#ff0000"));
+}
+
+TEST(Script, IsTheSameEachTime) {
+  const QByteArray text =
+      "shape s\n  paint #206040\n  relief 2 shine=.5\n  grain .5\n  blob -4,0 0,-4 4,0* 0,4\n"
+      "picture p 60 40\n  sky #102040 #c08060\n  stars 20 20\n  clouds 0 20 #ffffff #404040\n"
+      "  ridge 25 10 20 #808080 #202020 #404040\n  water 25 #406080 #001020\n  scatter s 6 5 5 50 30 1 2\n";
+  EXPECT_EQ(ScriptOf(text).Draw("p"), ScriptOf(text).Draw("p"));
+}
+
+TEST(Script, FaultsNameTheirLine) {
+  const struct {
+    QByteArray text;
+    std::string error;
+  } faults[] = {
+      {"picture p 9 9\n  sky #fff\n  blurb 1 2\n", "test.art:3: no command or shape blurb"},
+      {"picture p 9 9\n  oval 1 x 2\n", "test.art:2: no number: x"},
+      {"picture p 9 9\n  oval 1\n", "test.art:2: a word is missing"},
+      {"picture p 9 9\n  paint red\n", "test.art:2: no colour: red"},
+      {"picture p 9 9\n  blob 1,2 3\n", "test.art:2: no point: 3"},
+      {"picture p 9 9\n  joined\n", "test.art:2: no joint to end"},
+      {"shape s a=1\n  oval 0 0 $b\npicture p 9 9\n  s 1 1\n", "test.art:2: no parameter b"},
+      {"shape s\n  oval 0 0 1\npicture p 9 9\n  s 1 1 c=2\n", "test.art:4: s has no c"},
+      {"shape s\n  s 0 0\npicture p 9 9\n  s 1 1\n", "test.art:2: shapes draw each other without end"},
+      {"  oval 1 1 1\n", "test.art:1: a line outside of pictures and shapes"},
+      {"picture p 9 9\npicture p 9 9\n", "test.art:2: this name is taken"},
+      {"picture q 9 9\n", "no picture p"},
+  };
+  for (const auto& fault : faults) EXPECT_EQ(ErrorOf(fault.text), fault.error) << fault.text.constData();
+}
+
+TEST(Outline, GoesThroughItsPointsAndKeepsCorners) {
+  const QPainterPath square = Blob({"0,0*", "10,0*", "10,10*", "0,10*"});
+  EXPECT_EQ(square.boundingRect(), QRectF(0, 0, 10, 10));
+  EXPECT_TRUE(square.contains(QPointF(9.9, 9.9)));
+  const QPainterPath round = Blob({"0,0", "10,0", "10,10", "0,10"});
+  EXPECT_GT(round.boundingRect().height(), 10.5) << "a smooth curve swings out between its points";
+  const QPainterPath half = Half({"0,-5*", "4,0*", "0,5*"});
+  EXPECT_EQ(half.boundingRect(), QRectF(-4, -5, 8, 10));
+  const QPainterPath limb = Limb("2:6", {"0,0*", "20,0*"});
+  EXPECT_TRUE(limb.contains(QPointF(19, 2.5)));
+  EXPECT_FALSE(limb.contains(QPointF(1, 2.5)));
+  EXPECT_TRUE(limb.contains(QPointF(22, 0))) << "round ends";
+}
+
+}  // namespace
+}  // namespace orv::artwork
