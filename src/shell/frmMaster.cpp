@@ -55,7 +55,7 @@ MasterForm::MasterForm()
       cmdNew(picSet, QStringLiteral("New set")),
       cmdEdit(picSet, QStringLiteral("Edit set")),
       cmdDelete(picSet, QStringLiteral("Delete set")),
-      ptSet(picSet),
+      ptSet(static_cast<Container&>(picSet)),  // a panel within a panel, not a copy
       chkAutonumber(ptSet, QStringLiteral("Autonumber the cards")),
       Label11(ptSet, QStringLiteral("Symbol:")),
       cmdSymbolAdd(ptSet, QStringLiteral("Select")),

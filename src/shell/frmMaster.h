@@ -2,6 +2,7 @@
 
 #include "forms/Controls.h"
 #include "forms/Form.h"
+#include "forms/Surface.h"
 #include "forms/Toolbar.h"
 
 namespace orv {
