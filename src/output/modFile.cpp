@@ -16,6 +16,7 @@ namespace {
 class Listing {
  public:
   explicit Listing(const QString& path) : file_(path) {
+    CheckTargetFile(path);
     errno = 0;
     if (!file_.open(QIODevice::WriteOnly | QIODevice::Truncate | QIODevice::Unbuffered))
       ThrowFileError(errno);

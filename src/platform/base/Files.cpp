@@ -26,13 +26,9 @@ void CheckTarget(const QString& path) {
   if (!S_ISREG(target.st_mode) || (target.st_mode & S_IWUSR) == 0) throw RuntimeError(kErrPathFileAccess);
 }
 
-void Synchronise(const QString& path) {
-  const int file = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC);
-  if (file < 0) ThrowFileError(errno);
-  const int result = ::fsync(file);
-  const int code = errno;
-  ::close(file);
-  if (result != 0) ThrowFileError(code);
+QString FolderOf(const QString& path) {
+  const QString folder = FolderPart(path);
+  return folder.isEmpty() ? QStringLiteral(".") : folder;
 }
 
 QString TemporaryName(const QString& folder) {
@@ -88,11 +84,39 @@ QByteArray ReadWhole(const QString& path) {
   return bytes;
 }
 
-void ReplaceFile(const QString& path, const std::function<void(const QString&)>& write) {
+void Synchronise(const QString& path) {
+  const int file = ::open(QFile::encodeName(path).constData(), O_RDONLY | O_CLOEXEC);
+  if (file < 0) ThrowFileError(errno);
+  const int result = ::fsync(file);
+  const int code = errno;
+  ::close(file);
+  if (result != 0) ThrowFileError(code);
+}
+
+void RemoveFile(const QString& path) {
+  if (::unlink(QFile::encodeName(path).constData()) != 0) {
+    if (errno == ENOENT) throw RuntimeError(kErrFileNotFound);
+    ThrowFileError(errno);
+  }
+  Synchronise(FolderOf(path));
+}
+
+void RenameFile(const QString& path, const QString& new_path) {
+  if (!FileExists(path)) throw RuntimeError(kErrFileNotFound);
+  if (std::rename(QFile::encodeName(path).constData(), QFile::encodeName(new_path).constData()) != 0) {
+    ThrowFileError(errno);
+  }
+  Synchronise(FolderOf(new_path));
+}
+
+void CheckTargetFile(const QString& path) {
   CheckName(FilePart(path));
   CheckTarget(path);
-  const QString temporary =
-      TemporaryName(FolderPart(path).isEmpty() ? QStringLiteral(".") : FolderPart(path));
+}
+
+void ReplaceFile(const QString& path, const std::function<void(const QString&)>& write) {
+  CheckTargetFile(path);
+  const QString temporary = TemporaryName(FolderOf(path));
   try {
     write(temporary);
     Synchronise(temporary);

@@ -30,6 +30,16 @@ QByteArray ReadWhole(const QString& path);
 void ReplaceFile(const QString& path, const std::function<void(const QString& temporary)>& write);
 void ReplaceFile(const QString& path, const QByteArray& bytes);
 
+// RuntimeError 75 for a path that ReplaceFile would refuse.
+void CheckTargetFile(const QString& path);
+
+// Both are on the disk when they return. RuntimeError 53 for a file that isn't there, else 75 or 76.
+void RemoveFile(const QString& path);
+// Gives a file a new name in its folder, in a single step also where another file had that name.
+void RenameFile(const QString& path, const QString& new_path);
+// What was written to a file, or which files lie in a folder, is on the disk when it returns.
+void Synchronise(const QString& path);
+
 // RuntimeError with the number of the cause that the platform's error code (errno) tells.
 [[noreturn]] void ThrowFileError(int error_code);
 

@@ -1,0 +1,100 @@
+#include "catalogues/CatalogueForm.h"
+
+#include "base/RuntimeError.h"
+#include "database/ListHelpers.h"
+#include "forms/Dialogs.h"
+#include "state/modData.h"
+
+namespace orv {
+
+void Quietly(const std::function<void()>& action) {
+  try {
+    action();
+  } catch (const RuntimeError&) {
+    // Nothing to tell: what the action needs isn't there.
+  }
+}
+
+CatalogueForm::CatalogueForm(const CatalogueKind& kind)
+    : Form(FormKind::Dialog),
+      lvEntries(*this),
+      cmdDelete(*this, QStringLiteral("&Delete")),
+      cmdDefault(*this, QStringLiteral("&Set as default")),
+      cmdOK(*this, QStringLiteral("OK")),
+      cmdCancel(*this, QStringLiteral("Cancel")),
+      kind_(kind) {
+  SetCaption(QString::fromLatin1(kind.caption));
+  for (CommandButton* button : {&cmdDelete, &cmdDefault, &cmdOK}) button->SetEnabled(false);
+  cmdOK.SetDefault(true);
+  cmdCancel.SetCancel(true);
+  lvEntries.SetAccessibleName(QString::fromLatin1(kind.caption));
+  lvEntries.ItemClick = [this](const ListItem& entry) { Quietly([&] { ItemClicked(entry); }); };
+  lvEntries.ColumnClick = [this](int column) { SortList(column - 1); };
+  cmdDelete.Click = [this] { Quietly([this] { cmdDelete_Click(); }); };
+  cmdDefault.Click = [this] { cmdDefault_Click(); };
+  cmdOK.Click = [this] { End(true); };
+  cmdCancel.Click = [this] { End(false); };
+}
+
+void CatalogueForm::FillList() {
+  lvEntries.Clear();
+  if (rows_.IsEmpty()) return;
+  for (rows_.MoveFirst(); !rows_.IsEOF(); rows_.MoveNext()) {
+    ListItem entry = EntryOf(rows_);
+    entry.Key = QString::fromLatin1(kind_.key_prefix) + QString::number(rows_[kind_.id_column].Int32());
+    lvEntries.Add(entry);
+  }
+}
+
+void CatalogueForm::SortList(int column) {
+  SortListView(lvEntries, column, true);
+}
+
+void CatalogueForm::RefillSorted() {
+  FillList();
+  SortList(0);
+}
+
+std::int32_t CatalogueForm::IdOf(const ListItem& entry) const {
+  return Value(entry.Key.mid(2)).Int32();
+}
+
+void CatalogueForm::FindRow(std::int32_t id) {
+  rows_.MoveFirst();
+  rows_.Find(QStringLiteral("%1 = %2").arg(QLatin1String(kind_.id_column)).arg(id));
+}
+
+bool CatalogueForm::IsCustom(const ListItem& entry) const {
+  return entry.SubItems.value(kind_.custom_column - 1) == YesNo(true);
+}
+
+void CatalogueForm::ItemClicked(const ListItem& entry) {
+  ShowEntry(entry);
+  SelectedID = IdOf(entry);
+  cmdDelete.SetEnabled(IsCustom(entry));
+  cmdOK.SetEnabled(true);
+  cmdDefault.SetEnabled(true);
+}
+
+void CatalogueForm::cmdDelete_Click() {
+  const std::int32_t id = IdOf(lvEntries.SelectedItem());
+  if (modData::RecordExists(QString::fromLatin1(kind_.is_used).arg(id))) {
+    MsgBox(QString::fromLatin1(kind_.used_message), Icon::Exclamation, {});
+    return;
+  }
+  FindRow(id);
+  rows_.Delete();
+  RefillSorted();
+}
+
+void CatalogueForm::cmdDefault_Click() {
+  modData::rsSet[kind_.default_column] = SelectedID;
+  modData::rsSet.Update();
+}
+
+void CatalogueForm::End(bool ok) {
+  OK = ok;
+  Hide();
+}
+
+}  // namespace orv

@@ -1,0 +1,73 @@
+#pragma once
+
+#include <cstdint>
+#include <functional>
+
+#include "forms/Controls.h"
+#include "forms/Form.h"
+#include "forms/ListView.h"
+#include "records/Recordset.h"
+
+namespace orv {
+
+// How the catalogues differ, apart from their columns and their forms.
+struct CatalogueKind {
+  const char* caption;
+  const char* key_prefix;  // two letters before the id in the key of a list entry
+  const char* id_column;
+  const char* default_column;  // of tblSet
+  const char* is_used;         // the query for a card that uses an entry; %1 is the id
+  const char* used_message;
+  int custom_column;  // of the list; "Yes" for what a user added
+};
+
+// The dialog of a catalogue: a sorted list to choose from, whose entries a user adds and removes. OK and
+// Cancel decide about the current card alone: what was added, deleted or made the default stands.
+class CatalogueForm : public Form {
+ public:
+  bool OK = false;              // the dialog ended by cmdOK
+  std::int32_t SelectedID = 0;  // of the entry clicked last, whether or not it is still there
+
+  ListView lvEntries;
+  CommandButton cmdDelete;
+  CommandButton cmdDefault;
+  CommandButton cmdOK;
+  CommandButton cmdCancel;
+
+ protected:
+  explicit CatalogueForm(const CatalogueKind& kind);
+
+  // The entry of the current row, without its key.
+  virtual ListItem EntryOf(const Recordset& row) const = 0;
+  // An entry was clicked and is about to become the selected one.
+  virtual void ShowEntry(const ListItem& entry) = 0;
+
+  // Lists the rows anew, in their order if nothing has sorted the list yet.
+  void FillList();
+  // Ascending, by a column counted from 0.
+  void SortList(int column);
+  // What follows each change of the rows.
+  void RefillSorted();
+
+  std::int32_t IdOf(const ListItem& entry) const;
+  // Goes to the row with this id, EOF if it is gone; the id of the selected entry by default.
+  void FindRow(std::int32_t id);
+  void FindSelectedRow() { FindRow(IdOf(lvEntries.SelectedItem())); }
+  bool IsCustom(const ListItem& entry) const;
+
+  Recordset rows_;  // editable, open for the life of the form
+
+ private:
+  void ItemClicked(const ListItem& entry);
+  void cmdDelete_Click();
+  void cmdDefault_Click();
+  void End(bool ok);
+
+  const CatalogueKind kind_;
+};
+
+// Runs an action that a run-time error ends without a word, such as an action on the selected entry
+// where there is none.
+void Quietly(const std::function<void()>& action);
+
+}  // namespace orv
