@@ -10,7 +10,7 @@
 namespace orv {
 
 // A recordset of keys, attached to its connection: rows are read when it moves there and written one by one.
-class EditableRecordset : public RecordsetImpl {
+class EditableRecordset final : public RecordsetImpl {
  public:
   EditableRecordset(std::shared_ptr<Connection::Impl> connection, const QString& sql);
 

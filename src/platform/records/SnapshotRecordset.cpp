@@ -92,7 +92,7 @@ QByteArray SnapshotRecordset::GetChunk(int column, std::int64_t length) {
   const Value& value = Current(column);
   if (value.IsNull()) return {};
   std::int64_t& offset = offsets_[column];
-  const QByteArray chunk = value.Bytes().mid(offset, std::max<std::int64_t>(length, 0));
+  QByteArray chunk = value.Bytes().mid(offset, std::max<std::int64_t>(length, 0));
   offset += chunk.size();
   return chunk;
 }

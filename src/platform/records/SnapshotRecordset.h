@@ -8,7 +8,7 @@
 namespace orv {
 
 // A read-only recordset that holds all rows of its query in memory.
-class SnapshotRecordset : public RecordsetImpl {
+class SnapshotRecordset final : public RecordsetImpl {
  public:
   SnapshotRecordset(Connection::Impl& connection, const QString& sql);
 
