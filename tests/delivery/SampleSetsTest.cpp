@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <QImage>
+#include <QRegularExpression>
 
 #include "DeliveredFile.h"
 #include "composition/WrapText.h"
@@ -66,30 +67,74 @@ TEST(SampleSets, NumbersAreDenseAndReferencesSound) {
   }
 }
 
-// A picture that is too small for its place would leave a white edge.
+// A picture that is too small for its place, or moved too far, would leave a white edge.
+struct Place {
+  const char* table;
+  const char* picture;
+  const char* left;  // columns of the offsets, in twips; none for a picture that stands at the corner
+  const char* top;
+  int edition;
+  QSizeF size;         // of the place, frame and all
+  const char* height;  // or the column that tells its height
+};
+
+QSizeF Shown(const Recordset& row, const Place& place) {
+  const QSizeF image = QImage::fromData(row[place.picture].Get().Bytes()).size();
+  if (place.left == nullptr) return image;
+  EXPECT_LE(row[place.left].Number(), 0);
+  EXPECT_LE(row[place.top].Number(), 0);
+  return image + QSizeF(row[place.left].Number(), row[place.top].Number()) / 15;
+}
+
 TEST(SampleSets, PicturesFillTheirPlaces) {
-  struct Place {
-    const char* table;
-    const char* column;
-    int edition;
-    QSize least;
-  };
-  const Place places[] = {
-      {"tblCard", "Background", 2, {150, 254}},      {"tblCard", "Background", 3, {161, 245}},
-      {"tblCard", "Picture", 2, {139, 84}},          {"tblCard", "Picture", 3, {131, 96}},
-      {"tblCharacter", "Picture", 2, {121, 220}},    {"tblCharacter", "PlayingPiece", 2, {132, 222}},
-      {"tblCharacter", "Background", 2, {276, 228}}, {"tblLargeCard", "Picture", 2, {121, 238}},
-      {"tblLargeCard", "BGPicture", 2, {302, 254}},  {"tblLargeCard", "LargeCardBack", 2, {302, 254}}};
+  const Place places[] = {{"tblCard", "Background", nullptr, nullptr, 2, {150, 254}, nullptr},
+                          {"tblCard", "Background", nullptr, nullptr, 3, {161, 245}, nullptr},
+                          {"tblCard", "Picture", "PicLeft", "PicTop", 2, {139, 105}, "PicHeight"},
+                          {"tblCard", "Picture", "PicLeft", "PicTop", 3, {131, 105}, "PicHeight"},
+                          {"tblCharacter", "Picture", "PicLeft", "PicTop", 2, {121, 220}, nullptr},
+                          {"tblCharacter", "PlayingPiece", "PPLeft", "PPTop", 2, {132, 222}, nullptr},
+                          {"tblCharacter", "Background", nullptr, nullptr, 2, {276, 228}, nullptr},
+                          {"tblLargeCard", "Picture", "PicLeft", "PicTop", 2, {121, 238}, nullptr},
+                          {"tblLargeCard", "BGPicture", nullptr, nullptr, 2, {302, 254}, nullptr},
+                          {"tblLargeCard", "LargeCardBack", nullptr, nullptr, 2, {302, 254}, nullptr}};
   for (const Place& place : places) {
     int pictures = 0;
     for (Recordset rows = RecordsOf(place.table, SetOf(place.edition)); !rows.IsEOF(); rows.MoveNext()) {
-      if (rows[place.column].IsNull()) continue;
+      if (rows[place.picture].IsNull()) continue;
       ++pictures;
-      const QImage image = QImage::fromData(rows[place.column].Get().Bytes());
-      EXPECT_GE(image.width(), place.least.width()) << place.table << rows["Nr"].Int32();
-      EXPECT_GE(image.height(), place.least.height()) << place.table << rows["Nr"].Int32();
+      if (place.height != nullptr && rows["Resize"].Bool()) continue;
+      const QSizeF shown = Shown(rows, place);
+      EXPECT_GE(shown.width(), place.size.width()) << place.table << rows["Nr"].Int32();
+      const double height = place.height == nullptr ? place.size.height() : rows[place.height].Number();
+      EXPECT_GE(shown.height(), height) << place.table << rows["Nr"].Int32();
     }
-    EXPECT_GT(pictures, 0) << place.table << place.column;
+    EXPECT_GT(pictures, 0) << place.table << place.picture;
+  }
+}
+
+// A frame that closes around its picture moves with it, and stays on the card.
+TEST(SampleSets, FramesAroundPicturesStayInTheirPlaces) {
+  int resized = 0;
+  for (const auto& [edition, width] : {std::pair{2, 139}, std::pair{3, 131}}) {
+    for (Recordset rows = RecordsOf("tblCard", SetOf(edition)); !rows.IsEOF(); rows.MoveNext()) {
+      if (!rows["Resize"].Bool()) continue;
+      ++resized;
+      const QSize image = QImage::fromData(rows["Picture"].Get().Bytes()).size();
+      EXPECT_LE(rows["PicLeft"].Number() / 15 + image.width(), width) << rows["Title"].Text().toStdString();
+    }
+  }
+  EXPECT_GE(resized, 2);
+}
+
+// The file of a record is called by its title or name.
+TEST(SampleSets, TitlesMakeFileNames) {
+  for (const auto& [table, column] : {std::pair{"tblCard", "Title"}, std::pair{"tblLargeCard", "Title"},
+                                      std::pair{"tblCharacter", "Name"}}) {
+    for (Recordset rows = Delivered(QString("SELECT * FROM %1").arg(table)); !rows.IsEOF(); rows.MoveNext()) {
+      const QString title = rows[column].Text();
+      EXPECT_FALSE(title.isEmpty());
+      EXPECT_FALSE(title.contains(QRegularExpression(R"([\\/:*?"<>|\x00-\x1f])"))) << title.toStdString();
+    }
   }
 }
 
@@ -138,7 +183,6 @@ TEST(SampleSets, TextsOfCardsFit) {
     const Measure info(set, "CardInformationFontID");
     for (Recordset card = RecordsOf("tblCard", set["SetID"].Int32()); !card.IsEOF(); card.MoveNext()) {
       const std::string name = card["Title"].Text().toStdString();
-      EXPECT_FALSE(name.empty());
       EXPECT_LE(title.Width(card["Title"].Text()), box.title) << name;
       EXPECT_LE(bold.Width(card["BoldText"].Text()), box.bold) << name;
       EXPECT_LE(TopOfInformation(card, box) + info.Height(card["Information"].Text(), box.info), box.bottom)
