@@ -5,7 +5,7 @@ namespace orv {
 namespace {
 
 // A progressive picture costs a pass over all its blocks for every scan, however few bytes that scan has.
-constexpr int kMaxScans = 100;
+constexpr int kMaxScans = 64;
 constexpr J_COLOR_SPACE kRgb32 =
     Q_BYTE_ORDER == Q_LITTLE_ENDIAN ? JCS_EXT_BGRA : JCS_EXT_ARGB;  // the bytes of QImage::Format_RGB32
 

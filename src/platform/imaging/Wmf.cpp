@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <optional>
 #include <vector>
@@ -16,6 +17,7 @@ constexpr qsizetype kPlaceableHeader = 22;
 constexpr qsizetype kHeader = 18;
 constexpr double kDotsPerInch = 96;
 constexpr double kMaxUnplacedSide = 2048;  // pixels
+constexpr qint64 kMaxFineDots = 16'000'000;
 
 bool StartsWithHeader(QByteArrayView bytes) {
   if (bytes.size() < kHeader) return false;
@@ -78,7 +80,7 @@ double UnitsPerInch(const std::vector<WmfRecord>& records) {
 }
 
 QRectF Measure(const std::vector<WmfRecord>& records) {
-  WmfCanvas canvas(nullptr, QRectF(0, 0, 1, 1));
+  WmfCanvas canvas(nullptr, QRectF(0, 0, 1, 1), 1);
   WmfPlayer player(&canvas, false);
   for (const WmfRecord& record : records) player.Play(record);
   return canvas.Bounds();
@@ -116,6 +118,32 @@ Frame UnplacedFrame(const std::vector<WmfRecord>& records) {
   return frame;
 }
 
+// The largest pictures are smooth enough without.
+int Fineness(qint64 pixels) {
+  int fineness = 3;
+  while (fineness > 1 && pixels * fineness * fineness > kMaxFineDots) --fineness;
+  return fineness;
+}
+
+// Each pixel is the mean of a square of dots.
+QImage Average(const QImage& dots, int side) {
+  QImage image = NewImage(dots.width() / side, dots.height() / side, dots.format());
+  const int count = side * side;
+  for (int y = 0; y < image.height(); ++y) {
+    auto* to = reinterpret_cast<QRgb*>(image.scanLine(y));
+    for (int x = 0; x < image.width(); ++x) {
+      std::array<int, 4> sum = {count / 2, count / 2, count / 2, count / 2};
+      for (int i = 0; i < count; ++i) {
+        const auto* row = reinterpret_cast<const QRgb*>(dots.constScanLine(y * side + i / side));
+        const QRgb dot = row[x * side + i % side];
+        for (int channel = 0; channel < 4; ++channel) sum[channel] += int(dot >> (8 * channel) & 255);
+      }
+      to[x] = qRgba(sum[2] / count, sum[1] / count, sum[0] / count, sum[3] / count);
+    }
+  }
+  return image;
+}
+
 }  // namespace
 
 bool LooksLikeWmf(QByteArrayView bytes) {
@@ -126,14 +154,16 @@ QImage DecodeWmf(QByteArrayView bytes) {
   const bool placeable = IsPlaceable(bytes);
   const std::vector<WmfRecord> records = ReadRecords(placeable ? bytes.sliced(kPlaceableHeader) : bytes);
   const Frame frame = placeable ? PlaceableFrame(bytes) : UnplacedFrame(records);
-  QImage image =
-      NewImage(std::llround(std::max(frame.size.width(), 1.0)),
-               std::llround(std::max(frame.size.height(), 1.0)), QImage::Format_ARGB32_Premultiplied);
+  const qint64 width = std::llround(std::max(frame.size.width(), 1.0));
+  const qint64 height = std::llround(std::max(frame.size.height(), 1.0));
+  CheckSize(width, height);
+  const int fineness = Fineness(width * height);
+  QImage image = NewImage(width * fineness, height * fineness, QImage::Format_ARGB32_Premultiplied);
   image.fill(0);
-  WmfCanvas canvas(&image, frame.window);
+  WmfCanvas canvas(&image, frame.window, fineness);
   WmfPlayer player(&canvas, !frame.fixed);
   for (const WmfRecord& record : records) player.Play(record);
-  return image;
+  return fineness == 1 ? image : Average(image, fineness);
 }
 
 }  // namespace orv

@@ -10,12 +10,15 @@
 namespace orv {
 namespace {
 
-constexpr double kBudget = 5e8;     // about one unit a pixel touched
+// The budget counts about one unit a dot touched.
+constexpr double kBudget = 5e8;
 constexpr double kShapeWork = 500;  // of any drawing, however small
 constexpr double kPointWork = 200;
-constexpr double kFar = 100'000;   // pixels; nothing farther out can be seen
-constexpr double kMaxPen = 2000;   // pixels
-constexpr double kMaxFont = 1000;  // pixels
+constexpr double kFontWork = 1e5;   // of preparing a font
+constexpr double kPatternWork = 3;  // of a dot that is more than a plain colour
+constexpr double kFar = 100'000;    // dots; nothing farther out can be seen
+constexpr double kMaxPen = 2000;    // dots
+constexpr double kMaxFont = 1000;   // dots
 constexpr std::size_t kMaxSaved = 256;
 
 double Clamp(double value) {
@@ -31,8 +34,19 @@ double Length(const QPainterPath& path) {
   return length;
 }
 
+// Filling the inside of lines of such a length keeps a list of crossings for each row of pixels, and looks
+// through it for each crossing.
+double ScanWork(double length, const QSizeF& extent) {
+  const double crossings = length / std::max(extent.height(), 1.0);
+  return length * (1 + std::min(crossings, std::max(extent.width(), 1.0)) / 4);
+}
+
 double Area(const QRectF& box) {
   return std::max(box.width(), 0.0) * std::max(box.height(), 0.0);
+}
+
+bool IsHatch(const QBrush& brush) {
+  return brush.style() >= Qt::HorPattern && brush.style() <= Qt::DiagCrossPattern;
 }
 
 // Pixels of the colour that means "leave the ground alone" become clear.
@@ -53,13 +67,13 @@ QImage Prepare(const QImage& bitmap, const QRect& source, WmfBlend blend) {
 
 }  // namespace
 
-WmfCanvas::WmfCanvas(QImage* image, const QRectF& window) : size_(1, 1), budget_(kBudget) {
+WmfCanvas::WmfCanvas(QImage* image, const QRectF& window, int fineness)
+    : size_(1, 1), dot_(fineness), budget_(kBudget) {
   state.origin = window.topLeft();
   state.extent = window.size();
   if (image == nullptr) return;
   size_ = image->size();
   painter_.begin(image);
-  painter_.setRenderHints(QPainter::Antialiasing | QPainter::SmoothPixmapTransform);
   ResetClip();
 }
 
@@ -130,34 +144,49 @@ bool WmfCanvas::Begin(const QRectF& bounds, double work) {
 
 QPen WmfCanvas::DevicePen() const {
   const double scale = std::sqrt(std::abs(ScaleX() * ScaleY()));
-  const double width = std::clamp(state.pen.width * scale, 1.0, kMaxPen);
+  const double width = std::clamp(state.pen.width * scale, dot_, kMaxPen);
   // Broken lines were only ever drawn thin; a wide one would be solid.
   const Qt::PenStyle style =
-      state.pen.style != Qt::NoPen && width >= 2 ? Qt::PenStyle{Qt::SolidLine} : state.pen.style;
+      state.pen.style != Qt::NoPen && width >= 2 * dot_ ? Qt::PenStyle{Qt::SolidLine} : state.pen.style;
   return {state.pen.colour, width, style, state.pen.cap, state.pen.join};
+}
+
+// Patterns are made of pixels. Those of the painter's own would be made of dots, so a hatch becomes a tile.
+QBrush WmfCanvas::DeviceBrush(const QBrush& brush) const {
+  QBrush scaled = brush;
+  if (IsHatch(brush)) {
+    QImage tile(8, 8, QImage::Format_ARGB32_Premultiplied);
+    tile.fill(0);
+    QPainter(&tile).fillRect(tile.rect(), brush);
+    scaled = QBrush(tile);
+  }
+  scaled.setTransform(QTransform::fromScale(dot_, dot_));
+  return scaled;
 }
 
 void WmfCanvas::PaintFill(const QPainterPath& path) {
   if (state.brush.style() == Qt::NoBrush) return;
-  const bool hatched = state.brush.style() >= Qt::HorPattern && state.brush.style() <= Qt::DiagCrossPattern;
-  if (hatched && state.opaque_back) painter_.fillPath(path, state.back_colour);
-  painter_.fillPath(path, state.brush);
+  if (IsHatch(state.brush) && state.opaque_back) painter_.fillPath(path, state.back_colour);
+  painter_.fillPath(path, DeviceBrush(state.brush));
 }
 
 // A stroke runs through the middles of its pixels, a filled area ends at their edges.
 void WmfCanvas::Draw(QPainterPath fill, const QPainterPath& stroke) {
   const QPen pen = DevicePen();
-  const double reach = pen.widthF() * 2 + 1;  // mitres included
+  const double reach = pen.widthF() * 2 + dot_;  // mitres included
   const QRectF bounds = fill.boundingRect() | stroke.boundingRect();
   const double points = fill.elementCount() + stroke.elementCount();
-  const double work = points * kPointWork + Length(fill) + Length(stroke) * (pen.widthF() + 1);
+  const QSizeF extent = bounds.size().boundedTo(size_);
   const bool inked = pen.style() != Qt::NoPen;
+  double work = points * kPointWork + ScanWork(Length(fill), extent);
+  if (state.brush.style() != Qt::SolidPattern) work += kPatternWork * Area(QRectF(QPointF(), extent));
+  if (inked) work += ScanWork(2 * Length(stroke), extent) + Length(stroke) * pen.widthF();
   if (!Begin(inked && painter_.isActive() ? bounds.adjusted(-reach, -reach, reach, reach) : bounds, work)) {
     return;
   }
   fill.setFillRule(state.fill_rule);
   if (!fill.isEmpty()) PaintFill(fill);
-  if (inked) painter_.strokePath(stroke.translated(0.5, 0.5), pen);
+  if (inked) painter_.strokePath(stroke.translated(dot_ / 2, dot_ / 2), pen);
 }
 
 void WmfCanvas::Polygons(const std::vector<QPolygonF>& polygons) {
@@ -188,7 +217,7 @@ void WmfCanvas::Rectangle(const QRectF& box, double corner_width, double corner_
   QPainterPath fill;
   fill.addRoundedRect(outer, rx, ry);
   QPainterPath stroke;
-  stroke.addRoundedRect(outer.adjusted(0, 0, -1, -1), rx, ry);
+  stroke.addRoundedRect(outer.adjusted(0, 0, -dot_, -dot_), rx, ry);
   Draw(fill, stroke);
 }
 
@@ -197,7 +226,7 @@ void WmfCanvas::Ellipse(const QRectF& box) {
   QPainterPath fill;
   fill.addEllipse(outer);
   QPainterPath stroke;
-  stroke.addEllipse(outer.adjusted(0, 0, -1, -1));
+  stroke.addEllipse(outer.adjusted(0, 0, -dot_, -dot_));
   Draw(fill, stroke);
 }
 
@@ -222,22 +251,27 @@ void WmfCanvas::DrawArc(Arc kind, const QRectF& box, const QPointF& start, const
 
 void WmfCanvas::Pixel(const QPointF& at, const QColor& colour) {
   const QPointF place = Map(at);
-  const QRectF box(std::floor(place.x()), std::floor(place.y()), 1, 1);
+  const auto snap = [this](double v) { return std::floor(v / dot_) * dot_; };
+  const QRectF box(snap(place.x()), snap(place.y()), dot_, dot_);
   if (Begin(box, 0)) painter_.fillRect(box, colour);
 }
 
 void WmfCanvas::Fill(const QRectF& box, const QBrush& brush) {
   const QRectF area = Map(box);
-  if (Begin(area, 0)) painter_.fillRect(area, brush);
+  if (Begin(area, 0)) painter_.fillRect(area, DeviceBrush(brush));
 }
 
 void WmfCanvas::Bitmap(const QRectF& target, const QImage& bitmap, const QRect& source, WmfBlend blend) {
   const QRect part = source & bitmap.rect();
   const QRectF area = Map(target);
-  if (part.isEmpty() || !Begin(area, double(part.width()) * part.height())) return;
+  if (part.isEmpty() || !Begin(area, 0)) return;
+  Charge(kPatternWork * (double(part.width()) * part.height() + Area(area & state.clip)));
   const bool across = target.width() * ScaleX() < 0;
   const bool over = target.height() * ScaleY() < 0;
+  // An enlarged bitmap keeps its hard dots, which the averaging then smooths.
+  painter_.setRenderHint(QPainter::SmoothPixmapTransform, area.width() < part.width());
   painter_.drawImage(area, Prepare(bitmap, part, blend).mirrored(across, over));
+  painter_.setRenderHint(QPainter::SmoothPixmapTransform, false);
 }
 
 struct WmfCanvas::TextLayout {
@@ -251,7 +285,7 @@ struct WmfCanvas::TextLayout {
 QFont WmfCanvas::DeviceFont() const {
   QFont font(state.font.face);
   const double height = std::abs(state.font.height * ScaleY());
-  double pixels = height == 0 ? 16 : height;
+  double pixels = height == 0 ? 16 * dot_ : height;
   if (state.font.height > 0) {  // the height of the whole line
     font.setPixelSize(100);
     pixels *= 100 / std::max(QFontMetricsF(font).height(), 100.0);
@@ -288,6 +322,8 @@ void WmfCanvas::Text(const QPointF& at, const QString& text, const std::vector<d
   const double height = std::min(std::abs(state.font.height * ScaleY()), kMaxFont) + 16;
   Charge(kPointWork * double(text.size()) + height * height * double(text.size()));
   const TextLayout layout = LayOut(text, advances);
+  if (layout.font != last_font_) Charge(kFontWork);
+  last_font_ = layout.font;
   constexpr int kUpdatesPosition = 1;
   const bool moves = (state.align & kUpdatesPosition) != 0;
   const int across = state.align & 6;

@@ -41,8 +41,10 @@ enum class WmfBlend { kCopy, kMaskWhite, kMaskBlack };
 // seconds; RuntimeError 481 when it is spent.
 class WmfCanvas {
  public:
-  // The rectangle `window` fills the image; its height may be negative, for a y axis that goes up.
-  WmfCanvas(QImage* image, const QRectF& window);
+  // The rectangle `window` fills the image; its height may be negative, for a y axis that goes up. A pixel
+  // of the finished picture is a square of `fineness` dots of the image, so that averaging them smooths all
+  // edges and leaves no seam between neighbours.
+  WmfCanvas(QImage* image, const QRectF& window, int fineness);
 
   struct State {
     QPointF origin;
@@ -57,14 +59,14 @@ class WmfCanvas {
     int align = 0;
     Qt::FillRule fill_rule = Qt::OddEvenFill;
     QPointF position;
-    QRectF clip;  // pixels
+    QRectF clip;  // dots
   };
   State state;
 
   void Save();
   void Restore(int level);  // negative: counted back from the last
   void ResetClip();
-  void SetClip(const QRectF& clip);  // pixels
+  void SetClip(const QRectF& clip);  // dots
   void IntersectClip(const QRectF& box);
 
   void Select(const WmfObject& object);
@@ -84,7 +86,7 @@ class WmfCanvas {
   void Bitmap(const QRectF& target, const QImage& bitmap, const QRect& source, WmfBlend blend);
 
   void Charge(double work);
-  QRectF Bounds() const { return bounds_; }  // pixels, of all that was drawn
+  QRectF Bounds() const { return bounds_; }  // dots, of all that was drawn
 
  private:
   struct TextLayout;
@@ -98,11 +100,14 @@ class WmfCanvas {
   void Draw(QPainterPath fill, const QPainterPath& stroke);
   void PaintFill(const QPainterPath& path);
   QPen DevicePen() const;
+  QBrush DeviceBrush(const QBrush& brush) const;
   QFont DeviceFont() const;
   TextLayout LayOut(const QString& text, const std::vector<double>& advances) const;
 
   QPainter painter_;
-  QSizeF size_;  // pixels
+  QSizeF size_;  // dots
+  double dot_;   // dots along a side of a pixel
+  QFont last_font_;
   QRectF bounds_;
   std::vector<State> saved_;
   double budget_;

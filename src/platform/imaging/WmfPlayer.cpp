@@ -363,7 +363,8 @@ bool WmfPlayer::PlayText(quint16 function, ByteReader* in) {
 
 QImage WmfPlayer::ReadDib(ByteReader* in) {
   const Dib dib(in->TakeRest(), 0);
-  canvas_.Charge(double(dib.Width()) * double(dib.Height()));
+  constexpr double kDecodeWork = 4;
+  canvas_.Charge(kDecodeWork * double(dib.Width()) * double(dib.Height()));
   return dib.Decode();
 }
 
