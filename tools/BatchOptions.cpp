@@ -19,6 +19,7 @@ void Declare(QCommandLineParser& parser) {
     parser.addOption({QString::fromLatin1(name), QString::fromLatin1(text)});
   };
   value("database", "The database file.", "FILE");
+  flag("list", "Lists the names of the sets and ends.");
   value("set", "The name of the set.", "NAME");
   value("to", "The folder for the picture files.", "FOLDER");
   value("format", "BMP, JPG or GIF.", "FORMAT");
@@ -45,11 +46,14 @@ ParsedOptions ParseBatchOptions(const QStringList& arguments) {
   if (!parser.positionalArguments().isEmpty()) {
     return refuse(QStringLiteral("Unknown argument: ") + parser.positionalArguments().constFirst());
   }
+  const bool list = parser.isSet(QStringLiteral("list"));
   for (const char* needed : {"database", "set", "to"}) {
+    if (list && needed != QLatin1String("database")) continue;
     if (parser.value(QString::fromLatin1(needed)).isEmpty())
       return refuse(QStringLiteral("--%1 is needed.").arg(QLatin1String(needed)));
   }
   BatchOptions options;
+  options.list = list;
   options.database = QFileInfo(parser.value(QStringLiteral("database"))).absoluteFilePath();
   options.set = parser.value(QStringLiteral("set"));
   options.folder = QDir::toNativeSeparators(QFileInfo(parser.value(QStringLiteral("to"))).absoluteFilePath());

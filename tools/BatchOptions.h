@@ -10,6 +10,7 @@ namespace orv {
 // record holds.
 struct BatchOptions {
   QString database;
+  bool list = false;  // only tell the names of the sets
   QString set;
   QString folder;  // absolute
   std::optional<int> pic_format_id;

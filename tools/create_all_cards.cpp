@@ -21,16 +21,21 @@ void Complain(const QString& text) {
   QTextStream(stderr) << text << Qt::endl;
 }
 
+QStringList NamesOfSets() {
+  Recordset sets = modData::OpenSnapshot(QStringLiteral("SELECT SetName FROM tblSet ORDER BY SetName"));
+  QStringList names;
+  for (; !sets.IsEOF(); sets.MoveNext()) names.append(sets["SetName"].TextOrEmpty());
+  return names;
+}
+
 // The key of the set, 0 if there is none of this name.
 std::int16_t FindSetByName(const QString& name) {
   Recordset& sets = modData::rsSet;
-  QStringList names;
   for (; !sets.IsEOF(); sets.MoveNext()) {
-    names.append(sets["SetName"].TextOrEmpty());
-    if (names.constLast() == name) return sets["SetID"].Int16();
+    if (sets["SetName"].TextOrEmpty() == name) return sets["SetID"].Int16();
   }
   Complain(QStringLiteral("There is no set of the name \"%1\". The sets are: %2")
-               .arg(name, names.join(QStringLiteral(", "))));
+               .arg(name, NamesOfSets().join(QStringLiteral(", "))));
   return 0;
 }
 
@@ -51,6 +56,10 @@ int RunBatch(const BatchOptions& options) {
   if (!modData::DatabaseFound) {
     Complain(QStringLiteral("%1 is missing or is no database of the program.").arg(options.database));
     return kFailureTold;
+  }
+  if (options.list) {
+    QTextStream(stdout) << NamesOfSets().join(u'\n') << Qt::endl;
+    return 0;
   }
   BatchReport report;
   const DialogResponderScope answers(report);

@@ -44,6 +44,8 @@ void RecordEditor::ArrangeBar(std::initializer_list<Control*> more) {
   row.AddSpace(12);
   for (Control* control : more) row.Add(*control);
   row.AddStretch();
+  for (CommandButton& button : cmdCardNav) SetFixedWidth(button, 40);
+  for (CommandButton* button : {&cmdCardAdd, &cmdCardDelete}) SetFixedWidth(*button, 40);
   SetMinimumSize(lblCurrentCard, 80, 0);
 }
 

@@ -144,7 +144,7 @@ TEST_P(CardTest, PictureArea) {
        {{1, 1, GradientAt(20, 30)},
         {100, 103, GradientAt(119, 132)},
         {20, 104, kBlack},
-        {20, 105, kCardColour}}},
+        {20, 105, GradientAt(39, 134)}}},
       {"a fraction of a pixel, half to even",
        true,
        false,

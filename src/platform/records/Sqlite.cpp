@@ -83,7 +83,10 @@ void Statement::Reset() {
 }
 
 QString Statement::ColumnName(int column) const {
-  return QString::fromUtf8(sqlite3_column_name(statement_, column));
+  const QString name = QString::fromUtf8(sqlite3_column_name(statement_, column));
+  // Of two columns of one name in a nested join the library calls one "name:1", whichever is selected.
+  const QString origin = OriginColumn(column);
+  return name.section(u':', 0, 0) == origin ? origin : name;
 }
 
 Value Statement::Column(int column) const {

@@ -77,8 +77,8 @@ const QueryCase kQueries[] = {
      "tblCard.BoldText, tblCard.Information FROM tblCardBack INNER JOIN (tblCardType INNER JOIN tblCard ON "
      "tblCardType.CardTypeID = tblCard.CardTypeID) ON tblCardBack.CardBackID = tblCard.CardBackID WHERE "
      "tblCard.SetID=1 ORDER BY tblCard.Nr, tblCard.Title",
-     "CardID Nr UpperLeft BackText",
-     "2|1|spirit|Älter / 3|2|Ätna|night / 1|2|Spirit|night / 5|4|Spirit|Night"},
+     "CardID Nr UpperLeft Number BackText",
+     "2|1|spirit|2|Älter / 3|2|Ätna|~|night / 1|2|Spirit|1|night / 5|4|Spirit||Night"},
     {"SELECT Count(tblCardType.CardTypeID) AS NrSort, tblCardType.UpperLeft, tblCardType.LowerLeft FROM "
      "tblCardType INNER JOIN tblCard ON tblCardType.CardTypeID = tblCard.CardTypeID WHERE tblCard.SetID =  1 "
      "GROUP BY tblCardType.UpperLeft, tblCardType.LowerLeft ORDER BY Count(tblCardType.CardTypeID) DESC , "
