@@ -101,7 +101,8 @@ int Application::RunOnce(const std::function<int()>& action) {
 void Application::Quit() {
   quit_asked = true;
   UnloadAll();
-  QApplication::quit();
+  // Asks no window any more.
+  QApplication::exit();
 }
 
 namespace Screen {

@@ -49,7 +49,7 @@ QString ProposedName(const QString& name) {
 }
 
 void SetUp(QFileDialog& dialog, const CommonDialog& wanted, bool save) {
-  QFileDialog::Options options = QFileDialog::DontUseNativeDialog | QFileDialog::HideNameFilterDetails;
+  QFileDialog::Options options = QFileDialog::DontUseNativeDialog;
   if ((wanted.Flags & kAskOverwrite) == 0) options |= QFileDialog::DontConfirmOverwrite;
   dialog.setOptions(options);
   dialog.setAcceptMode(save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);

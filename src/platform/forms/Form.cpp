@@ -36,7 +36,8 @@ struct Form::Impl {
   QPointer<ChildWindow> child;  // the frame of a child within the main window
   QVBoxLayout* rows = nullptr;  // of a main window: what is docked, then the area
   QEventLoop* loop = nullptr;   // while shown modally
-  bool placed = false;          // the program or the user has chosen its place
+  bool placed = false;          // the program has chosen its place
+  bool sized = false;           // the program has chosen its size
   bool shown = false;           // has been shown before
 };
 
@@ -81,11 +82,9 @@ void Form::SetCaption(const QString& caption) {
 
 void Form::SetClientSize(int width, int height, bool resizable) {
   const QSize size(Pixels(width), Pixels(height));
-  if (!resizable) {
-    Handle()->setFixedSize(size);
-  } else if (kind_ != FormKind::Main) {
-    Handle()->setMinimumSize(size);
-  }
+  const bool least = !resizable || kind_ != FormKind::Main;
+  Handle()->setMinimumSize(least ? size : QSize(0, 0));
+  Handle()->setMaximumSize(resizable ? QSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX) : size);
   if (impl_->child == nullptr) Handle()->resize(size);
 }
 
@@ -102,9 +101,11 @@ int Form::Top() const {
   return Window()->y() * kTwipsPerPixel;
 }
 void Form::SetWidth(int twips) {
+  impl_->sized = true;
   Window()->resize(Pixels(twips), Window()->height());
 }
 void Form::SetHeight(int twips) {
+  impl_->sized = true;
   Window()->resize(Window()->width(), Pixels(twips));
 }
 void Form::SetLeft(int twips) {
@@ -132,18 +133,20 @@ bool Form::IsShown() const {
   return Handle() != nullptr && !Window()->isHidden();
 }
 
-// Before it is shown for the first time: a child takes the size of its inside, as far as there is room; a
-// dialog stands over the middle of the window that it belongs to.
+// A child takes the size of its inside, as far as there is room. Its frame forgets a size that it was given
+// before it was shown in a visible area, so this comes when it is shown.
+void Form::SizeChild() {
+  if (std::exchange(impl_->shown, true) || impl_->sized) return;
+  impl_->child->show();
+  const QSize room = ChildArea() == nullptr ? QSize() : ChildArea()->viewport()->size();
+  const QSize wanted = impl_->child->sizeHint();
+  impl_->child->resize(ChildArea() != nullptr && ChildArea()->isVisible() ? wanted.boundedTo(room) : wanted);
+}
+
+// Before it is shown for the first time: a dialog stands over the middle of the window that it belongs to.
 void Form::PlaceFirst() {
+  if (impl_->child != nullptr) return SizeChild();
   if (std::exchange(impl_->shown, true)) return;
-  if (impl_->child != nullptr) {
-    if (impl_->child->testAttribute(Qt::WA_Resized)) return;
-    const QSize room = ChildArea() == nullptr ? QSize() : ChildArea()->viewport()->size();
-    const QSize wanted = impl_->child->sizeHint();
-    impl_->child->resize(ChildArea() != nullptr && ChildArea()->isVisible() ? wanted.boundedTo(room)
-                                                                            : wanted);
-    return;
-  }
   if (kind_ != FormKind::Dialog || impl_->placed) return;
   const QWidget* owner = QApplication::activeWindow();
   if (owner == nullptr && ChildArea() != nullptr) owner = ChildArea()->window();

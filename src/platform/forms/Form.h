@@ -60,6 +60,7 @@ class Form : public Container {
   void ClosedByFrame();
   QWidget* Window() const;
   void PlaceFirst();
+  void SizeChild();
   FormKind kind_;
   bool modal_ = false;
   std::function<void()> unload_;

@@ -1,6 +1,5 @@
 #include "forms/FormWindow.h"
 
-#include <QApplication>
 #include <QCloseEvent>
 #include <QKeyEvent>
 #include <QPushButton>
@@ -32,7 +31,7 @@ void FormWindow::keyPressEvent(QKeyEvent* event) {
 bool FormWindow::PressButton(int key) const {
   const bool enter = key == Qt::Key_Return || key == Qt::Key_Enter;
   if (!enter && key != Qt::Key_Escape) return false;
-  auto* const focused = qobject_cast<QAbstractButton*>(QApplication::focusWidget());
+  auto* const focused = qobject_cast<QAbstractButton*>(window()->focusWidget());
   const bool presses_itself = qobject_cast<QPushButton*>(focused) != nullptr ||
                               (focused != nullptr && focused->inherits("QToolButton"));
   if (enter && presses_itself && isAncestorOf(focused)) {

@@ -48,9 +48,11 @@ EventScope::EventScope() : former_level_(Lifetimes().level) {
 }
 
 EventScope::~EventScope() {
-  const int level = std::exchange(Lifetimes().level, former_level_);
-  // A former event of the same loop is still on the stack and calls this one.
-  if (former_level_ != level && !Lifetimes().later.empty()) RunPutOff(level);
+  const int level = Lifetimes().level;
+  // Otherwise a former event of the same loop is still on the stack and has called this one. What is run
+  // counts as part of this event: a widget that dies sends events, which must not run the next action.
+  if (former_level_ != level) RunPutOff(level);
+  Lifetimes().level = former_level_;
 }
 
 void RunLater(std::function<void()> action) {

@@ -64,7 +64,6 @@ class SurfaceView::Widget : public QWidget, public SurfaceHost {
  public:
   Widget(QWidget* parent, Surface& surface) : QWidget(parent), surface_(&surface) {
     surface.SetHost(this);
-    setAccessibleName(surface.Name());
     setMouseTracking(true);
     Follow();
   }
@@ -108,9 +107,10 @@ class SurfaceView::Widget : public QWidget, public SurfaceHost {
   void showEvent(QShowEvent*) override { Follow(); }
 
  private:
-  // The size of the surface, and whether there is anything on it for the keyboard.
+  // The name and the size of the surface, and whether there is anything on it for the keyboard.
   void Follow() {
     if (surface_ == nullptr) return;
+    if (accessibleName() != surface_->Name()) setAccessibleName(surface_->Name());
     const QSize size(static_cast<int>(std::lround(surface_->width_)),
                      static_cast<int>(std::lround(surface_->height_)));
     if (size != minimumSize() || size != maximumSize()) setFixedSize(size);

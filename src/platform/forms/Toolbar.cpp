@@ -15,6 +15,21 @@ QAction* ActionAt(const std::vector<QAction*>& buttons, int index) {
   return buttons[static_cast<std::size_t>(index - 1)];
 }
 
+// The keyboard walks to the buttons where the bar stands among the controls, although the buttons come
+// into being after all of them.
+void TabAfterLast(QToolBar& bar, QWidget* button) {
+  QWidget* last = &bar;
+  for (QAction* const action : bar.actions()) {
+    QWidget* const widget = bar.widgetForAction(action);
+    if (widget != button && widget->focusPolicy() != Qt::NoFocus) last = widget;
+  }
+  // Only what takes the focus has a place in the order.
+  const Qt::FocusPolicy policy = last->focusPolicy();
+  last->setFocusPolicy(Qt::TabFocus);
+  QWidget::setTabOrder(last, button);
+  last->setFocusPolicy(policy);
+}
+
 }  // namespace
 
 Toolbar::Toolbar(Container& parent) {
@@ -36,10 +51,10 @@ void Toolbar::Add(const QString& key, const QString& name, const QString& tool_t
   QAction* const action = bar.addAction(NamedIcon(icon), name);
   action->setToolTip(tool_tip.isEmpty() ? name : tool_tip);
   action->setCheckable(style == ToolbarStyle::Check);
-  if (QWidget* const button = bar.widgetForAction(action)) {
-    button->setFocusPolicy(Qt::TabFocus);
-    button->setAccessibleName(name);
-  }
+  QWidget* const button = bar.widgetForAction(action);
+  button->setFocusPolicy(Qt::TabFocus);
+  button->setAccessibleName(name);
+  TabAfterLast(bar, button);
   QObject::connect(action, &QAction::triggered, Watcher(), [this, key] { ButtonClick(key); });
   buttons_.push_back(action);
 }

@@ -1,0 +1,288 @@
+#include "forms/Form.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QScrollArea>
+#include <QTimer>
+
+#include "forms/Application.h"
+#include "forms/Controls.h"
+#include "forms/Dialogs.h"
+#include "forms/Layout.h"
+#include "forms/ListView.h"
+#include "platform/forms/TestWindow.h"
+#include "support/DialogScript.h"
+#include "support/Widgets.h"
+
+namespace orv {
+namespace {
+
+QString log;
+QString Log() {
+  return std::exchange(log, QString());
+}
+
+// Two forms that tell of their lives.
+class MainForm : public Form {
+ public:
+  MainForm() : Form(FormKind::Main), panel(*this), cmdExit(panel, QStringLiteral("Exit")) {
+    panel.Place(0, 0, 6000, 600);
+    DockTop(panel);
+    SetClientSize(9000, 6000, true);
+    SetCaption(QStringLiteral("Main"));
+  }
+  void Form_Load() override { log += QStringLiteral("main+ "); }
+  void Form_Unload() override { log += QStringLiteral("main- "); }
+  Panel panel;
+  CommandButton cmdExit;
+};
+FormInstance<MainForm> frmMain;
+
+class ChildForm : public Form {
+ public:
+  ChildForm() : Form(FormKind::Child), cmdClose(*this, QStringLiteral("Close")), txt(*this) {
+    SetClientSize(4500, 3000, true);
+    SetCaption(QStringLiteral("Child"));
+  }
+  ~ChildForm() override { log += QStringLiteral("child~ "); }
+  void Form_Load() override { log += QStringLiteral("child+ "); }
+  void Form_Unload() override { log += QStringLiteral("child- "); }
+  CommandButton cmdClose;
+  TextBox txt;
+};
+FormInstance<ChildForm> frmChild;
+
+QWidget* FrameOf(const Form& form) {
+  for (QWidget* widget = form.Handle(); widget != nullptr; widget = widget->parentWidget()) {
+    if (qobject_cast<QMdiSubWindow*>(widget) != nullptr) return widget;
+  }
+  return form.Handle()->window();
+}
+
+class DialogForm : public TestWindow {
+ public:
+  DialogForm() {
+    cmdOK.SetDefault(true);
+    cmdCancel.SetCancel(true);
+    cmdOK.Click = [this] {
+      result += QStringLiteral("ok ");
+      Hide();
+    };
+    cmdCancel.Click = [this] {
+      result += QStringLiteral("cancel ");
+      Hide();
+    };
+    cmdOther.Click = [this] { result += QStringLiteral("other "); };
+    SetCloser([this] { result += QStringLiteral("unloaded "); });
+  }
+  TextBox txt{*this};
+  TextBox txtLines{*this, TextBox::MultiLine};
+  ComboBox cbo{*this, ComboBox::DropDownCombo};
+  ListView lv{*this};
+  CommandButton cmdOther{*this, QStringLiteral("Other")};
+  CommandButton cmdOK{*this, QStringLiteral("OK")};
+  CommandButton cmdCancel{*this, QStringLiteral("Cancel")};
+  QString result;
+};
+
+TEST(FormTest, AModalFormLastsUntilItIsHiddenOrClosed) {
+  DialogForm form;
+  QTimer::singleShot(0, [&] {
+    EXPECT_EQ(QApplication::activeModalWidget(), form.Handle());
+    ClickOn(form.cmdOK);
+  });
+  form.ShowModal();
+  EXPECT_FALSE(form.IsShown());
+  QTimer::singleShot(0, [&] { form.Handle()->window()->close(); });
+  form.ShowModal();
+  EXPECT_FALSE(form.IsShown());
+  EXPECT_EQ(form.result, QStringLiteral("ok ")) << "closing by the frame hides a modal form only";
+  form.Show();
+  form.Handle()->window()->close();
+  EXPECT_EQ(form.result, QStringLiteral("ok unloaded "));
+}
+
+TEST(FormTest, AResponderDrivesAModalForm) {
+  DialogForm form;
+  DialogScript script;
+  const DialogResponderScope scope(script);
+  script.modals.push_back([&](Form& shown) {
+    EXPECT_EQ(&shown, &form);
+    EXPECT_TRUE(shown.IsShown());
+    ClickOn(form.cmdOther);
+  });
+  form.ShowModal();
+  EXPECT_EQ(form.result, QStringLiteral("other "));
+  EXPECT_FALSE(form.IsShown());
+}
+
+TEST(FormTest, KeysThatNoControlUsesReachTheForm) {
+  DialogForm form;
+  form.lv.AddColumn(QStringLiteral("A"), 50);
+  form.Open();
+  const std::vector<const Control*> controls{&form.txt, &form.txtLines, &form.cbo, &form.lv, &form.cmdOther};
+  for (const Control* control : controls) {
+    control->Handle()->setFocus();
+    form.keys.clear();
+    PressKey(*control, Qt::Key_N, Qt::ControlModifier);
+    ASSERT_EQ(form.keys.size(), 1U) << control->Handle()->metaObject()->className();
+    EXPECT_EQ(form.keys[0].KeyCode, kKeyN);
+    EXPECT_EQ(form.keys[0].Shift, kCtrl);
+  }
+  form.keys.clear();
+  TypeInto(form.txt, QStringLiteral("n"));
+  EXPECT_TRUE(form.keys.empty()) << "a key that a field uses is its own";
+}
+
+TEST(FormTest, EnterAndEscapePressTheirButtons) {
+  DialogForm form;
+  const auto after = [&](const Control& control, int key) {
+    form.result.clear();
+    form.Open();
+    control.Handle()->setFocus();
+    PressKey(control, key);
+    return form.result;
+  };
+  EXPECT_EQ(after(form.txt, Qt::Key_Return), QStringLiteral("ok "));
+  EXPECT_EQ(after(form.cbo, Qt::Key_Enter), QStringLiteral("ok "));
+  EXPECT_EQ(after(form.txtLines, Qt::Key_Return), QString()) << "a line end";
+  EXPECT_EQ(after(form.cmdOther, Qt::Key_Return), QStringLiteral("other ")) << "the button with the focus";
+  for (const Control* control : {static_cast<Control*>(&form.txtLines), static_cast<Control*>(&form.lv),
+                                 static_cast<Control*>(&form.cmdOther)}) {
+    EXPECT_EQ(after(*control, Qt::Key_Escape), QStringLiteral("cancel "));
+  }
+  form.cmdOK.SetEnabled(false);
+  EXPECT_EQ(after(form.txt, Qt::Key_Return), QString()) << "a disabled button";
+  EXPECT_EQ(form.keys.back().KeyCode, kKeyReturn);
+}
+
+TEST(FormTest, ClosingAChildByItsFrameUnloadsItAndItsNextUseMakesItAnew) {
+  log.clear();
+  frmMain->Show();
+  frmChild->Show();
+  EXPECT_EQ(Log(), QStringLiteral("main+ child+ "));
+  auto* const frame = qobject_cast<QMdiSubWindow*>(FrameOf(*frmChild));
+  ASSERT_NE(frame, nullptr) << "it lies in the main window";
+  EXPECT_EQ(frame->windowTitle(), QStringLiteral("Child"));
+  EXPECT_GE(frame->width(), 300);
+  EXPECT_LE(frame->geometry().bottom(), frame->parentWidget()->height());
+  frmChild->txt.SetText(QStringLiteral("typed"));
+  frame->close();
+  EXPECT_EQ(Log(), QStringLiteral("child- child~ "));
+  EXPECT_FALSE(frmChild.IsLoaded());
+  EXPECT_FALSE(frmChild.IsVisible());
+  EXPECT_EQ(frmChild->txt.Text(), QString());
+  EXPECT_FALSE(frmChild.IsVisible()) << "made, but not shown";
+  frmChild->Show();
+  frmChild->Hide();
+  EXPECT_EQ(Log(), QStringLiteral("child+ "));
+  // The button's own handler ends its form.
+  frmChild->Show();
+  frmChild->cmdClose.Click = [] {
+    frmChild.Unload();
+    log += QStringLiteral("handled ");
+  };
+  ClickOn(frmChild->cmdClose);
+  EXPECT_EQ(Log(), QStringLiteral("child- handled child~ "));
+  // And while a dialog runs within the handler, the form still stands.
+  frmChild->Show();
+  frmChild->cmdClose.Click = [] {
+    frmChild.Unload();
+    DialogForm dialog;
+    QTimer::singleShot(0, [&] { ClickOn(dialog.cmdOK); });
+    dialog.ShowModal();
+    log += QStringLiteral("handled ");
+  };
+  Log();
+  ClickOn(frmChild->cmdClose);
+  EXPECT_EQ(Log(), QStringLiteral("child- handled child~ "));
+}
+
+TEST(FormTest, AChildThatIsTooSmallScrolls) {
+  frmMain->Show();
+  frmChild->Show();
+  QWidget* const frame = FrameOf(*frmChild);
+  auto* const scroller = frame->findChild<QScrollArea*>();
+  ASSERT_NE(scroller, nullptr);
+  frame->resize(200, 120);
+  EXPECT_EQ(frmChild->Handle()->size(), QSize(300, 200)) << "its least size";
+  frame->resize(500, 400);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return frmChild->Handle()->size() == scroller->viewport()->size(); }));
+  EXPECT_GT(frmChild->Handle()->width(), 480) << "and it grows with the window";
+  EXPECT_EQ(frmChild->Width(), 500 * 15);
+}
+
+TEST(FormTest, ClosingTheMainWindowUnloadsAllAndQuits) {
+  frmMain->Show();
+  frmChild->Show();
+  Log();
+  bool quit = false;
+  const auto connection = QObject::connect(qApp, &QCoreApplication::aboutToQuit, [&] { quit = true; });
+  QTimer::singleShot(0, [] { FrameOf(*frmMain)->close(); });
+  QApplication::exec();
+  QObject::disconnect(connection);
+  EXPECT_TRUE(quit);
+  EXPECT_EQ(Log(), QStringLiteral("child- main- child~ "));
+  EXPECT_FALSE(frmMain.IsLoaded());
+  frmChild->Show();
+  EXPECT_EQ(FrameOf(*frmChild), frmChild->Handle()) << "without a main window a window of its own";
+  frmChild.Unload();
+}
+
+TEST(FormTest, PlaceAndStateAreReadBackAsSet) {
+  TestWindow form(FormKind::Main);
+  form.SetClientSize(9000, 6000, true);
+  form.SetWidth(7500);
+  form.SetHeight(4800);
+  form.SetLeft(1500);
+  form.SetTop(600);
+  EXPECT_EQ(form.WindowState(), 0);
+  for (int pass = 0; pass < 2; ++pass) {
+    EXPECT_EQ(form.Width(), 7500);
+    EXPECT_EQ(form.Height(), 4800);
+    EXPECT_EQ(form.Left(), 1500);
+    EXPECT_EQ(form.Top(), 600);
+    form.Open();
+  }
+  form.SetWindowState(2);
+  EXPECT_EQ(form.WindowState(), 2);
+  form.Hide();
+  EXPECT_EQ(form.WindowState(), 2);
+  form.SetWindowState(0);
+  EXPECT_EQ(form.WindowState(), 0);
+}
+
+TEST(FormTest, ADialogStandsOverTheMiddleOfTheMainWindow) {
+  TestWindow owner(FormKind::Main);
+  owner.SetLeft(1500);
+  owner.SetTop(1500);
+  owner.Open();
+  TestWindow dialog;
+  dialog.SetClientSize(1500, 1500);
+  dialog.Open();
+  const QPoint apart = dialog.Handle()->geometry().center() - owner.Handle()->geometry().center();
+  EXPECT_LE(apart.manhattanLength(), 8) << "but for the frame";
+}
+
+TEST(FormTest, LayoutsFollowTheWindow) {
+  TestWindow form(FormKind::Main);
+  Panel panel(form);
+  TextBox box(panel);
+  CommandButton button(panel, QStringLiteral("B"));
+  SetFixedWidth(button, 50);
+  BoxLayout row(panel, BoxLayout::Row, 10, 6);
+  row.Add(box, 1);
+  GridLayout grid = row.AddGrid();
+  grid.Add(button, 0, 0);
+  panel.Place(0, 0, 6000, 600);
+  form.Open();
+  EXPECT_EQ(box.Handle()->width(), 400 - 2 * 10 - 6 - 50);
+  panel.Place(0, 0, 9000, 600);
+  EXPECT_EQ(box.Handle()->width(), 600 - 2 * 10 - 6 - 50);
+}
+
+}  // namespace
+}  // namespace orv
