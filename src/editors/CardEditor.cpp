@@ -7,8 +7,8 @@
 #include "composition/PreviewDrawing.h"
 #include "database/ListHelpers.h"
 #include "database/ReferenceLists.h"
+#include "editors/ChooseColour.h"
 #include "editors/ChoosePicture.h"
-#include "forms/Dialogs.h"
 #include "pictures/modPicture.h"
 #include "state/modData.h"
 
@@ -18,8 +18,7 @@ namespace {
 // Stands on the row of a catalogue that has a key; false where there is none.
 bool FindRow(Recordset& rows, const char* key, std::int32_t value) {
   if (rows.IsEmpty()) return false;
-  rows.MoveFirst();
-  rows.Find(QStringLiteral("%1 = %2").arg(QLatin1String(key)).arg(value));
+  FindByKey(rows, key, value);
   return !rows.IsEOF();
 }
 
@@ -147,12 +146,6 @@ void CardEditor::ShowDimension() {
   lblPicDim.SetCaption(FrameDimension(preview_.picFrame));
 }
 
-void CardEditor::WriteText(const char* column, TextBox& box, Label& label) {
-  if (Loading) return;
-  Write(column, box.Text());
-  label.SetCaption(box.Text());
-}
-
 void CardEditor::cboType_Click() {
   if (Loading || cboType.ListIndex() < 0) return;
   const std::int32_t type = ChosenItemData(cboType);
@@ -242,18 +235,7 @@ void CardEditor::RedrawArtist() {
 }
 
 void CardEditor::cmdGetPic_Click() {
-  ChoosePicture({.title = QStringLiteral("Choose picture"),
-                 .folder = &LastPicFolder,
-                 .rows = modData::rsCard,
-                 .column = "Picture",
-                 .surface = preview_.picImage,
-                 .stored =
-                     [this](const QString& path) {
-                       RememberFolder(LastPicFolder)(path);
-                       preview_.picImage.SetTop(0);
-                       preview_.picImage.SetLeft(0);
-                     },
-                 .shown = [this] { preview_.picImage.SetFocus(); }});
+  ChooseFramedPicture(modData::rsCard, "Picture", preview_.picImage, LastPicFolder);
 }
 
 void CardEditor::cmdDelPic_Click() {
@@ -262,9 +244,7 @@ void CardEditor::cmdDelPic_Click() {
   card["PicTop"] = 0;
   card["PicLeft"] = 0;
   card.Update();
-  preview_.picImage.SetTop(0);
-  preview_.picImage.SetLeft(0);
-  preview_.picImage.SetPicture(LoadPicture());
+  EmptyFrame(preview_.picImage);
 }
 
 void CardEditor::cmdBackPic_Click() {
@@ -291,19 +271,7 @@ void CardEditor::cmdDelBackPic_Click() {
 }
 
 void CardEditor::cmdColour_Click() {
-  try {
-    CommonDialog dialog;
-    dialog.CancelError = true;
-    dialog.DialogTitle = QStringLiteral("Choose card background colour");
-    dialog.Color = modData::rsCard["BGColour"].Int32();
-    dialog.Flags = 1;
-    dialog.ShowColor();
-    picColour.SetBackColor(dialog.Color);
-    Write("BGColour", dialog.Color);
-    preview_.picCard.SetBackColor(dialog.Color);
-  } catch (const RuntimeError&) {
-    // The user kept the colour.
-  }
+  ChooseBackgroundColour(modData::rsCard, picColour, preview_.picCard);
 }
 
 // What follows the frame's handle: the frame, the texts below it and the record.

@@ -100,7 +100,6 @@ class CardEditor : public RecordEditor {
   void SubscribePicture();
   void FillTypes();
   void FillBacks();
-  void WriteText(const char* column, TextBox& box, Label& label);
   void ShowDimension();
   void FrameResized();
   void RedrawArtist();
