@@ -7,6 +7,7 @@
 #include "imaging/ByteReader.h"
 #include "imaging/Decoders.h"
 #include "imaging/WmfCanvas.h"
+#include "imaging/WmfFields.h"
 #include "imaging/WmfPlayer.h"
 
 namespace orv {

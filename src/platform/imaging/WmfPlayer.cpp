@@ -4,88 +4,14 @@
 #include <cmath>
 
 #include "imaging/Dib.h"
+#include "imaging/WmfFields.h"
 
 namespace orv {
 namespace {
 
 // Together they bound what the table of objects can hold.
 constexpr std::size_t kMaxObjects = 2048;
-constexpr qint64 kMaxPatternPixels = 256 * 256;
-
-QRectF ReadBox(ByteReader* in) {
-  const QPointF end = ReadPoint(in);
-  return {ReadPoint(in), end};
-}
-
-// A width and height that lie before a corner.
-QRectF ReadSizedBox(ByteReader* in) {
-  const QPointF size = ReadPoint(in);
-  return {ReadPoint(in), QSizeF(size.x(), size.y())};
-}
-
-QColor ReadColour(ByteReader* in) {
-  const int red = in->U8();
-  const int green = in->U8();
-  const int blue = in->U8();
-  in->Skip(1);
-  return {red, green, blue};
-}
-
-QString FromWindows1252(QByteArrayView bytes) {
-  static const QString kUpper = QStringLiteral(
-      u"\u20ac\u0081\u201a\u0192\u201e\u2026\u2020\u2021\u02c6\u2030\u0160\u2039\u0152\u008d\u017d"
-      u"\u008f\u0090\u2018\u2019\u201c\u201d\u2022\u2013\u2014\u02dc\u2122\u0161\u203a\u0153\u009d"
-      u"\u017e\u0178");
-  QString text = QString::fromLatin1(bytes);
-  for (QChar& c : text) {
-    if (c >= u'\x80' && c <= u'\x9f') c = kUpper[c.unicode() - 0x80];
-  }
-  return text;
-}
-
-WmfPen ReadPen(ByteReader* in) {
-  constexpr std::array<Qt::PenStyle, 6> kStyles = {Qt::SolidLine,   Qt::DashLine,       Qt::DotLine,
-                                                   Qt::DashDotLine, Qt::DashDotDotLine, Qt::NoPen};
-  const unsigned style = in->U16();
-  WmfPen pen;
-  pen.style = (style & 15) < kStyles.size() ? kStyles[style & 15] : Qt::SolidLine;
-  pen.cap = (style & 0xf00) == 0x100 ? Qt::SquareCap : (style & 0xf00) == 0x200 ? Qt::FlatCap : Qt::RoundCap;
-  pen.join = (style & 0xf000) == 0x1000   ? Qt::BevelJoin
-             : (style & 0xf000) == 0x2000 ? Qt::MiterJoin
-                                          : Qt::RoundJoin;
-  pen.width = std::abs(in->I16());
-  in->Skip(2);
-  pen.colour = ReadColour(in);
-  return pen;
-}
-
-QBrush ReadBrush(ByteReader* in) {
-  constexpr std::array<Qt::BrushStyle, 6> kHatches = {Qt::HorPattern,   Qt::VerPattern,
-                                                      Qt::FDiagPattern, Qt::BDiagPattern,
-                                                      Qt::CrossPattern, Qt::DiagCrossPattern};
-  const unsigned style = in->U16();
-  const QColor colour = ReadColour(in);
-  const unsigned hatch = in->U16();
-  if (style == 0) return colour;
-  return style == 2 && hatch < kHatches.size() ? QBrush(colour, kHatches[hatch]) : QBrush(Qt::NoBrush);
-}
-
-WmfFont ReadFont(ByteReader* in) {
-  WmfFont font;
-  font.height = in->I16();
-  in->Skip(2);  // width
-  font.angle = in->I16() / 10.0;
-  in->Skip(2);  // orientation
-  font.weight = in->I16();
-  if (font.weight == 0) font.weight = 400;
-  font.italic = in->U8() != 0;
-  font.underline = in->U8() != 0;
-  font.strike_out = in->U8() != 0;
-  in->Skip(5);  // character set, precision, quality, family
-  const QByteArrayView face = in->Take(std::min<qsizetype>(in->Left(), 32));
-  font.face = FromWindows1252(face.first(std::find(face.begin(), face.end(), '\0') - face.begin()));
-  return font;
-}
+constexpr qint64 kMaxPatternPixels = qint64{256} * 256;
 
 enum RasterOperation : quint32 {
   kBlackness = 0x00000042,
@@ -106,11 +32,6 @@ WmfBlend BlendOf(quint32 operation) {
 }
 
 }  // namespace
-
-QPointF ReadPoint(ByteReader* in) {
-  const double y = in->I16();
-  return {double(in->I16()), y};
-}
 
 void WmfPlayer::Play(const WmfRecord& record) {
   ByteReader in(record.parameters);
@@ -252,6 +173,7 @@ std::vector<QPolygonF> WmfPlayer::ReadPolygons(ByteReader* in) {
   std::vector<int> counts(in->U16());
   for (int& count : counts) count = in->U16();
   std::vector<QPolygonF> polygons;
+  polygons.reserve(counts.size());
   for (const int count : counts) polygons.push_back(ReadPoints(in, count));
   return polygons;
 }
@@ -317,7 +239,7 @@ bool WmfPlayer::PlayShape(quint16 function, ByteReader* in) {
 
 void WmfPlayer::TextOut(ByteReader* in) {
   const int length = in->U16();
-  const QString text = FromWindows1252(in->Take(length));
+  const QString text = ReadText(in, length);
   in->Skip(length % 2);
   canvas_.Text(ReadPoint(in), text, {});
 }
@@ -335,7 +257,7 @@ void WmfPlayer::ExtTextOut(ByteReader* in) {
     const double right = in->I16();
     box = QRectF(QPointF(left, top), QPointF(right, in->I16()));
   }
-  const QString text = FromWindows1252(in->Take(length));
+  const QString text = ReadText(in, length);
   if (length % 2 == 1 && in->Left() > 0) in->Skip(1);
   std::vector<double> advances;
   if (in->Left() >= qsizetype{2} * length) {

@@ -64,9 +64,6 @@ enum : quint16 {
 };
 }  // namespace WmfFunction
 
-// Parameters lie in reverse: y before x, bottom before left.
-QPointF ReadPoint(ByteReader* in);
-
 // Plays records onto a canvas; those of a kind that it doesn't know are passed over. RuntimeError 481 for
 // a record that is too short for what it holds.
 class WmfPlayer {
