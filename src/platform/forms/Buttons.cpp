@@ -13,6 +13,11 @@ QAbstractButton& Of(const Control& control) {
   return *static_cast<QAbstractButton*>(control.Handle());
 }
 
+// A caption with a sign in front of it keeps its whole text, also in a place made for a narrower face.
+void KeepWhole(QAbstractButton& button) {
+  button.setMinimumWidth(button.sizeHint().width());
+}
+
 }  // namespace
 
 CommandButton::CommandButton(Container& parent, const QString& caption, const QString& icon) {
@@ -40,6 +45,7 @@ void CommandButton::SetCancel(bool is_cancel) {
 
 CheckBox::CheckBox(Container& parent, const QString& caption) {
   auto* const box = new QCheckBox(caption, parent.Handle());
+  KeepWhole(*box);
   Adopt(box);
   QObject::connect(box, &QCheckBox::toggled, Watcher(), [this] { Click(); });
 }
@@ -53,6 +59,7 @@ void CheckBox::SetValue(int value) {
 
 OptionButton::OptionButton(Container& parent, const QString& caption) {
   auto* const button = new QRadioButton(caption, parent.Handle());
+  KeepWhole(*button);
   Adopt(button);
   QObject::connect(button, &QRadioButton::toggled, Watcher(), [this](bool checked) {
     if (checked) Click();

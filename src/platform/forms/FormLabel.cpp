@@ -1,11 +1,14 @@
 #include <QLabel>
 #include <QPalette>
+#include <QPlainTextEdit>
 
 #include "forms/Controls.h"
 #include "forms/Palette.h"
 
 namespace orv {
 namespace {
+
+constexpr int kFirstLine = 5;  // pixels from the top of a high field to its first line
 
 QLabel& Of(const Control& control) {
   return *static_cast<QLabel*>(control.Handle());
@@ -51,6 +54,10 @@ void FormLabel::SetCaption(const QString& caption) {
 void FormLabel::SetBuddy(Control& field) {
   Of(*this).setBuddy(field.Handle());
   NameBuddy(Of(*this));
+  // In front of a high field it stands beside the first line.
+  if (qobject_cast<QPlainTextEdit*>(field.Handle()) == nullptr) return;
+  Of(*this).setAlignment((Of(*this).alignment() & Qt::AlignHorizontal_Mask) | Qt::AlignTop);
+  Of(*this).setContentsMargins(0, kFirstLine, 0, 0);
 }
 
 void FormLabel::SetForeColor(Colour colour) {

@@ -15,6 +15,8 @@
 namespace orv {
 namespace {
 
+constexpr int kRowSpace = 4;  // pixels
+
 // The same order on every machine, whatever its language.
 const QCollator& TextOrder() {
   static const QCollator order = [] {
@@ -33,6 +35,7 @@ bool Before(const QString& left, const QString& right) {
 
 ListEntry::ListEntry(const ListItem& item, const ListTree& tree) : item_(item) {
   const QTreeWidgetItem& header = *tree.headerItem();
+  setSizeHint(0, QSize(0, tree.fontMetrics().height() + kRowSpace));
   for (int column = 0; column < tree.columnCount(); ++column) {
     setText(column, ToShownLine(TextOf(column)));
     setData(column, Qt::TextAlignmentRole, header.data(column, Qt::TextAlignmentRole));

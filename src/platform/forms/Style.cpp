@@ -3,12 +3,31 @@
 #include <QFont>
 #include <QFontMetrics>
 #include <QGuiApplication>
+#include <QPainter>
 #include <QProxyStyle>
+#include <QStyleOption>
+
+#include "forms/Icons.h"
 
 namespace orv {
 namespace {
 
 constexpr int kFontHeight = 12;  // pixels
+
+QString NameOf(QStyle::StandardPixmap which) {
+  switch (which) {
+    case QStyle::SP_MessageBoxCritical:
+      return QStringLiteral("critical");
+    case QStyle::SP_MessageBoxQuestion:
+      return QStringLiteral("question");
+    case QStyle::SP_MessageBoxWarning:
+      return QStringLiteral("exclamation");
+    case QStyle::SP_MessageBoxInformation:
+      return QStringLiteral("information");
+    default:
+      return {};
+  }
+}
 
 class Style : public QProxyStyle {
  public:
@@ -18,7 +37,24 @@ class Style : public QProxyStyle {
                 QStyleHintReturn* data) const override {
     // A list under the field, which scrolls, and not a menu over it as high as the screen.
     if (hint == SH_ComboBox_Popup) return 0;
+    if (hint == SH_DialogButtonBox_ButtonsHaveIcons) return 0;
     return QProxyStyle::styleHint(hint, option, widget, data);
+  }
+
+  void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
+                          const QWidget* widget) const override {
+    QProxyStyle::drawComplexControl(control, option, painter, widget);
+    // A flat button of a toolbar would not show that it has the focus.
+    if (control != CC_ToolButton || !option->state.testFlag(State_HasFocus)) return;
+    painter->setPen(option->palette.color(QPalette::Highlight));
+    painter->setBrush(Qt::NoBrush);
+    painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
+  }
+
+  // The signs of message boxes in the hand of the other icons.
+  QIcon standardIcon(StandardPixmap which, const QStyleOption* option, const QWidget* widget) const override {
+    const QIcon own = NamedIcon(NameOf(which));
+    return own.isNull() ? QProxyStyle::standardIcon(which, option, widget) : own;
   }
 };
 
