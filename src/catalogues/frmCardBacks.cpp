@@ -66,6 +66,7 @@ void CardBacksForm::Arrange() {
   Frame1.Place(240, 4800, 4455, 1815);
   cmdLoadPic.Place(960, 360, 1455, 375);
   picNewBack.Place(0, 0, kThumbnail, kThumbnail);
+  picNewBack.SetBorderStyle(1);
   viewNewBack.Place(3840, 240, 375, 375);
   Label1.Place(240, 840, 1095, 255);
   txtBackText.Place(960, 840, 3255, 285);
@@ -142,7 +143,7 @@ void CardBacksForm::cmdLoadPic_Click() {
   picBack.SetPicture(picture);
   viewBack.SetTag(dialog.FileName);
   picNewBack.SetPicture(picture);
-  picNewBack.PaintPicture(picture, 0, 0, kThumbnail, kThumbnail);
+  picNewBack.PaintPicture(picture, 0, 0, picNewBack.InsideWidth(), picNewBack.InsideHeight());
   viewNewBack.SetTag(dialog.FileName);
   FitBackPicture();
   picBack.SetVisible(true);

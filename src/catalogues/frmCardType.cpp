@@ -67,7 +67,7 @@ void CardTypeForm::Arrange() {
   txtLR.Place(2400, 720, 1815, 285);
   txtNr.Place(1920, 480, 375, 285);
   optGlobal.Place(120, 1120, 855, 255);
-  optUsedInSet.Place(120, 1440, 2055, 255);
+  optUsedInSet.Place(120, 1440, 2700, 255);
   cmdNew.Place(2880, 1200, 1335, 375);
   viewCard.Place(4680, 3600, 2280, 2400);
   cmdSet.SetEnabled(false);
