@@ -68,7 +68,7 @@ void SetUp(QFileDialog& dialog, const CommonDialog& wanted, bool save) {
 // The chosen path, or empty for Cancel.
 QString ChosenFile(QFileDialog& dialog, int flags) {
   while (dialog.exec() == QDialog::Accepted) {
-    const QString path = dialog.selectedFiles().value(0);
+    QString path = dialog.selectedFiles().value(0);
     const QFileInfo file(path);
     if ((flags & kPathMustExist) == 0 || file.absoluteDir().exists()) return path;
     MsgBox(QStringLiteral("%1\r\nPath does not exist.").arg(QDir::toNativeSeparators(file.absolutePath())),
