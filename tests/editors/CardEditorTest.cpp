@@ -62,8 +62,8 @@ TEST_P(CardEditorTest, AnEmptySetHasOnlyAddAndStatistics) {
   EXPECT_TRUE(editor.picCardRest.Visible());
   EXPECT_EQ(Cards(), QStringLiteral("1:CARD 1"));
   const int first = GetParam() == 2 ? 1 : 4;
-  EXPECT_EQ(Column(QStringLiteral(
-                "CardTypeID || ',' || CardBackID || ',' || Number || ',' || PicHeight || ',' || Copies")),
+  EXPECT_EQ(Column(QStringLiteral("CardTypeID || ',' || CardBackID || ',' || Number || ',' || CAST(PicHeight "
+                                  "AS INT) || ',' || Copies")),
             QStringLiteral("%1,%1,%1,105,1").arg(first))
       << "type and back both from the list of types";
   EXPECT_EQ(database_.Scalar(QStringLiteral("SELECT DefaultCardBackID FROM tblSet")), QString::number(first));
@@ -209,16 +209,16 @@ TEST_P(CardEditorTest, PicturesAreStoredAsTheyAreAndRemoved) {
       << "stored, though it can't be shown";
   EXPECT_TRUE(dialogs_.boxes.empty());
   ClickOn(editor.cmdDelPic);
-  EXPECT_EQ(Column(QStringLiteral("Picture")), QStringLiteral("~"));
-  EXPECT_EQ(Column(QStringLiteral("PicLeft")), QStringLiteral("0"));
+  EXPECT_EQ(Column(QStringLiteral("Picture IS NULL")), QStringLiteral("1"));
+  EXPECT_EQ(Column(QStringLiteral("CAST(PicLeft AS INT)")), QStringLiteral("0"));
   ClickOn(editor.cmdLastBackPic);
-  EXPECT_EQ(Column(QStringLiteral("Background")), QStringLiteral("~")) << "none was chosen yet";
+  EXPECT_EQ(Column(QStringLiteral("Background IS NULL")), QStringLiteral("1")) << "none was chosen yet";
   dialogs_.files = {path};
   ClickOn(editor.cmdBackPic);
   ClickOn(editor.cmdDelBackPic);
-  EXPECT_EQ(Column(QStringLiteral("Background")), QStringLiteral("~"));
+  EXPECT_EQ(Column(QStringLiteral("Background IS NULL")), QStringLiteral("1"));
   ClickOn(editor.cmdLastBackPic);
-  EXPECT_NE(Column(QStringLiteral("Background")), QStringLiteral("~"));
+  EXPECT_EQ(Column(QStringLiteral("Background IS NULL")), QStringLiteral("0"));
 }
 
 TEST_P(CardEditorTest, DraggingAndKeysPlaceThePicture) {

@@ -1,8 +1,11 @@
 #include "support/Widgets.h"
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QComboBox>
+#include <QKeyEvent>
 #include <QMouseEvent>
+#include <QRadioButton>
 #include <QTest>
 #include <QWidget>
 
@@ -34,13 +37,22 @@ void Mouse(const SurfaceView& view, QEvent::Type type, double x, double y, Qt::M
 }  // namespace
 
 void ClickOn(const Control& control) {
-  QTest::mouseClick(control.Handle(), Qt::LeftButton);
+  QWidget* widget = control.Handle();
+  // A box or an option takes clicks on its mark and its words only, which start at the left.
+  const bool has_mark =
+      qobject_cast<QCheckBox*>(widget) != nullptr || qobject_cast<QRadioButton*>(widget) != nullptr;
+  QTest::mouseClick(widget, Qt::LeftButton, {}, has_mark ? QPoint(8, widget->height() / 2) : QPoint());
 }
 
 void TypeInto(const Control& control, const QString& text) {
   QWidget* widget = Target(control);
   widget->setFocus();
-  QTest::keyClicks(widget, text);
+  for (const QChar c : text) {
+    for (const QEvent::Type type : {QEvent::KeyPress, QEvent::KeyRelease}) {
+      QKeyEvent event(type, c.toUpper().unicode(), Qt::NoModifier, QString(c));
+      QApplication::sendEvent(widget, &event);
+    }
+  }
 }
 
 void PressKey(const Control& control, int key, int modifiers) {
