@@ -26,6 +26,24 @@ QPointer<QMdiArea>& ChildArea() {
   return area;
 }
 
+// The keys of an active child are its own. The toolkit gives the focus to the first control only, which may
+// be disabled.
+void TakeFocus(QWidget& content) {
+  const QWidget* const focused = content.window()->focusWidget();
+  if (focused != nullptr && content.isAncestorOf(focused) && focused->isEnabled()) return;
+  for (QWidget* next = content.nextInFocusChain(); next != &content; next = next->nextInFocusChain()) {
+    const bool takes_keys = (next->focusPolicy() & Qt::TabFocus) != 0 && next->isEnabled();
+    if (!takes_keys || !content.isAncestorOf(next) || !next->isVisibleTo(&content)) continue;
+    return next->setFocus(Qt::ActiveWindowFocusReason);
+  }
+  content.setFocus(Qt::ActiveWindowFocusReason);
+}
+
+// What the area offers; as much as is wanted while it isn't on show.
+QSize ChildRoom(const QSize& wanted) {
+  return ChildArea() != nullptr && ChildArea()->isVisible() ? ChildArea()->viewport()->size() : wanted;
+}
+
 int Pixels(int twips) {
   return static_cast<int>(RoundHalfEven(twips / double{kTwipsPerPixel}));
 }
@@ -39,6 +57,7 @@ struct Form::Impl {
   bool placed = false;          // the program has chosen its place
   bool sized = false;           // the program has chosen its size
   bool shown = false;           // has been shown before
+  QSize wanted;                 // of a child: the largest size that its inside has asked for
 };
 
 Form::Form(FormKind kind) : kind_(kind), impl_(std::make_unique<Impl>()) {
@@ -48,6 +67,11 @@ Form::Form(FormKind kind) : kind_(kind), impl_(std::make_unique<Impl>()) {
     impl_->child->setWidget(new FormScroller(content));
     ChildArea()->addSubWindow(impl_->child);
     impl_->child->hide();
+    QObject::connect(impl_->child, &QMdiSubWindow::windowStateChanged, content,
+                     [content](Qt::WindowStates before, Qt::WindowStates now) {
+                       const auto active = Qt::WindowActive;
+                       if (now.testFlag(active) && !before.testFlag(active)) TakeFocus(*content);
+                     });
   } else {
     content->setWindowFlags(kind == FormKind::Dialog ? Qt::Dialog : Qt::Window);
   }
@@ -136,11 +160,24 @@ bool Form::IsShown() const {
 // A child takes the size of its inside, as far as there is room. Its frame forgets a size that it was given
 // before it was shown in a visible area, so this comes when it is shown.
 void Form::SizeChild() {
-  if (std::exchange(impl_->shown, true) || impl_->sized) return;
+  if (std::exchange(impl_->shown, true)) return FollowInside();
+  if (impl_->sized) return;
   impl_->child->show();
-  const QSize room = ChildArea() == nullptr ? QSize() : ChildArea()->viewport()->size();
-  const QSize wanted = impl_->child->sizeHint();
-  impl_->child->resize(ChildArea() != nullptr && ChildArea()->isVisible() ? wanted.boundedTo(room) : wanted);
+  impl_->wanted = impl_->child->sizeHint();
+  impl_->child->resize(impl_->wanted.boundedTo(ChildRoom(impl_->wanted)));
+}
+
+// A child whose inside needs more room than ever before, since controls were hidden till now, grows with it
+// and stays within the area. What the user makes smaller later stays so.
+void Form::FollowInside() {
+  if (impl_->child == nullptr || !impl_->shown || impl_->sized || WindowState() != 0) return;
+  const QSize wanted = impl_->child->sizeHint().expandedTo(impl_->wanted);
+  if (wanted == std::exchange(impl_->wanted, wanted)) return;
+  const QSize room = ChildRoom(wanted);
+  ChildWindow& child = *impl_->child;
+  child.resize(child.size().expandedTo(wanted.boundedTo(room)));
+  child.move(std::max(0, std::min(child.x(), room.width() - child.width())),
+             std::max(0, std::min(child.y(), room.height() - child.height())));
 }
 
 // Before it is shown for the first time: a dialog stands over the middle of the window that it belongs to.

@@ -61,6 +61,7 @@ class Form : public Container {
   QWidget* Window() const;
   void PlaceFirst();
   void SizeChild();
+  void FollowInside();
   FormKind kind_;
   bool modal_ = false;
   std::function<void()> unload_;

@@ -17,6 +17,12 @@ bool CanPress(const QAbstractButton* button) {
 
 }  // namespace
 
+bool FormWindow::event(QEvent* event) {
+  const bool done = QWidget::event(event);
+  if (event->type() == QEvent::LayoutRequest) form_.FollowInside();
+  return done;
+}
+
 void FormWindow::closeEvent(QCloseEvent* event) {
   event->ignore();
   form_.ClosedByFrame();

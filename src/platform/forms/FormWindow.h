@@ -15,6 +15,7 @@ class FormWindow : public QWidget {
   explicit FormWindow(Form& form) : form_(form) {}
 
  protected:
+  bool event(QEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
 

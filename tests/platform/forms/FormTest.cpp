@@ -215,6 +215,56 @@ TEST(FormTest, AChildThatIsTooSmallScrolls) {
   EXPECT_EQ(frmChild->Width(), 500 * 15);
 }
 
+// As an editor of a set without records: nothing but its last button can be used until there is one.
+class SparseForm : public Form {
+ public:
+  SparseForm()
+      : Form(FormKind::Child),
+        cmdFirst(*this, QStringLiteral("First")),
+        cmdAdd(*this, QStringLiteral("Add")),
+        panel(*this),
+        txt(panel) {
+    BoxLayout column(*this, BoxLayout::Column);
+    for (Control* control :
+         {static_cast<Control*>(&cmdFirst), static_cast<Control*>(&cmdAdd), static_cast<Control*>(&panel)}) {
+      column.Add(*control);
+    }
+    BoxLayout(panel, BoxLayout::Row, 0).Add(txt);
+    SetMinimumSize(txt, 500, 150);
+    cmdFirst.SetEnabled(false);
+    panel.SetVisible(false);
+  }
+  void Form_KeyDown(const KeyEvent& key) override { keys.push_back(key); }
+  std::vector<KeyEvent> keys;
+  CommandButton cmdFirst, cmdAdd;
+  Panel panel;
+  TextBox txt;
+};
+
+TEST(FormTest, AChildWithAllButOneControlOutOfUseGetsTheKeysAndGrowsWithItsInside) {
+  frmMain->Show();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(frmMain->Handle()));
+  frmMain->cmdExit.SetFocus();
+  SparseForm sparse;
+  sparse.Show();
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_N, Qt::ControlModifier);
+  ASSERT_FALSE(sparse.keys.empty());
+  EXPECT_EQ(sparse.keys.back().KeyCode, kKeyN);
+  QWidget* const frame = FrameOf(sparse);
+  EXPECT_LT(frame->height(), 150);
+  frame->move(300, 200);
+  sparse.panel.SetVisible(true);
+  EXPECT_TRUE(QTest::qWaitFor([&] { return frame->width() > 500 && frame->height() > 150; }));
+  EXPECT_TRUE(frame->parentWidget()->rect().contains(frame->geometry())) << "no more than the area shows";
+  // What the user makes smaller stays so.
+  frame->resize(250, 150);
+  sparse.panel.SetVisible(false);
+  QCoreApplication::processEvents();
+  sparse.panel.SetVisible(true);
+  QCoreApplication::processEvents();
+  EXPECT_EQ(frame->size(), QSize(250, 150));
+}
+
 TEST(FormTest, ClosingTheMainWindowUnloadsAllAndQuits) {
   frmMain->Show();
   frmChild->Show();
