@@ -1,0 +1,147 @@
+"""A display of its own for one program, and a user at its keyboard and mouse."""
+
+import os
+import shutil
+import sqlite3
+import subprocess
+import time
+
+LIMIT = 20  # seconds that anything may take on a busy machine
+TWIPS = 15  # to a pixel
+
+
+class Failure(Exception):
+    pass
+
+
+def wait_for(what, condition, limit=LIMIT):
+    """Waits until the condition gives something, and hands that back."""
+    end = time.monotonic() + limit
+    while True:
+        found = condition()
+        if found:
+            return found
+        if time.monotonic() > end:
+            raise Failure(f"waited {limit} seconds for {what}")
+        time.sleep(0.03)
+
+
+class Display:
+    """An X server on a free number, without a window manager."""
+
+    def __init__(self, width, height):
+        read_end, write_end = os.pipe()
+        screen = f"{width}x{height}x24"
+        self.server = subprocess.Popen(
+            ["Xvfb", "-displayfd", str(write_end), "-screen", "0", screen, "-nolisten", "tcp", "-noreset"],
+            pass_fds=[write_end], stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
+        os.close(write_end)
+        with os.fdopen(read_end) as numbers:
+            number = numbers.readline().strip()
+        if not number:
+            raise Failure("the X server did not start")
+        self.name = ":" + number
+
+    def close(self):
+        self.server.terminate()
+        self.server.wait()
+
+    def environment(self):
+        return {**os.environ, "DISPLAY": self.name}
+
+    def xdotool(self, *arguments, check=True):
+        done = subprocess.run(["xdotool", *map(str, arguments)], env=self.environment(), text=True,
+                              capture_output=True, check=False, timeout=LIMIT)
+        if check and done.returncode != 0:
+            raise Failure(f"xdotool {arguments}: {done.stderr.strip()}")
+        return done.stdout.strip()
+
+    def screenshot(self, path):
+        subprocess.run(["import", "-window", "root", path], env=self.environment(), check=False,
+                       timeout=LIMIT)
+
+    def window(self, title):
+        """The visible window with this very title, None without one."""
+        found = self.xdotool("search", "--onlyvisible", "--name", f"^{title}$", check=False).split()
+        # The search takes no heed of case.
+        named = [w for w in found if self.xdotool("getwindowname", w, check=False) == title]
+        return named[-1] if named else None
+
+    def focus(self, title):
+        """Waits for a window and gives it the keyboard, as a window manager would."""
+        window = wait_for(f'the window "{title}"', lambda: self.window(title))
+
+        def focused():
+            self.xdotool("windowfocus", window, check=False)
+            return self.xdotool("getwindowfocus", check=False) == window
+
+        wait_for(f'the focus on "{title}"', focused)
+        return window
+
+    def gone(self, title):
+        wait_for(f'the end of "{title}"', lambda: self.window(title) is None)
+
+    def key(self, *keys):
+        self.xdotool("key", "--clearmodifiers", *keys)
+
+    def type(self, text):
+        self.xdotool("type", "--delay", "4", text)
+
+    def click(self, window, x, y, twice=False):
+        """A click on a place of a window, in pixels."""
+        clicks = ["click", "--repeat", "2", "--delay", "60", "1"] if twice else ["click", "1"]
+        self.xdotool("mousemove", "--window", window, x, y, *clicks)
+
+    def click_twips(self, window, left, top):
+        self.click(window, left // TWIPS, top // TWIPS)
+
+
+class Program:
+    """The program in a folder of its own, with its database and settings."""
+
+    def __init__(self, display, executable, database, folder):
+        self.display = display
+        self.folder = folder
+        self.process = None
+        self.executable = shutil.copy(executable, os.path.join(folder, "orv"))
+        self.database = os.path.join(folder, "orv.mdb")
+        shutil.copyfile(database, self.database)
+        settings = os.path.join(folder, "settings", "ORV2")
+        os.makedirs(settings)
+        os.makedirs(os.path.join(folder, "home"))
+        places = {"LeftPos": 0, "TopPos": 0, "WidthPos": 1280 * TWIPS, "HeightPos": 1000 * TWIPS}
+        with open(os.path.join(settings, "ORV2.ini"), "w", encoding="ascii") as file:
+            file.write("[MainWindow]\n")
+            file.writelines(f"{key}={value}\n" for key, value in places.items())
+
+    def start(self):
+        environment = {**self.display.environment(), "QT_QPA_PLATFORM": "xcb",
+                       "XDG_CONFIG_HOME": os.path.join(self.folder, "settings"),
+                       "HOME": os.path.join(self.folder, "home")}
+        environment.pop("QT_SCALE_FACTOR", None)
+        with open(os.path.join(self.folder, "log"), "ab") as log:
+            self.process = subprocess.Popen([self.executable], env=environment, stdout=log, stderr=log)
+
+    def kill(self):
+        if self.process is not None and self.process.poll() is None:
+            self.process.kill()
+            self.process.wait()
+
+    def rows(self, query, *values):
+        uri = f"file:{self.database}?mode=ro"
+        connection = sqlite3.connect(uri, uri=True, timeout=LIMIT)
+        try:
+            return connection.execute(query, values).fetchall()
+        finally:
+            connection.close()
+
+    def value(self, query, *values):
+        found = self.rows(query, *values)
+        return found[0][0] if found else None
+
+    def wait_value(self, expected, query, *values):
+        try:
+            wait_for("a value", lambda: self.value(query, *values) == expected)
+        except Failure:
+            found = repr(self.value(query, *values))[:200]
+            raise Failure(f"{query} {values}: {found} in place of {expected!r:.200}") from None

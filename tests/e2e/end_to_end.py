@@ -1,0 +1,240 @@
+#!/usr/bin/env python3
+"""Makes a set of cards in the program as a user does, on a display of its own, and ends it in mid-work.
+
+usage: end_to_end.py EXECUTABLE DATABASE
+"""
+
+import os
+import sqlite3
+import struct
+import sys
+import tempfile
+import time
+
+from desktop import Display, Failure, Program, wait_for
+
+MAIN = "Varnholt Set Creator"
+SET = "The Lamp Islands"
+# Places within the main window in pixels: the toolbar's buttons, and the panel under it.
+TOOLBAR = {"card": 48, "character": 73, "large": 98, "createall": 130, "exporttotext": 155}
+TOOLBAR_Y = 15
+PANEL_Y = 31
+CARD_TEXTS = [
+    ("Keeper of the Lamp", "C2 Keeper of the Lamp.BMP"),
+    ("Salt Wind", "C2 Salt Wind.BMP"),
+    ("Drowned Bell", "C2 Drowned Bell.BMP"),
+]
+
+
+def check(true, what):
+    if not true:
+        raise Failure(what)
+
+
+def write_bitmap(path, width, height, colour):
+    """A BMP of one colour."""
+    row = bytes(colour) * width
+    row += bytes(-len(row) % 4)
+    head = struct.pack("<IiiHHIIiiII", 40, width, height, 1, 24, 0, len(row) * height, 0, 0, 0, 0)
+    with open(path, "wb") as file:
+        file.write(struct.pack("<2sIHHI", b"BM", 54 + len(row) * height, 0, 0, 54) + head + row * height)
+
+
+def read_bitmap(path):
+    """Width, height and the set of all pixels of a BMP of 24 bits."""
+    with open(path, "rb") as file:
+        data = file.read()
+    start, = struct.unpack_from("<I", data, 10)
+    width, height, planes, bits = struct.unpack_from("<iiHH", data, 18)
+    check(data[:2] == b"BM" and planes == 1 and bits == 24, f"{path} is no bitmap of 24 bits")
+    stride = (width * 3 + 3) // 4 * 4
+    check(len(data) >= start + stride * abs(height), f"{path} is cut off")
+    pixels = {data[p:p + 3] for y in range(abs(height))
+              for p in range(start + y * stride, start + y * stride + width * 3, 3)}
+    return width, abs(height), pixels
+
+
+class Walk:
+    """What the user does, step by step; each step ends when its result can be seen."""
+
+    def __init__(self, display, program, folder):
+        self.display = display
+        self.program = program
+        self.folder = folder
+        self.set_id = None
+        self.picture = os.path.join(folder, "green.bmp")
+        write_bitmap(self.picture, 300, 300, (20, 200, 40))
+
+    def toolbar(self, button):
+        main = self.display.focus(MAIN)
+        self.display.click(main, TOOLBAR[button], TOOLBAR_Y)
+
+    def confirm(self, title):
+        """Enter in a dialog, until it is gone: the first one may go to a list of completions."""
+        def closed():
+            if self.display.window(title) is None:
+                return True
+            self.display.key("Return")
+            time.sleep(0.3)
+            return self.display.window(title) is None
+        wait_for(f'the end of "{title}"', closed)
+
+    def choose_file(self, title, path):
+        self.display.focus(title)
+        self.display.key("ctrl+a")
+        self.display.type(path)
+        self.confirm(title)
+        self.display.focus(MAIN)
+
+    def start(self):
+        self.program.start()
+        self.display.focus(MAIN)
+
+    def make_set(self):
+        main = self.display.focus(MAIN)
+        self.display.click(main, (480 + 1095 // 2) // 15, PANEL_Y + (480 + 375 // 2) // 15)
+        self.display.focus("Set")
+        self.display.type(SET)
+        self.display.key("Return")
+        self.display.gone("Set")
+        self.program.wait_value(1, "SELECT COUNT(*) FROM tblSet WHERE SetName = ?", SET)
+        self.set_id = self.program.value("SELECT SetID FROM tblSet WHERE SetName = ?", SET)
+
+    def card(self, column, number):
+        return self.program.value(f"SELECT {column} FROM tblCard WHERE SetID = ? AND Nr = ?",
+                                  self.set_id, number)
+
+    def wait_card(self, number, column, expected):
+        self.program.wait_value(expected, f"SELECT {column} FROM tblCard WHERE SetID = ? AND Nr = ?",
+                                self.set_id, number)
+
+    def add_card(self, number, title):
+        self.display.focus(MAIN)
+        self.display.key("ctrl+n")
+        self.wait_card(number, "Title", f"CARD {number}")
+        self.display.type(title)
+        self.wait_card(number, "Title", title)
+
+    def make_cards(self):
+        self.toolbar("card")
+        for number, (title, _) in enumerate(CARD_TEXTS, 1):
+            self.add_card(number, title)
+        # One letter becomes a word, whose rest is selected and typed over.
+        self.display.key("alt+o")
+        self.display.type("S")
+        self.wait_card(3, "BoldText", "STRENGTH ")
+        self.display.key("End")
+        self.display.type("4")
+        self.wait_card(3, "BoldText", "STRENGTH 4")
+        self.display.key("Tab")
+        self.display.type("Roll a die.")
+        self.wait_card(3, "Information", "Roll a die.")
+
+    def choose_picture(self):
+        # By Tab from the frames, which are left as they were, past Resize to the button.
+        self.display.key("alt+f")
+        self.wait_card(3, "UseFrame", 0)
+        self.display.key("alt+f")
+        self.wait_card(3, "UseFrame", -1)
+        self.display.key("Tab", "Tab", "space")
+        self.choose_file("Choose picture", self.picture)
+        with open(self.picture, "rb") as file:
+            data = file.read()
+        self.wait_card(3, f"substr(Picture, 1, {len(data)})", data)
+
+    def create_cards(self):
+        cards = os.path.join(self.folder, "cards")
+        os.mkdir(cards)
+        self.toolbar("createall")
+        dialog = self.display.focus("Create Cards")
+        self.display.key("alt+t")
+        self.display.type(cards)
+        self.program.wait_value(cards, "SELECT SaveTo FROM tblSet WHERE SetID = ?", self.set_id)
+        self.display.click_twips(dialog, 120 + 360 + 120, 3240 + 720 + 127)
+        self.display.click_twips(dialog, 5280 + 900, 4560 + 217)
+        self.display.focus("Create cards")
+        self.confirm("Create cards")
+        self.display.focus("Create Cards")
+        self.display.key("Escape")
+        self.display.gone("Create Cards")
+        self.display.focus(MAIN)
+        self.check_cards(cards)
+
+    def check_cards(self, cards):
+        names = sorted(os.listdir(cards))
+        check(names == sorted(name for _, name in CARD_TEXTS), f"files: {names}")
+        for name in names:
+            width, height, pixels = read_bitmap(os.path.join(cards, name))
+            check((width, height) == (304, 256), f"{name}: {width} by {height}")
+            has_picture = bytes((20, 200, 40)) in pixels
+            check(has_picture == (name == CARD_TEXTS[2][1]), f"{name}: picture {has_picture}")
+            check(len(pixels) > 100, f"{name}: no card back")
+
+    def kill_while_typing(self, seconds):
+        """Ends the program by force so many seconds after a keystroke: at most that one may be lost."""
+        self.display.focus(MAIN)
+        count = self.program.value("SELECT MAX(Nr) FROM tblCard WHERE SetID = ?", self.set_id)
+        self.display.key("ctrl+n")
+        self.wait_card(count + 1, "Title", f"CARD {count + 1}")
+        typed = ""
+        for letter in "abcdefgh":
+            typed += letter
+            self.display.key(letter)
+            self.wait_card(count + 1, "Title", typed)
+        self.display.key("i")
+        time.sleep(seconds)
+        self.program.kill()
+        self.start()
+        found = self.card("Title", count + 1)
+        check(found in (typed, typed + "i"), f"after the kill the title reads {found!r}")
+        for number, (title, _) in enumerate(CARD_TEXTS, 1):
+            check(self.card("Title", number) == title, f"card {number} lost its title")
+        connection = sqlite3.connect(self.program.database)
+        result = connection.execute("PRAGMA integrity_check").fetchall()
+        connection.close()
+        check(result == [("ok",)], f"integrity: {result}")
+
+    def choose_set(self):
+        """The list of sets by keyboard: the new one is reached by its first letters."""
+        main = self.display.focus(MAIN)
+        self.display.click(main, (480 + 1000) // 15, PANEL_Y + (120 + 157) // 15)
+        self.display.type(SET)
+        self.display.key("Return")
+
+    def run(self):
+        self.start()
+        self.make_set()
+        self.make_cards()
+        self.choose_picture()
+        self.create_cards()
+        # The window with the composed card lies in front: hide the editor, and show it over that.
+        self.toolbar("card")
+        self.toolbar("card")
+        for seconds in (0, 0.002, 0.006):
+            self.kill_while_typing(seconds)
+            self.choose_set()
+            self.toolbar("card")
+
+
+def main():
+    executable, database = sys.argv[1:]
+    with tempfile.TemporaryDirectory() as folder:
+        display = Display(1280, 1024)
+        program = Program(display, executable, database, folder)
+        try:
+            Walk(display, program, folder).run()
+        except Failure as failure:
+            shot = os.path.abspath("end_to_end.png")
+            display.screenshot(shot)
+            print(f"{failure}\nThe display then: {shot}", file=sys.stderr)
+            with open(os.path.join(folder, "log"), encoding="utf-8", errors="replace") as log:
+                print(log.read(), file=sys.stderr)
+            return 1
+        finally:
+            program.kill()
+            display.close()
+    return 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
