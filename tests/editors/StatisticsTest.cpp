@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "editors/Statistics.h"
+#include "state/modData.h"
 #include "support/DialogScript.h"
 #include "support/TestDatabase.h"
 
@@ -12,6 +13,7 @@ class StatisticsTest : public testing::Test {
   // A set with some cards of each pair of a type and a back, and its report, "/" for a line break.
   QString Report(int edition, const std::vector<std::array<int, 3>>& cards, const char* second) {
     const int set = database_.AddSet(QStringLiteral("Set"), edition);
+    Transaction transaction(modData::cn);
     for (const auto& [count, type, back] : cards) {
       for (int i = 0; i < count; ++i) {
         const int card = database_.AddCard(set, 1, QStringLiteral("Card"));
@@ -23,6 +25,7 @@ class StatisticsTest : public testing::Test {
                 .arg(card));
       }
     }
+    transaction.Commit();
     database_.SelectSet(set);
     ShowStatistics(second);
     return dialogs_.LastPrompt().replace(QStringLiteral("\r\n"), QStringLiteral("/"));
