@@ -19,6 +19,7 @@ SET = "The Lamp Islands"
 TOOLBAR = {"card": 48, "character": 73, "large": 98, "createall": 130, "exporttotext": 155}
 TOOLBAR_Y = 15
 PANEL_Y = 31
+CARD_LIST = (438, 145)  # the button of the card editor in the corner of the area under the panel
 CARD_TEXTS = [
     ("Keeper of the Lamp", "C2 Keeper of the Lamp.BMP"),
     ("Salt Wind", "C2 Salt Wind.BMP"),
@@ -79,12 +80,12 @@ class Walk:
             return self.display.window(title) is None
         wait_for(f'the end of "{title}"', closed)
 
-    def choose_file(self, title, path):
+    def choose_file(self, title, path, owner=MAIN):
         self.display.focus(title)
         self.display.key("ctrl+a")
         self.display.type(path)
         self.confirm(title)
-        self.display.focus(MAIN)
+        self.display.focus(owner)
 
     def start(self):
         self.program.start()
@@ -99,6 +100,12 @@ class Walk:
         self.display.gone("Set")
         self.program.wait_value(1, "SELECT COUNT(*) FROM tblSet WHERE SetName = ?", SET)
         self.set_id = self.program.value("SELECT SetID FROM tblSet WHERE SetName = ?", SET)
+
+    def check_stored_file(self, path, query):
+        """A stored file has zero bytes behind it."""
+        with open(path, "rb") as file:
+            data = file.read()
+        self.program.wait_value(data, f"SELECT substr(({query}), 1, {len(data)})")
 
     def card(self, column, number):
         return self.program.value(f"SELECT {column} FROM tblCard WHERE SetID = ? AND Nr = ?",
@@ -138,9 +145,8 @@ class Walk:
         self.wait_card(3, "UseFrame", -1)
         self.display.key("Tab", "Tab", "space")
         self.choose_file("Choose picture", self.picture)
-        with open(self.picture, "rb") as file:
-            data = file.read()
-        self.wait_card(3, f"substr(Picture, 1, {len(data)})", data)
+        self.check_stored_file(
+            self.picture, f"SELECT Picture FROM tblCard WHERE SetID = {self.set_id} AND Nr = 3")
 
     def create_cards(self):
         cards = os.path.join(self.folder, "cards")
@@ -201,6 +207,92 @@ class Walk:
         self.display.type(SET)
         self.display.key("Return")
 
+    def make_character(self):
+        self.toolbar("character")
+        self.display.focus(MAIN)
+        self.display.key("ctrl+n")
+        of_set = f"FROM tblCharacter WHERE SetID = {self.set_id}"
+        self.program.wait_value(1, "SELECT COUNT(*) " + of_set)
+        self.display.type("Lamplighter")
+        self.program.wait_value("Lamplighter", "SELECT Name " + of_set)
+        self.display.key("alt+f")
+        self.program.wait_value(0, "SELECT UseFrame " + of_set)
+        # Past the two buttons of the picture.
+        self.display.key("Tab", "Tab", "Tab", "space")
+        self.choose_file("Choose picture", self.picture)
+        self.check_stored_file(self.picture, "SELECT PlayingPiece " + of_set)
+        check(self.program.value("SELECT Picture " + of_set) is None, "the piece went to the picture")
+        self.toolbar("character")
+
+    def make_large_card(self):
+        self.toolbar("large")
+        self.display.key("ctrl+n")
+        of_set = f"FROM tblLargeCard WHERE SetID = {self.set_id}"
+        self.program.wait_value(1, "SELECT COUNT(*) " + of_set)
+        self.display.type("The Sunken Stair")
+        self.program.wait_value("The Sunken Stair", "SELECT Title " + of_set)
+        self.toolbar("large")
+
+    def choose_first(self, dialog, list_place, ok_place):
+        """In a catalogue: the first entry of the list, and OK."""
+        left, top = list_place
+        self.display.click(dialog, left // 15 + 60, top // 15 + 34)
+        self.display.click_twips(dialog, *ok_place)
+
+    def make_type(self):
+        """A new type through its catalogue, for the card on show: the first one."""
+        self.display.key("alt+y", "Tab", "space")
+        dialog = self.display.focus("Card Type")
+        self.display.click_twips(dialog, 120 + 120 + 600, 3480 + 360 + 142)
+        self.display.type("AAA")
+        self.display.key("alt+a")
+        query = "SELECT CardTypeID FROM tblCardType WHERE UpperLeft = 'AAA'"
+        type_id = wait_for("the type", lambda: self.program.value(query))
+        self.choose_first(dialog, (120, 240), (7080 + 667, 2520 + 187))
+        self.display.gone("Card Type")
+        self.display.focus(MAIN)
+        self.wait_card(1, "CardTypeID", type_id)
+
+    def make_back(self):
+        self.display.key("alt+a", "Tab", "space")
+        dialog = self.display.focus("Cardback")
+        self.display.key("alt+l")
+        self.choose_file("Choose picture for Card back", self.picture, "Cardback")
+        self.display.click_twips(dialog, 240 + 960 + 1500, 4800 + 840 + 142)
+        self.display.type("AAA back")
+        self.display.key("alt+n")
+        query = "SELECT CardBackID FROM tblCardBack WHERE BackText = 'AAA back'"
+        back_id = wait_for("the back", lambda: self.program.value(query))
+        self.check_stored_file(self.picture, f"SELECT Picture FROM tblCardBack WHERE CardBackID = {back_id}")
+        self.choose_first(dialog, (240, 480), (4800 + 667, 3840 + 187))
+        self.display.gone("Cardback")
+        self.display.focus(MAIN)
+        self.wait_card(1, "CardBackID", back_id)
+
+    def move_card(self):
+        """The first card one down in the card list."""
+        self.display.click(self.display.focus(MAIN), *CARD_LIST)
+        dialog = self.display.focus("Card List")
+        self.display.click(dialog, 120 // 15 + 60, 120 // 15 + 34)
+        self.display.click_twips(dialog, 7440 + 630, 660 + 217)
+        for number, (title, _) in enumerate([CARD_TEXTS[1], CARD_TEXTS[0], CARD_TEXTS[2]], 1):
+            self.wait_card(number, "Title", title)
+        self.display.key("Escape")
+        self.display.gone("Card List")
+
+    def export_texts(self):
+        path = os.path.join(self.folder, "texts.txt")
+        self.toolbar("exporttotext")
+        self.choose_file("Save set as text", path, "Save text")
+        self.confirm("Save text")
+        with open(path, "rb") as file:
+            lines = file.read().decode("cp1252").split("\r\n")
+        for line in ["Set: " + SET, "6 Cards", "Bold: STRENGTH 4", "Text: Roll a die.", "1 Characters",
+                     "Lamplighter", "1 Large Cards", "The Sunken Stair"]:
+            check(line in lines, f"not in the listing: {line}")
+        titles = [line for line in lines if line in dict(CARD_TEXTS)]
+        check(titles == [CARD_TEXTS[i][0] for i in (1, 0, 2)], f"order of the listing: {titles}")
+
     def run(self):
         self.start()
         self.make_set()
@@ -214,6 +306,12 @@ class Walk:
             self.kill_while_typing(seconds)
             self.choose_set()
             self.toolbar("card")
+        self.make_type()
+        self.make_back()
+        self.move_card()
+        self.make_character()
+        self.make_large_card()
+        self.export_texts()
 
 
 def main():
