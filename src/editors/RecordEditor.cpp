@@ -42,7 +42,12 @@ void RecordEditor::ArrangeBar(std::initializer_list<Control*> more) {
   row.Add(cmdCardAdd);
   row.Add(cmdCardDelete);
   row.AddSpace(12);
-  for (Control* control : more) row.Add(*control);
+  Control* former = &cmdCardDelete;
+  for (Control* control : more) {
+    row.Add(*control);
+    SetTabOrder(*former, *control);
+    former = control;
+  }
   row.AddStretch();
   for (CommandButton& button : cmdCardNav) SetFixedWidth(button, 40);
   for (CommandButton* button : {&cmdCardAdd, &cmdCardDelete}) SetFixedWidth(*button, 40);
