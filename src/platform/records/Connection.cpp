@@ -82,6 +82,14 @@ std::shared_ptr<Statement> Connection::Impl::Prepared(const QString& sql) {
   return made;
 }
 
+QString Connection::Impl::Translated(const QString& sql, const std::function<QString()>& translate) {
+  if (const auto found = translated.constFind(sql); found != translated.constEnd()) return *found;
+  const QString made = translate();
+  if (translated.size() > kMaxPrepared) translated.clear();
+  translated.insert(sql, made);
+  return made;
+}
+
 Connection Connection::Open(const QString& path) {
   Connection connection;
   auto impl = std::make_shared<Impl>();

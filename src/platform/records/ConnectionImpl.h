@@ -2,6 +2,7 @@
 
 #include <QHash>
 #include <QString>
+#include <functional>
 #include <memory>
 
 #include "records/Connection.h"
@@ -18,11 +19,14 @@ struct Connection::Impl {
 
   // A statement that stays prepared for its next use with the same text.
   std::shared_ptr<Statement> Prepared(const QString& sql);
+  // What `translate` makes of a query's text, kept likewise.
+  QString Translated(const QString& sql, const std::function<QString()>& translate);
 
   std::shared_ptr<LockedFile> lock;
   sqlite3* database = nullptr;
   int transactions = 0;  // depth of nesting
   QHash<QString, std::shared_ptr<Statement>> prepared;
+  QHash<QString, QString> translated;
 };
 
 // One use of a prepared statement; its end gives up the rows and locks, also when an error passes by.
@@ -30,9 +34,11 @@ class StatementUse {
  public:
   StatementUse(Connection::Impl& connection, const QString& sql) : statement_(connection.Prepared(sql)) {}
   explicit StatementUse(std::shared_ptr<Statement> statement) : statement_(std::move(statement)) {}
-  ~StatementUse() { statement_->Reset(); }
-  StatementUse(const StatementUse&) = delete;
-  StatementUse& operator=(const StatementUse&) = delete;
+  ~StatementUse() {
+    if (statement_ != nullptr) statement_->Reset();
+  }
+  StatementUse(StatementUse&&) = default;
+  StatementUse& operator=(StatementUse&&) = delete;
   Statement* operator->() const { return statement_.get(); }
 
  private:

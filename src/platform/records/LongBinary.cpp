@@ -4,12 +4,18 @@
 
 namespace orv {
 
-bool LongBinaryReader::IsNull(int column, std::int64_t key) {
-  StatementUse statement(connection_,
-                         QStringLiteral("SELECT TYPEOF(%1) = 'null' FROM %2 WHERE %3 = ?1")
-                             .arg(QuotedName(ColumnName(column)), QuotedName(shape_.key.long_table),
-                                  QuotedName(shape_.key.column)));
+// `expression` names the column %1.
+StatementUse LongBinaryReader::Select(const QString& expression, int column, std::int64_t key) {
+  const QString& table = shape_.key.long_table;
+  StatementUse statement(connection_, QStringLiteral("SELECT %1 FROM %2 WHERE %3 = ?1")
+                                          .arg(expression.arg(QuotedName(ColumnName(column))),
+                                               QuotedName(table), QuotedName(shape_.key.column)));
   statement->Bind(1, Value(static_cast<long long>(key)));
+  return statement;
+}
+
+bool LongBinaryReader::IsNull(int column, std::int64_t key) {
+  const StatementUse statement = Select(QStringLiteral("TYPEOF(%1) = 'null'"), column, key);
   return !statement->Step() || statement->Integer(0) != 0;
 }
 
@@ -31,16 +37,30 @@ bool LongBinaryReader::Open(int column, std::int64_t key) {
 void LongBinaryReader::Close() {
   sqlite3_blob_close(blob_);
   blob_ = nullptr;
+  size_ = -1;
 }
 
+// The length of a blob is had without reading it.
 std::int64_t LongBinaryReader::Size(int column, std::int64_t key) {
   Close();
-  const std::int64_t size = Open(column, key) ? sqlite3_blob_bytes(blob_) : 0;
-  Close();
-  return size;
+  const StatementUse statement =
+      Select(QStringLiteral("CASE TYPEOF(%1) WHEN 'blob' THEN LENGTH(%1) ELSE LENGTH(CAST(%1 AS BLOB)) END"),
+             column, key);
+  size_ = statement->Step() ? statement->Integer(0) : 0;
+  column_ = column;
+  key_ = key;
+  return size_;
+}
+
+bool LongBinaryReader::IsWhole(int column, std::int64_t key, std::int64_t length) const {
+  return size_ >= 0 && column == column_ && key == key_ && length >= size_;
 }
 
 QByteArray LongBinaryReader::Read(int column, std::int64_t key, std::int64_t offset, std::int64_t length) {
+  if (offset == 0 && IsWhole(column, key, length)) {
+    const StatementUse statement = Select(QStringLiteral("%1"), column, key);
+    return statement->Step() ? statement->Bytes(0).left(length) : QByteArray();
+  }
   for (bool again = true;; again = false) {
     if (!Open(column, key)) return {};
     const std::int64_t size = sqlite3_blob_bytes(blob_);
@@ -56,11 +76,7 @@ QByteArray LongBinaryReader::Read(int column, std::int64_t key, std::int64_t off
 }
 
 Value LongBinaryReader::Whole(int column, std::int64_t key) {
-  StatementUse statement(connection_,
-                         QStringLiteral("SELECT %1 FROM %2 WHERE %3 = ?1")
-                             .arg(QuotedName(ColumnName(column)), QuotedName(shape_.key.long_table),
-                                  QuotedName(shape_.key.column)));
-  statement->Bind(1, Value(static_cast<long long>(key)));
+  const StatementUse statement = Select(QStringLiteral("%1"), column, key);
   return statement->Step() ? statement->Column(0) : Value::Null();
 }
 

@@ -23,7 +23,10 @@ struct RowCriterion::Engine {
                                   SQLITE_OPEN_READWRITE | SQLITE_OPEN_MEMORY | SQLITE_OPEN_NOMUTEX, nullptr));
     RegisterCollation(database);
   }
-  ~Engine() { sqlite3_close_v2(database); }
+  ~Engine() {
+    spare.reset();
+    sqlite3_close_v2(database);
+  }
   Engine(const Engine&) = delete;
   Engine& operator=(const Engine&) = delete;
 
@@ -33,7 +36,21 @@ struct RowCriterion::Engine {
     return engine;
   }
 
+  // The last statement that was given back serves again if its text is the same: a form looks for one row
+  // after another by the same column.
+  std::unique_ptr<Statement> Take(const QString& sql) {
+    if (spare != nullptr && spare_sql == sql) return std::move(spare);
+    return std::make_unique<Statement>(database, sql);
+  }
+  void GiveBack(const QString& sql, std::unique_ptr<Statement> statement) {
+    statement->Reset();
+    spare_sql = sql;
+    spare = std::move(statement);
+  }
+
   sqlite3* database = nullptr;
+  std::unique_ptr<Statement> spare;
+  QString spare_sql;
 };
 
 RowCriterion::RowCriterion(const QString& text, const QStringList& columns) : engine_(Engine::Get()) {
@@ -41,13 +58,18 @@ RowCriterion::RowCriterion(const QString& text, const QStringList& columns) : en
     columns_.push_back({IndexOf(columns, name), 0});
     return QStringLiteral("@c%1").arg(columns_.size());
   });
-  statement_ = std::make_unique<Statement>(engine_->database, QStringLiteral("SELECT ") + criterion_.sql);
+  sql_ = QStringLiteral("SELECT ") + criterion_.sql;
+  statement_ = engine_->Take(sql_);
   for (size_t i = 0; i < columns_.size(); ++i) {
     columns_[i].parameter = statement_->ParameterIndex(QStringLiteral("@c%1").arg(i + 1));
   }
   for (size_t i = 0; i < criterion_.values.size(); ++i) {
     statement_->Bind(statement_->ParameterIndex(QStringLiteral("@v%1").arg(i + 1)), criterion_.values[i]);
   }
+}
+
+RowCriterion::~RowCriterion() {
+  engine_->GiveBack(sql_, std::move(statement_));
 }
 
 bool RowCriterion::IsMetBy(const std::vector<Value>& row) {

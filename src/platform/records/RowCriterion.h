@@ -14,6 +14,9 @@ class RowCriterion {
  public:
   // RuntimeError 3265 for a name that is none of the columns, 3000 for one that can't be understood.
   RowCriterion(const QString& text, const QStringList& columns);
+  ~RowCriterion();
+  RowCriterion(const RowCriterion&) = delete;
+  RowCriterion& operator=(const RowCriterion&) = delete;
   bool IsMetBy(const std::vector<Value>& row);
 
  private:
@@ -26,6 +29,7 @@ class RowCriterion {
   };
   std::vector<NamedColumn> columns_;
   std::shared_ptr<Engine> engine_;
+  QString sql_;
   std::unique_ptr<Statement> statement_;
 };
 

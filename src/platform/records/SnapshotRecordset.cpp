@@ -11,17 +11,18 @@
 namespace orv {
 namespace {
 
-// The statement of a query, with the key behind its ORDER BY where that can be had.
-std::unique_ptr<Statement> Prepare(Connection::Impl& connection, const QString& sql) {
+// A query in SQLite's dialect, with the key behind its ORDER BY where that can be had.
+QString StatementOf(Connection::Impl& connection, const QString& sql) {
   const Query query = Translate(sql);
-  auto statement = std::make_unique<Statement>(connection.database, query.sql);
-  if (query.order.isEmpty()) return statement;
-  const QString key = TieBreaker(connection, query, *statement);
-  if (key.isEmpty()) return statement;
+  if (query.order.isEmpty()) return query.sql;
+  const QString key = TieBreaker(connection, query, *connection.Prepared(query.sql));
+  if (key.isEmpty()) return query.sql;
+  const QString ordered = query.sql + QStringLiteral(", ") + key;
   try {
-    return std::make_unique<Statement>(connection.database, query.sql + QStringLiteral(", ") + key);
+    connection.Prepared(ordered);
+    return ordered;
   } catch (const RuntimeError&) {
-    return statement;  // several tables of a join have a column of that name
+    return query.sql;  // several tables of a join have a column of that name
   }
 }
 
@@ -32,11 +33,14 @@ std::unique_ptr<Statement> Prepare(Connection::Impl& connection, const QString& 
 }  // namespace
 
 SnapshotRecordset::SnapshotRecordset(Connection::Impl& connection, const QString& sql) {
-  const std::unique_ptr<Statement> statement = Prepare(connection, sql);
+  const StatementUse statement(connection,
+                               connection.Translated(sql, [&] { return StatementOf(connection, sql); }));
+  // The first step sees the columns as they are now, also where another program has added one.
+  bool row_follows = statement->Step();
   QStringList names;
   for (int i = 0; i < statement->ColumnCount(); ++i) names.append(statement->ColumnName(i));
   SetColumnNames(names);
-  while (statement->Step()) {
+  for (; row_follows; row_follows = statement->Step()) {
     Row row;
     row.reserve(static_cast<size_t>(names.size()));
     for (int i = 0; i < names.size(); ++i) row.push_back(statement->Column(i));

@@ -99,13 +99,16 @@ Value Statement::Column(int column) const {
       const auto* text = reinterpret_cast<const char*>(sqlite3_column_text(statement_, column));
       return Value(QString::fromUtf8(text, sqlite3_column_bytes(statement_, column)));
     }
-    case SQLITE_BLOB: {
-      const auto* bytes = static_cast<const char*>(sqlite3_column_blob(statement_, column));
-      return Value(QByteArray(bytes, sqlite3_column_bytes(statement_, column)));
-    }
+    case SQLITE_BLOB:
+      return Value(Bytes(column));
     default:
       return Value::Null();
   }
+}
+
+QByteArray Statement::Bytes(int column) const {
+  const auto* bytes = static_cast<const char*>(sqlite3_column_blob(statement_, column));
+  return {bytes, sqlite3_column_bytes(statement_, column)};
 }
 
 QString Statement::OriginTable(int column) const {

@@ -37,6 +37,7 @@ class Statement {
   int ColumnCount() const { return sqlite3_column_count(statement_); }
   QString ColumnName(int column) const;
   Value Column(int column) const;
+  QByteArray Bytes(int column) const;  // of a text too; empty for Null
   std::int64_t Integer(int column) const { return sqlite3_column_int64(statement_, column); }
   bool IsNull(int column) const { return sqlite3_column_type(statement_, column) == SQLITE_NULL; }
   // Table and column that a result column shows, through views and joins; empty for an expression.
