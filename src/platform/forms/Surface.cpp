@@ -115,7 +115,7 @@ void Surface::Print(const QString& text) {
   if (!image.isNull()) face.Draw(image, X(current_x_), Y(current_y_), text, ForeColor());
   current_x_ = 0;
   current_y_ += TextHeight(text);
-  Invalidate();
+  InvalidatePixels();
 }
 
 double Surface::TextWidth(const QString& text) const {
@@ -131,13 +131,13 @@ double Surface::TextHeight(const QString&) const {
 void Surface::PaintPicture(const orv::Picture& picture, double x1, double y1) {
   if (picture.IsEmpty()) return;
   QPainter(&Persistent().image).drawImage(X(x1), Y(y1), picture.Image());
-  Invalidate();
+  InvalidatePixels();
 }
 
 void Surface::PaintPicture(const orv::Picture& picture, double x1, double y1, double width1, double height1) {
   if (picture.IsEmpty()) return;
   QPainter(&Persistent().image).drawImage(QRect(X(x1), Y(y1), X(width1), Y(height1)), picture.Image());
-  Invalidate();
+  InvalidatePixels();
 }
 
 void Surface::PaintPicture(const orv::Picture& picture, double x1, double y1, double width1, double height1,
@@ -151,7 +151,7 @@ void Surface::PaintPicture(const orv::Picture& picture, double x1, double y1, do
   const QRectF target(X(x1) + (source.x() - whole.x()) * scale_x, Y(y1) + (source.y() - whole.y()) * scale_y,
                       source.width() * scale_x, source.height() * scale_y);
   QPainter(&Persistent().image).drawImage(target, picture.Image(), source);
-  Invalidate();
+  InvalidatePixels();
 }
 
 void Surface::LineB(double x1, double y1, double x2, double y2, Colour colour) {
@@ -163,7 +163,7 @@ void Surface::LineB(double x1, double y1, double x2, double y2, Colour colour) {
   painter.fillRect(box.left(), box.top(), 1, box.height(), ink);
   painter.fillRect(box.right(), box.top(), 1, box.height(), ink);
   painter.end();
-  Invalidate();
+  InvalidatePixels();
 }
 
 Colour Surface::GetPixel(int x, int y) const {
@@ -175,8 +175,8 @@ Colour Surface::GetPixel(int x, int y) const {
 
 void Surface::SetPixel(int x, int y, Colour colour) {
   QImage& image = Persistent().image;
-  if (image.valid(x, y)) image.setPixelColor(x, y, ToQColor(colour));
-  Invalidate();
+  if (image.valid(x, y)) image.setPixel(x, y, ToQColor(colour).rgb());
+  InvalidatePixels();
 }
 
 void Surface::Draw(QPainter& painter) const {

@@ -87,6 +87,7 @@ class SurfaceItem {
   // The item under a point given in pixels from this item's corner, itself included.
   virtual SurfaceItem* ItemAt(double x, double y);
   void Invalidate();
+  void InvalidatePixels();  // what was drawn alone has changed
   double ToPixels(double value) const;
   double FromPixels(double pixels) const;
 
@@ -229,6 +230,7 @@ class SurfaceHost {
  public:
   virtual ~SurfaceHost() = default;
   virtual void SurfaceChanged() = 0;
+  virtual void PixelsChanged() = 0;  // what was drawn, and neither size, place nor order
   virtual void RefreshNow() = 0;
   virtual void FocusItem(SurfaceItem* item) = 0;
   virtual void SurfaceGone() = 0;

@@ -11,6 +11,13 @@ Surface* RootOf(Surface* surface) {
   return surface;
 }
 
+// The view that shows an item, or nothing.
+SurfaceHost* HostOf(SurfaceItem* item) {
+  Surface* const root =
+      RootOf(item->Container() != nullptr ? item->Container() : dynamic_cast<Surface*>(item));
+  return root != nullptr ? root->Host() : nullptr;
+}
+
 }  // namespace
 
 SurfaceItem::SurfaceItem(Surface* container) : container_(container) {
@@ -42,8 +49,11 @@ double SurfaceItem::FromPixels(double pixels) const {
 }
 
 void SurfaceItem::Invalidate() {
-  Surface* const root = container_ != nullptr ? RootOf(container_) : dynamic_cast<Surface*>(this);
-  if (root != nullptr && root->Host() != nullptr) root->Host()->SurfaceChanged();
+  if (SurfaceHost* const host = HostOf(this)) host->SurfaceChanged();
+}
+
+void SurfaceItem::InvalidatePixels() {
+  if (SurfaceHost* const host = HostOf(this)) host->PixelsChanged();
 }
 
 void SurfaceItem::BringToFront() {
@@ -55,8 +65,7 @@ void SurfaceItem::BringToFront() {
 }
 
 void SurfaceItem::SetFocus() {
-  Surface* const root = container_ != nullptr ? RootOf(container_) : dynamic_cast<Surface*>(this);
-  if (root != nullptr && root->Host() != nullptr) root->Host()->FocusItem(this);
+  if (SurfaceHost* const host = HostOf(this)) host->FocusItem(this);
 }
 
 SurfaceItem* SurfaceItem::ItemAt(double x, double y) {

@@ -76,6 +76,7 @@ class SurfaceView::Widget : public QWidget, public SurfaceHost {
     Follow();
     update();
   }
+  void PixelsChanged() override { update(); }
   void RefreshNow() override { repaint(); }
   void FocusItem(SurfaceItem* item) override {
     focused_ = item;

@@ -5,12 +5,14 @@
 #include "imaging/Decoders.h"
 
 namespace orv {
+
 void CopyToRows(const Picture& picture, std::uint8_t* rows, int bytes_per_row) {
   const QImage image = OverWhite(picture.Image());
+  const int width = image.width();
   for (int y = 0; y < image.height(); ++y) {
     const auto* from = reinterpret_cast<const QRgb*>(image.constScanLine(y));
     std::uint8_t* to = rows + static_cast<std::ptrdiff_t>(image.height() - 1 - y) * bytes_per_row;
-    for (int x = 0; x < image.width(); ++x, ++from, to += 3) {
+    for (int x = 0; x < width; ++x, ++from, to += 3) {
       to[0] = static_cast<std::uint8_t>(qBlue(*from));
       to[1] = static_cast<std::uint8_t>(qGreen(*from));
       to[2] = static_cast<std::uint8_t>(qRed(*from));
