@@ -1,21 +1,22 @@
 // The batch run against its floor: decoding every picture that the batch decodes, and encoding and writing
-// a sheet of the same size, with the same libraries and nothing else. Ratios of one run; see bench/README.md.
-// Usage: batch_bench [cards] [cards of the long run]
+// sheets of the same look and size, with the same libraries and nothing else. Once over a set of cards and
+// once over a set of cards, characters and large cards. Ratios of one run; see bench/README.md.
+// Usage: batch_bench [records] [cards of the long run]
 #include <sys/resource.h>
+
 #include <QDir>
-#include <QFile>
-#include <algorithm>
-#include <chrono>
 #include <cstdio>
-#include <functional>
+#include <cstdlib>
 #include <vector>
 
 #include "base/Files.h"
-#include "editors/frmCard2nd.h"
 #include "forms/Application.h"
+#include "measuring/Measuring.h"
+#include "measuring/Photo.h"
 #include "output/frmCreate.h"
 #include "pictures/cDIBSection.h"
 #include "pictures/mIntelJPEGLibrary.h"
+#include "shell/CurrentSet.h"
 #include "state/modData.h"
 #include "support/DialogScript.h"
 #include "support/TestDatabase.h"
@@ -23,10 +24,154 @@
 namespace orv {
 namespace {
 
-double Seconds(const std::function<void()>& action) {
-  const auto start = std::chrono::steady_clock::now();
-  action();
-  return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+constexpr int kRounds = 5;
+constexpr int kFew = 100;
+constexpr double kGoal = 1.3;
+constexpr double kGrowthGoal = 1.1;
+
+// How many records of each kind a set has.
+struct Share {
+  int cards, characters, large;
+  int Count() const { return cards + characters + large; }
+};
+
+// The bytes of the pictures that each record of a kind has, its back among them.
+struct Pictures {
+  QByteArray picture = Photo(600, 450, 88);
+  QByteArray piece = Photo(300, 400, 88);
+  QByteArray upright = Photo(150, 254, 88);  // backgrounds and backs of a card's size
+  QByteArray wide = Photo(302, 254, 88);
+  std::vector<QByteArray> OfCard() const { return {picture, upright, upright}; }
+  std::vector<QByteArray> OfCharacter() const { return {picture, wide, wide, piece}; }
+  std::vector<QByteArray> OfLargeCard() const { return {picture, wide, wide}; }
+};
+
+const QString kText = QStringLiteral(
+    "Whoever meets it must fight; the winner takes one object from the loser and moves on. On a draw both "
+    "miss "
+    "one turn (unless they own a lantern).");
+
+class Batch {
+ public:
+  Batch() {
+    QDir().mkpath(Folder());
+    QDir().mkpath(FloorFolder());
+    database_.Store(QStringLiteral("tblCardBack"), 1, QStringLiteral("Picture"), pictures_.upright);
+    database_.Store(QStringLiteral("tblCharacterBack"), 1, QStringLiteral("Picture"), pictures_.wide);
+    std::printf("pictures of %lld, %lld, %lld and %lld kB\n", pictures_.picture.size() / 1000,
+                pictures_.piece.size() / 1000, pictures_.upright.size() / 1000, pictures_.wide.size() / 1000);
+  }
+
+  int MakeSet(const Share& share);
+  // Milliseconds a record.
+  double Run(int set, const Share& share);
+  double RunFloor(const Share& share);
+  // The sheets of the last run, which the floor writes.
+  void TakeSheets();
+
+ private:
+  QString Folder() const { return database_.Path(QStringLiteral("out")); }
+  QString FloorFolder() const { return database_.Path(QStringLiteral("floor")); }
+  std::vector<Picture> Sheets(const QStringList& kinds) const;
+  void DoFloor(int count, const std::vector<QByteArray>& pictures, const std::vector<Picture>& sheets);
+
+  TestDatabase database_;
+  const Pictures pictures_;
+  std::vector<Picture> card_sheets_, character_sheets_, large_sheets_;
+};
+
+int Batch::MakeSet(const Share& share) {
+  Transaction transaction(modData::cn);
+  const int set = database_.AddSet(QStringLiteral("Set of %1").arg(share.Count()), 2);
+  const auto store = [&](const char* table, int id, const char* column, const QByteArray& bytes) {
+    database_.Store(QLatin1String(table), id, QLatin1String(column), bytes);
+  };
+  for (int nr = 1; nr <= share.cards; ++nr) {
+    const int card = database_.AddCard(set, nr, QStringLiteral("Card %1").arg(nr));
+    store("tblCard", card, "Picture", pictures_.picture);
+    store("tblCard", card, "Background", pictures_.upright);
+  }
+  for (int nr = 1; nr <= share.characters; ++nr) {
+    const int character = database_.AddCharacter(set, nr, QStringLiteral("Character %1").arg(nr));
+    store("tblCharacter", character, "Picture", pictures_.picture);
+    store("tblCharacter", character, "Background", pictures_.wide);
+    store("tblCharacter", character, "PlayingPiece", pictures_.piece);
+  }
+  for (int nr = 1; nr <= share.large; ++nr) {
+    const int large = database_.AddLargeCard(set, nr, QStringLiteral("Large card %1").arg(nr));
+    store("tblLargeCard", large, "Picture", pictures_.picture);
+    store("tblLargeCard", large, "BGPicture", pictures_.wide);
+    store("tblLargeCard", large, "LargeCardBack", pictures_.wide);
+  }
+  for (const char* change :
+       {"tblCard_rows SET Artist = 'A. Painter', BoldText = 'STRENGTH 4', Information = '%1'",
+        "tblCharacter_rows SET Abilities = '%1'", "tblLargeCard_rows SET Information = '%1'"}) {
+    database_.Execute(QStringLiteral("UPDATE ") + QString::fromLatin1(change).arg(kText));
+  }
+  database_.Execute(
+      QStringLiteral("UPDATE tblSet_rows SET PicFormatID = 2, FileCardNr = -1, SaveTo = '%1'").arg(Folder()));
+  transaction.Commit();
+  return set;
+}
+
+double Batch::Run(int set, const Share& share) {
+  database_.SelectSet(set);
+  MakeSetCurrent(static_cast<std::int16_t>(set));
+  EditorsFollowSet();
+  return Milliseconds([] { frmCreate->CreateAllCards(true, true, true, false, false, false); }) /
+         share.Count();
+}
+
+std::vector<Picture> Batch::Sheets(const QStringList& kinds) const {
+  std::vector<Picture> sheets;
+  for (const QString& kind : kinds) {
+    const QStringList names = QDir(Folder()).entryList({kind + QStringLiteral(" *.JPG")}, QDir::Files);
+    if (!names.isEmpty()) sheets.push_back(LoadPicture(JoinPath(Folder(), names.last())));
+  }
+  return sheets;
+}
+
+void Batch::TakeSheets() {
+  card_sheets_ = Sheets({QStringLiteral("C2")});
+  character_sheets_ = Sheets({QStringLiteral("CH2"), QStringLiteral("PP2")});
+  large_sheets_ = Sheets({QStringLiteral("LC2")});
+}
+
+void Batch::DoFloor(int count, const std::vector<QByteArray>& pictures, const std::vector<Picture>& sheets) {
+  for (int i = 0; i < count; ++i) {
+    for (const QByteArray& picture : pictures) LoadPicture(picture);
+    for (const Picture& sheet : sheets) {
+      cDIBSection section;
+      section.CreateFromPicture(sheet);
+      SaveJPG(section, JoinPath(FloorFolder(), QStringLiteral("%1 x %2.JPG").arg(i).arg(sheet.Width())), 90);
+    }
+  }
+}
+
+double Batch::RunFloor(const Share& share) {
+  return Milliseconds([&] {
+           DoFloor(share.cards, pictures_.OfCard(), card_sheets_);
+           DoFloor(share.characters, pictures_.OfCharacter(), character_sheets_);
+           DoFloor(share.large, pictures_.OfLargeCard(), large_sheets_);
+         }) /
+         share.Count();
+}
+
+// The second run, in which every card has its file name, against the floor; the first beside it.
+bool MeasureRatio(Batch& batch, const char* what, const Share& share) {
+  const int set = batch.MakeSet(share);
+  const double first = batch.Run(set, share);
+  batch.TakeSheets();
+  batch.RunFloor(share);
+  std::vector<double> ratios, runs, floors;
+  for (int round = 0; round < kRounds; ++round) {
+    floors.push_back(batch.RunFloor(share));
+    runs.push_back(batch.Run(set, share));
+    ratios.push_back(runs.back() / floors.back());
+  }
+  std::printf("%s: %d records, %.2f ms a record, floor %.2f ms; first run %.2f\n", what, share.Count(),
+              Median(runs), Median(floors), first / Median(floors));
+  return PrintRatio(what, Median(ratios), kGoal);
 }
 
 long PeakKilobytes() {
@@ -35,118 +180,40 @@ long PeakKilobytes() {
   return usage.ru_maxrss;
 }
 
-// The bytes of a JPG with light and shade in all places, of about the size that a photo has.
-QByteArray Photo(TestDatabase& database, int width, int height, int quality) {
-  Surface surface;
-  surface.Place(0, 0, width, height);
-  unsigned seed = 7;
-  for (int y = 0; y < height; ++y) {
-    for (int x = 0; x < width; ++x) {
-      seed = seed * 1664525u + 1013904223u;
-      const int grain = static_cast<int>(seed >> 27);
-      surface.SetPixel(x, y,
-                       Rgb(std::min(255, x * 255 / width + grain), std::min(255, y * 255 / height + grain),
-                           (x * y / 97 + grain) & 0xFF));
-    }
+// Time a card and peak memory of a few cards and of many. The few run before and behind, so that a machine
+// that grows slow meanwhile hits both.
+bool MeasureGrowth(Batch& batch, int many) {
+  const Share few_cards{kFew, 0, 0};
+  const Share many_cards{many, 0, 0};
+  const int few_set = batch.MakeSet(few_cards);
+  const int many_set = batch.MakeSet(many_cards);
+  std::vector<double> few, all;
+  const auto run_few = [&] {
+    for (int round = 0; round < kRounds; ++round) few.push_back(batch.Run(few_set, few_cards));
+  };
+  batch.Run(few_set, few_cards);
+  const long few_memory = PeakKilobytes();
+  batch.Run(many_set, many_cards);
+  for (int round = 0; round < 3; ++round) {
+    run_few();
+    all.push_back(batch.Run(many_set, many_cards));
   }
-  cDIBSection section;
-  section.CreateFromPicture(surface.Image());
-  const QString path = database.Path(QStringLiteral("photo.jpg"));
-  SaveJPG(section, path, quality);
-  return ReadWhole(path);
+  run_few();
+  std::printf("a card of %d: %.2f ms, of %d: %.2f ms; peak memory %ld and %ld kB\n", kFew, Median(few), many,
+              Median(all), few_memory, PeakKilobytes());
+  const bool time = PrintRatio("milliseconds a card, many / few", Median(all) / Median(few), kGrowthGoal);
+  const double memory = static_cast<double>(PeakKilobytes()) / static_cast<double>(few_memory);
+  return PrintRatio("peak memory, many / few", memory, kGrowthGoal) && time;
 }
 
-struct Pictures {
-  QByteArray picture, background, back;
-};
-
-int MakeSet(TestDatabase& database, int cards, const Pictures& pictures) {
-  Transaction transaction(modData::cn);
-  const int set = database.AddSet(QStringLiteral("Set of %1").arg(cards), 2);
-  for (int nr = 1; nr <= cards; ++nr) {
-    const int card = database.AddCard(set, nr, QStringLiteral("Card %1").arg(nr));
-    database.Store(QStringLiteral("tblCard"), card, QStringLiteral("Picture"), pictures.picture);
-    database.Store(QStringLiteral("tblCard"), card, QStringLiteral("Background"), pictures.background);
-  }
-  database.Execute(
-      QStringLiteral("UPDATE tblCard_rows SET Artist = 'A. Painter', BoldText = 'STRENGTH 4', Information = "
-                     "'Whoever meets it must fight; the winner takes one object from the loser and moves on. "
-                     "On a draw both miss one turn (unless they own a lantern).' WHERE SetID = %1")
-          .arg(set));
-  database.Execute(
-      QStringLiteral("UPDATE tblSet_rows SET PicFormatID = 2, FileCardNr = -1 WHERE SetID = %1").arg(set));
-  transaction.Commit();
-  return set;
-}
-
-double RunBatch(TestDatabase& database, int set) {
-  database.SelectSet(set);
-  modData::rsSet["SaveTo"] = database.Path(QStringLiteral("out"));
-  modData::rsSet.Update();
-  frmCard2nd->InitCard2nd();
-  return Seconds([] { frmCreate->CreateAllCards(true, false, false, false, false, false); });
-}
-
-double RunFloor(TestDatabase& database, int cards, const Pictures& pictures) {
-  const QString folder = database.Path(QStringLiteral("floor"));
-  QDir().mkpath(folder);
-  Surface sheet;
-  sheet.Place(0, 0, 304, 256);
-  sheet.SetPicture(LoadPicture(pictures.picture));
-  const Picture image = sheet.Image();
-  return Seconds([&] {
-    for (int i = 0; i < cards; ++i) {
-      LoadPicture(pictures.picture);
-      LoadPicture(pictures.background);
-      LoadPicture(pictures.back);
-      cDIBSection section;
-      section.CreateFromPicture(image);
-      SaveJPG(section, JoinPath(folder, QStringLiteral("%1.JPG").arg(i)), 90);
-    }
-  });
-}
-
-double Median(std::vector<double> values) {
-  std::sort(values.begin(), values.end());
-  return values[values.size() / 2];
-}
-
-int Measure(int cards, int many) {
-  TestDatabase database;
+int Measure(int records, int many) {
+  Batch batch;
   DialogScript script;
   const DialogResponderScope answers(script);
-  QDir().mkpath(database.Path(QStringLiteral("out")));
-  const Pictures pictures{Photo(database, 600, 450, 88), Photo(database, 150, 254, 85),
-                          Photo(database, 150, 254, 90)};
-  std::printf("pictures: %lld, %lld and %lld bytes\n", static_cast<long long>(pictures.picture.size()),
-              static_cast<long long>(pictures.background.size()),
-              static_cast<long long>(pictures.back.size()));
-  database.Store(QStringLiteral("tblCardBack"), 1, QStringLiteral("Picture"), pictures.back);
-  const int set = MakeSet(database, cards, pictures);
-  RunFloor(database, cards, pictures);
-  const double first = RunBatch(database, set);
-  std::vector<double> ratios, seconds, floors;
-  for (int round = 0; round < 5; ++round) {
-    floors.push_back(RunFloor(database, cards, pictures));
-    seconds.push_back(RunBatch(database, set));
-    ratios.push_back(seconds.back() / floors.back());
-  }
-  std::printf("batch of %d cards: %.2f ms a card, floor %.2f ms a card, ratio %.2f (first run %.2f)\n", cards,
-              Median(seconds) * 1000 / cards, Median(floors) * 1000 / cards, Median(ratios),
-              first / Median(floors));
-  const int few_set = MakeSet(database, 100, pictures);
-  const int many_set = MakeSet(database, many, pictures);
-  RunBatch(database, few_set);
-  std::vector<double> few;
-  for (int round = 0; round < 5; ++round) few.push_back(RunBatch(database, few_set));
-  const long few_memory = PeakKilobytes();
-  RunBatch(database, many_set);
-  const double many_seconds = RunBatch(database, many_set);
-  std::printf("milliseconds a card at 100 and %d cards: %.2f and %.2f, ratio %.2f\n", many, Median(few) * 10,
-              many_seconds * 1000 / many, many_seconds * 1000 / many / (Median(few) * 10));
-  std::printf("peak memory at 100 and %d cards: %ld and %ld kB, ratio %.2f\n", many, few_memory,
-              PeakKilobytes(), static_cast<double>(PeakKilobytes()) / few_memory);
-  return 0;
+  bool ok = MeasureRatio(batch, "batch of cards / floor", {records, 0, 0});
+  ok &= MeasureRatio(batch, "batch of a mixed set / floor", {records / 2, records / 4, records / 4});
+  ok &= MeasureGrowth(batch, many);
+  return ok ? 0 : 1;
 }
 
 }  // namespace
@@ -154,7 +221,7 @@ int Measure(int cards, int many) {
 
 int main(int argc, char** argv) {
   orv::Application application(argc, argv, orv::Application::Offscreen);
-  const int cards = argc > 1 ? std::atoi(argv[1]) : 500;
+  const int records = argc > 1 ? std::atoi(argv[1]) : 500;
   const int many = argc > 2 ? std::atoi(argv[2]) : 5000;
-  return application.RunOnce([&] { return orv::Measure(cards, many); });
+  return application.RunOnce([&] { return orv::Measure(records, many); });
 }

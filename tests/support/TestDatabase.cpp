@@ -65,8 +65,7 @@ TestDatabase::TestDatabase() {
   qputenv("XDG_CONFIG_HOME", folder_.path().toUtf8());
   QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, folder_.path());
   App::SetPath(folder_.path());
-  const QString path = Path(QStringLiteral("orv.mdb"));
-  Make(path, ReadWhole(QStringLiteral(ORV_SOURCE_DIR "/delivery/schema.sql")) + kRows);
+  MakeFile(Path(QStringLiteral("orv.mdb")));
   modData::OpenDatabase([] {});
   EXPECT_TRUE(modData::DatabaseFound);
   const struct {
@@ -87,6 +86,10 @@ TestDatabase::~TestDatabase() {
   UnloadAll();
   ClearState();
   App::SetPath(QString());
+}
+
+void TestDatabase::MakeFile(const QString& path) {
+  Make(path, ReadWhole(QStringLiteral(ORV_SOURCE_DIR "/delivery/schema.sql")) + kRows);
 }
 
 QString TestDatabase::Path(const QString& name) const {

@@ -21,6 +21,9 @@ class TestDatabase {
   TestDatabase(const TestDatabase&) = delete;
   TestDatabase& operator=(const TestDatabase&) = delete;
 
+  // A file with the same rows elsewhere.
+  static void MakeFile(const QString& path);
+
   QString Folder() const { return folder_.path(); }
   QString Path(const QString& name) const;
 
