@@ -1,66 +1,43 @@
-#include <gtest/gtest.h>
+#include "CatalogueScene.h"
 
 #include <QFile>
 
-#include "catalogues/frmCardBacks.h"
 #include "forms/Application.h"
 #include "state/modData.h"
-#include "support/DialogScript.h"
-#include "support/Lists.h"
 #include "support/Pixels.h"
-#include "support/TestDatabase.h"
-#include "support/Widgets.h"
 
 namespace orv {
 namespace {
 
-class CardBacksTest : public testing::Test {
+// Backs of the second edition in a set of the third.
+class CardBacksTest : public testing::Test, protected CatalogueScene {
  protected:
-  CardBacksTest() : set_(database_.AddSet(QStringLiteral("Set"), 3)) {
-    database_.Execute(QStringLiteral(
-        "INSERT INTO tblCardBack (CardBackID, BackText, Original, LanguageID, EditionID) VALUES "
-        "(10, 'mine', 0, 1, 2), (11, 'Zebra', 0, 1, 2)"));
-    database_.Store(QStringLiteral("tblCardBack"), 10, QStringLiteral("Picture"),
-                    TestDatabase::PlainPicture(60, 700, Rgb(1, 2, 3)));
-    database_.Store(QStringLiteral("tblCardBack"), 11, QStringLiteral("Picture"), "no picture at all");
-    database_.SelectSet(set_);
+  CardBacksTest() : CatalogueScene(kBacks, 3) {
+    database_.Store("tblCardBack", 11, "Picture", TestDatabase::PlainPicture(60, 700, Rgb(1, 2, 3)));
+    database_.Store("tblCardBack", 12, "Picture", "no picture at all");
     Form().InitBacks(2);
-    Form().Show();
-    EXPECT_TRUE(QTest::qWaitForWindowActive(Form().Handle()));
   }
 
   CardBacksForm& Form() { return *frmCardBacks; }
-  void Click(const char* text) { ClickEntry(Form().lvCardBack, EntryOf(Form().lvCardBack, QString(text))); }
-  QString Names() { return Column(Form().lvCardBack, 0).join('|'); }
-  QString Count() { return database_.Scalar(QStringLiteral("SELECT COUNT(*) AS n FROM tblCardBack")); }
-  // delete, default, rename, save, OK
   QString EnabledButtons() {
-    QString text;
-    for (const CommandButton* button :
-         {&Form().cmdDelete, &Form().cmdDefault, &Form().cmdUpdate, &Form().cmdSavePicture, &Form().cmdOK})
-      text += button->Enabled() ? '1' : '0';
-    return text;
+    return Enabled(
+        {&Form().cmdDelete, &Form().cmdDefault, &Form().cmdUpdate, &Form().cmdSavePicture, &Form().cmdOK});
   }
   void Load(const QString& path) {
     dialogs_.files.push_back(path);
     ClickOn(Form().cmdLoadPic);
   }
-
-  TestDatabase database_;
-  DialogScript dialogs_;
-  DialogResponderScope scope_{dialogs_};
-  int set_;
 };
 
 TEST_F(CardBacksTest, ListsTheBacksOfTheGivenEditionWhateverTheSet) {
-  EXPECT_EQ(Names(), "Bright|Dark|mine|Zebra");
-  EXPECT_EQ(Column(Form().lvCardBack, 1).join('|'), "No|No|Yes|Yes");
+  EXPECT_EQ(Listed(0), "Bright|Dark|Own|Zebra");
+  EXPECT_EQ(Listed(1), "No|No|Yes|Yes");
   EXPECT_EQ(Form().lvCardBack.ColumnWidth(0), 212);
   EXPECT_EQ(Form().lvCardBack.ColumnWidth(1), 62);
   EXPECT_EQ(EnabledButtons(), "00010");
   EXPECT_EQ(Form().lblDimension.Caption(), "0W x 0H");
   Form().InitBacks(3);
-  EXPECT_EQ(Names(), "Leaf|Stone");
+  EXPECT_EQ(Listed(0), "Leaf|Stone");
 }
 
 TEST_F(CardBacksTest, AClickShowsTheBackAndFitsTheForm) {
@@ -70,7 +47,7 @@ TEST_F(CardBacksTest, AClickShowsTheBackAndFitsTheForm) {
     int id, width, height;  // pixels
     const char* buttons;
   } cases[] = {{"Dark", "150W x 254H", 1, 432 + 150 + 16, 483, "01011"},
-               {"mine", "60W x 700H", 10, 432 + 60 + 16, 700 + 56 + 16, "11111"},
+               {"Own", "60W x 700H", 11, 432 + 60 + 16, 700 + 56 + 16, "11111"},
                {"Bright", "150W x 254H", 2, 432 + 150 + 16, 483, "01011"}};
   for (const auto& one : cases) {
     Click(one.text);
@@ -88,7 +65,7 @@ TEST_F(CardBacksTest, AClickShowsTheBackAndFitsTheForm) {
 }
 
 TEST_F(CardBacksTest, AHugePictureKeepsTheFormOnTheScreen) {
-  Load(database_.WriteFile(QStringLiteral("huge.bmp"), TestDatabase::PlainPicture(3000, 2500, kWhite)));
+  Load(database_.WriteFile("huge.bmp", TestDatabase::PlainPicture(3000, 2500, kWhite)));
   EXPECT_EQ(Form().lblDimension.Caption(), "3000W x 2500H");
   EXPECT_LE(Form().Left() + Form().Width(), Screen::Width());
   EXPECT_LE(Form().Top() + Form().Height(), Screen::Height());
@@ -98,33 +75,33 @@ TEST_F(CardBacksTest, AddsABackFromAFile) {
   ClickOn(Form().cmdNew);
   EXPECT_EQ(dialogs_.LastPrompt(), "You must enter a name for the new Card back.");
   EXPECT_TRUE(Form().txtBackText.HasFocus());
-  Retype(Form().txtBackText, QStringLiteral("dark"));
+  Retype(Form().txtBackText, "dark");
   ClickOn(Form().cmdNew);
   EXPECT_EQ(dialogs_.LastPrompt(), "You must select a new picture for the Card back.");
   EXPECT_EQ(dialogs_.boxes.back().title, "Card back");
   EXPECT_TRUE(Form().cmdLoadPic.HasFocus());
   // Neither Cancel nor a file that is no picture is taken up.
   Load(QString());
-  Load(database_.WriteFile(QStringLiteral("bad.bmp"), "nothing"));
+  Load(database_.WriteFile("bad.bmp", "nothing"));
   EXPECT_EQ(Form().viewNewBack.Tag(), "");
   EXPECT_EQ(Count(), "7");
 
   const QByteArray bytes = TestDatabase::GradientPicture(40, 30);
-  const QString path = database_.WriteFile(QStringLiteral("new.bmp"), bytes);
+  const QString path = database_.WriteFile("new.bmp", bytes);
   Load(path);
   EXPECT_EQ(dialogs_.file_dialogs.back().DialogTitle, "Choose picture for Card back");
   EXPECT_EQ(Form().lblDimension.Caption(), "40W x 30H");
   ClickOn(Form().cmdNew);
   ClickOn(Form().cmdNew);
   // The same file twice, under a name that differs in case alone.
-  EXPECT_EQ(Names(), "Bright|Dark|dark|dark|mine|Zebra");
-  const QString newest = QStringLiteral("CardBackID = (SELECT MAX(CardBackID) FROM tblCardBack)");
+  EXPECT_EQ(Listed(0), "Bright|Dark|dark|dark|Own|Zebra");
+  const QString newest = "CardBackID = (SELECT MAX(CardBackID) FROM tblCardBack)";
   EXPECT_EQ(
       database_.Scalar(QStringLiteral("SELECT BackText || Original || LanguageID || EditionID AS t FROM "
                                       "tblCardBack WHERE ") +
                        newest),
       "dark012");
-  const Recordset row = modData::OpenSnapshot(QStringLiteral("SELECT * FROM tblCardBack WHERE ") + newest);
+  const Recordset row = modData::OpenSnapshot("SELECT * FROM tblCardBack WHERE " + newest);
   EXPECT_TRUE(row["Picture"].Get().Bytes().startsWith(bytes));
   EXPECT_EQ(Form().txtBackText.Text(), "dark");
 
@@ -141,46 +118,29 @@ TEST_F(CardBacksTest, AddsABackFromAFile) {
 }
 
 TEST_F(CardBacksTest, RenamesOnlyWhatAUserAdded) {
-  Click("mine");
+  Click("Own");
   ClickOn(Form().cmdUpdate);
   EXPECT_EQ(dialogs_.boxes.back().prompt, "New name:");
   EXPECT_EQ(dialogs_.boxes.back().title, "Rename Card back");
-  EXPECT_EQ(Names(), "Bright|Dark|mine|Zebra");
-  dialogs_.inputs = {QStringLiteral("Aurora")};
+  EXPECT_EQ(Listed(0), "Bright|Dark|Own|Zebra");
+  dialogs_.inputs = {"Aurora"};
   ClickOn(Form().cmdUpdate);
-  EXPECT_EQ(Names(), "Aurora|Bright|Dark|Zebra");
-  EXPECT_EQ(database_.Scalar(QStringLiteral("SELECT BackText FROM tblCardBack WHERE CardBackID = 10")),
-            "Aurora");
+  EXPECT_EQ(Listed(0), "Aurora|Bright|Dark|Zebra");
+  EXPECT_EQ(database_.Scalar("SELECT BackText FROM tblCardBack WHERE CardBackID = 11"), "Aurora");
   // Made original behind the form's back.
   Click("Aurora");
-  database_.Execute(QStringLiteral("UPDATE tblCardBack SET Original = -1 WHERE CardBackID = 10"));
+  database_.Execute("UPDATE tblCardBack SET Original = -1 WHERE CardBackID = 11");
   dialogs_.boxes.clear();
   ClickOn(Form().cmdUpdate);
   EXPECT_FALSE(Form().cmdUpdate.Enabled());
   EXPECT_TRUE(dialogs_.boxes.empty());
 }
 
-TEST_F(CardBacksTest, DeletesOnlyWhatNoCardUses) {
-  const int card = database_.AddCard(set_, 1, QStringLiteral("Card"));
-  database_.Execute(QStringLiteral("UPDATE tblCard SET CardBackID = 10 WHERE CardID = %1").arg(card));
-  Click("mine");
-  ClickOn(Form().cmdDelete);
-  EXPECT_EQ(dialogs_.LastPrompt(), "This Card back can not be deleted. There are cards using is.");
-  EXPECT_EQ(Names(), "Bright|Dark|mine|Zebra");
-  database_.Execute(QStringLiteral("UPDATE tblCard SET CardBackID = 1"));
-  ClickOn(Form().cmdDefault);
-  ClickOn(Form().cmdDelete);
-  EXPECT_EQ(Names(), "Bright|Dark|Zebra");
-  EXPECT_EQ(database_.Scalar(QStringLiteral("SELECT DefaultCardBackID FROM tblSet")), "10");
-  ClickOn(Form().cmdDelete);
-  EXPECT_EQ(Names(), "Bright|Dark|Zebra");
-}
-
 TEST_F(CardBacksTest, SavePictureAsksAndWritesNothing) {
   ClickOn(Form().cmdSavePicture);
   EXPECT_TRUE(dialogs_.file_dialogs.empty());
   Click("Dark");
-  const QString path = database_.Path(QStringLiteral("saved.bmp"));
+  const QString path = database_.Path("saved.bmp");
   dialogs_.files = {path};
   ClickOn(Form().cmdSavePicture);
   ASSERT_EQ(dialogs_.file_dialogs.size(), 1U);
