@@ -1,39 +1,20 @@
-#include <gtest/gtest.h>
-
-#include <vector>
-
-#include "base/Rounding.h"
+#include "CompositionScene.h"
 #include "composition/CharacterPreview.h"
-#include "composition/frmCard.h"
-#include "state/modData.h"
-#include "support/DialogScript.h"
-#include "support/Pixels.h"
-#include "support/TestDatabase.h"
 
 namespace orv {
 namespace {
 
 constexpr Colour kPanelColour = Rgb(1, 2, 3);
 
-class CharacterTest : public testing::Test {
+class CharacterTest : public CompositionScene {
  protected:
-  CharacterTest() {
-    const int set = database_.AddSet(QStringLiteral("Set"), 2);
-    id_ = database_.AddCharacter(set, 1, QStringLiteral("NAME"));
-    Store("Background", TestDatabase::PlainPicture(276, 228, kPanelColour));
+  CharacterTest() : CompositionScene(modData::rsCharacter) {
+    const int set = database_.AddSet("Set", 2);
+    database_.AddCharacter(set, 1, "NAME");
     database_.SelectSet(set);
+    Set("Background", TestDatabase::PlainPicture(276, 228, kPanelColour));
   }
 
-  void Store(const char* column, const QByteArray& bytes) {
-    database_.Store(QStringLiteral("tblCharacter"), id_, QString::fromLatin1(column), bytes);
-  }
-  void Set(const char* column, const Value& value) {
-    Recordset& rows = column == QByteArray("Autonumber") || column == QByteArray("UseSymbol")
-                          ? modData::rsSet
-                          : modData::rsCharacter;
-    rows[column] = value;
-    rows.Update();
-  }
   void Compose() {
     modData::rsCharacter.MoveFirst();
     preview_.DrawCharacter();
@@ -42,112 +23,44 @@ class CharacterTest : public testing::Test {
     piece_ = frmCard->picACardPP.Image();
   }
 
-  TestDatabase database_;
-  DialogScript dialogs_;
-  DialogResponderScope scope_{dialogs_};
   CharacterPreview& preview_ = TheCharacterPreview();
-  int id_;
   Picture sheet_, piece_;
-};
-
-struct Pixel {
-  int x, y;
-  Colour colour;
 };
 
 // The panel's corner is at (13, 13) of the sheet, the frame's at (14, 14), 121 wide and 220 or, with an
 // outline, 218 high.
 TEST_F(CharacterTest, PictureAreaInThePanel) {
-  const struct {
-    const char* what;
-    bool use, outlined;
-    int picture;  // side in pixels, 0 for none
-    int left, top, width;
-    std::vector<Pixel> pixels;
-  } rows[] = {
-      {"white area with an outline",
-       true,
-       true,
-       0,
-       0,
-       0,
-       121,
-       {{14, 14, kBlack},
-        {134, 231, kBlack},
-        {15, 15, kWhite},
-        {133, 230, kWhite},
-        {13, 14, kPanelColour},
-        {135, 14, kPanelColour},
-        {14, 232, kPanelColour}}},
-      {"white area alone",
-       true,
-       false,
-       0,
-       0,
-       0,
-       121,
-       {{14, 14, kWhite}, {134, 233, kWhite}, {14, 234, kPanelColour}}},
-      {"no picture wanted: no outline",
-       false,
-       true,
-       200,
-       0,
-       0,
-       121,
-       {{14, 14, kPanelColour}, {60, 150, kPanelColour}}},
-      {"small picture",
-       true,
-       true,
-       50,
-       0,
-       0,
-       121,
-       {{15, 15, GradientAt(0, 0)}, {64, 64, GradientAt(49, 49)}, {65, 15, kWhite}}},
-      {"shifted, no outline",
-       true,
-       false,
-       50,
-       10,
-       5,
-       121,
-       {{24, 19, GradientAt(0, 0)}, {23, 19, kWhite}, {73, 68, GradientAt(49, 49)}, {74, 68, kWhite}}},
-      {"pulled left and up",
-       true,
-       true,
-       255,
-       -20,
-       -30,
-       121,
-       {{15, 15, GradientAt(20, 30)}, {134, 20, kBlack}, {135, 20, GradientAt(140, 35)}}},
-      {"beyond the window",
-       true,
-       true,
-       50,
-       121,
-       0,
-       121,
-       {{15, 15, kWhite}, {133, 15, kWhite}, {136, 150, kPanelColour}}},
-      {"narrow frame",
-       true,
-       true,
-       200,
-       0,
-       0,
-       90,
-       {{103, 100, kBlack}, {102, 100, GradientAt(87, 85)}, {104, 150, kPanelColour}}},
+  const PictureCase rows[] = {
+      PictureCase("white area with an outline", kShown | kOutlined, 0, 0, 0, 0,
+                  {{14, 14, kBlack},
+                   {134, 231, kBlack},
+                   {15, 15, kWhite},
+                   {133, 230, kWhite},
+                   {13, 14, kPanelColour},
+                   {135, 14, kPanelColour},
+                   {14, 232, kPanelColour}}),
+      PictureCase("white area alone", kShown, 0, 0, 0, 0,
+                  {{14, 14, kWhite}, {134, 233, kWhite}, {14, 234, kPanelColour}}),
+      PictureCase("no picture wanted: no outline", kHidden | kOutlined, 200, 200, 0, 0,
+                  {{14, 14, kPanelColour}, {60, 150, kPanelColour}}),
+      PictureCase("small picture", kShown | kOutlined, 50, 50, 0, 0,
+                  {{15, 15, GradientAt(0, 0)}, {64, 64, GradientAt(49, 49)}, {65, 15, kWhite}}),
+      PictureCase(
+          "shifted, no outline", kShown, 50, 50, 10, 5,
+          {{24, 19, GradientAt(0, 0)}, {23, 19, kWhite}, {73, 68, GradientAt(49, 49)}, {74, 68, kWhite}}),
+      PictureCase("pulled left and up", kShown | kOutlined, 255, 255, -20, -30,
+                  {{15, 15, GradientAt(20, 30)}, {134, 20, kBlack}, {135, 20, GradientAt(140, 35)}}),
+      PictureCase("beyond the window", kShown | kOutlined, 50, 50, 121, 0,
+                  {{15, 15, kWhite}, {133, 15, kWhite}, {136, 150, kPanelColour}}),
+      PictureCase("narrow frame", kShown | kOutlined, 200, 200, 0, 0,
+                  {{103, 100, kBlack}, {102, 100, GradientAt(87, 85)}, {104, 150, kPanelColour}}, 90),
   };
-  for (const auto& row : rows) {
-    Set("UsePicture", row.use);
-    Set("UseFrame", row.outlined);
-    Set("PicLeft", row.left * kTwipsPerPixel);
-    Set("PicTop", row.top * kTwipsPerPixel);
-    Set("PicWidth", row.width);
-    Set("Picture", row.picture == 0 ? Value() : TestDatabase::GradientPicture(row.picture, row.picture));
+  for (const PictureCase& row : rows) {
+    SCOPED_TRACE(row.what);
+    Arrange(row);
+    Set("PicWidth", row.frame_width);
     Compose();
-    for (const Pixel& pixel : row.pixels) {
-      EXPECT_EQ(PixelAt(sheet_, pixel.x, pixel.y), pixel.colour)
-          << row.what << ' ' << pixel.x << ' ' << pixel.y;
-    }
+    ExpectPixels(sheet_, row.pixels);
   }
   EXPECT_EQ(sheet_.Width(), 302);
   EXPECT_EQ(sheet_.Height(), 254);
@@ -175,7 +88,7 @@ TEST_F(CharacterTest, AttributeStrips) {
     Surface flat;
     flat.Place(0, 0, 52, 12);
     flat.SetBackColor(kBlack);
-    flat.SetFont({QStringLiteral("Small Fonts"), 6, false, false});
+    flat.SetFont({"Small Fonts", 6, false, false});
     flat.SetForeColor(row.colour);
     const QString text = QString::fromLatin1(row.text);
     flat.SetCurrentX(26 - flat.TextWidth(text) / 2);
@@ -199,6 +112,7 @@ TEST_F(CharacterTest, EachFieldHasItsPlace) {
     const char* column;
     Value value;
     QRect sheet, piece;
+    bool option = false;  // of the set
   } rows[] = {
       {"Name", "OTHER", {80, 0, 140, 13}, {8, 10, 132, 13}},
       {"StartingAreaID", 2, {182, 28, 103, 12}, {}},
@@ -207,24 +121,25 @@ TEST_F(CharacterTest, EachFieldHasItsPlace) {
       {"Gold", "---", {290, 44, 12, 52}, {}},
       {"Abilities", "Short.", {141, 56, 144, 12}, {}},
       {"CharacterBackID", 2, {}, {}},
-      {"Autonumber", true, {15, 233, 13, 9}, {}},
-      {"UseSymbol", true, {279, 231, 9, 9}, {}},
+      {"Autonumber", true, {15, 233, 13, 9}, {}, true},
+      {"UseSymbol", true, {279, 231, 9, 9}, {}, true},
       {"PlayingPiece", TestDatabase::PlainPicture(300, 300, kBlack), {}, {9, 24, 132, 222}},
   };
   for (const auto& row : rows) {
+    SCOPED_TRACE(row.column);
     Compose();
     const Picture sheet = sheet_, piece = piece_;
-    Set(row.column, row.value);
+    if (row.option) {
+      SetOption(row.column, row.value);
+    } else {
+      Set(row.column, row.value);
+    }
     Compose();
-    const QRect on_sheet = Difference(sheet, sheet_), on_piece = Difference(piece, piece_);
-    EXPECT_EQ(on_sheet.isEmpty(), row.sheet.isEmpty()) << row.column;
-    EXPECT_EQ(on_piece.isEmpty(), row.piece.isEmpty()) << row.column;
-    EXPECT_TRUE(on_sheet.isEmpty() || row.sheet.contains(on_sheet))
-        << row.column << ' ' << on_sheet.x() << ' ' << on_sheet.y() << ' ' << on_sheet.right() << ' '
-        << on_sheet.bottom();
-    EXPECT_TRUE(on_piece.isEmpty() || row.piece.contains(on_piece))
-        << row.column << ' ' << on_piece.x() << ' ' << on_piece.y() << ' ' << on_piece.right() << ' '
-        << on_piece.bottom();
+    for (const auto& [changed, place] :
+         {std::pair(Difference(sheet, sheet_), row.sheet), {Difference(piece, piece_), row.piece}}) {
+      EXPECT_EQ(changed.isEmpty(), place.isEmpty());
+      EXPECT_EQ(changed.united(place), place);
+    }
   }
   EXPECT_TRUE(dialogs_.boxes.empty()) << dialogs_.LastPrompt().toStdString();
 }
@@ -267,13 +182,14 @@ TEST_F(CharacterTest, PieceHasItsOutlineAndItsPicture) {
     Set("PPTop", row.top * kTwipsPerPixel);
     Set("PlayingPiece", row.side == 0 ? Value() : TestDatabase::GradientPicture(row.side, row.side));
     Compose();
-    for (const Pixel& pixel : row.pixels) {
-      EXPECT_EQ(PixelAt(piece_, pixel.x, pixel.y), pixel.colour)
-          << row.side << ' ' << pixel.x << ' ' << pixel.y;
-    }
-    for (const auto& [x, y] : {std::pair(8, 8), {141, 8}, {8, 246}, {141, 246}, {60, 8}, {141, 130}}) {
-      EXPECT_EQ(PixelAt(piece_, x, y), kBlack) << row.side << ' ' << x << ' ' << y;
-    }
+    SCOPED_TRACE(row.side);
+    ExpectPixels(piece_, row.pixels);
+    ExpectPixels(piece_, {{8, 8, kBlack},
+                          {141, 8, kBlack},
+                          {8, 246, kBlack},
+                          {141, 246, kBlack},
+                          {60, 8, kBlack},
+                          {141, 130, kBlack}});
   }
   EXPECT_EQ(piece_.Width(), 150);
   EXPECT_EQ(piece_.Height(), 254);
@@ -337,7 +253,7 @@ TEST_F(CharacterTest, WhatIsBrokenOrMissingIsABoxAndNoEnd) {
     Compose();
     ASSERT_EQ(dialogs_.boxes.size(), row.box == nullptr ? 0U : 1U) << row.column;
     if (row.box != nullptr) {
-      EXPECT_EQ(dialogs_.boxes[0].title, QStringLiteral("Cannot draw picture correct"));
+      EXPECT_EQ(dialogs_.boxes[0].title, "Cannot draw picture correct");
       EXPECT_TRUE(dialogs_.boxes[0].prompt.startsWith(
           QStringLiteral("Error while drawing the card.\r\n\r\n%1, ").arg(row.box)))
           << dialogs_.LastPrompt().toStdString();
@@ -345,10 +261,10 @@ TEST_F(CharacterTest, WhatIsBrokenOrMissingIsABoxAndNoEnd) {
     Set(row.column, former);
   }
   EXPECT_EQ(preview_.lblAlignment.Caption(), QString());
-  database_.Execute(QStringLiteral("DELETE FROM tblCharacterBack"));
-  modData::rsCharacterBack = modData::OpenSnapshot(QStringLiteral("SELECT * FROM tblCharacterBack"));
+  database_.Execute("DELETE FROM tblCharacterBack");
+  modData::rsCharacterBack = modData::OpenSnapshot("SELECT * FROM tblCharacterBack");
   Compose();
-  EXPECT_TRUE(dialogs_.LastPrompt().contains(QStringLiteral("3021"))) << "no backs at all";
+  EXPECT_TRUE(dialogs_.LastPrompt().contains("3021")) << "no backs at all";
 }
 
 }  // namespace

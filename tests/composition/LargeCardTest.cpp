@@ -1,33 +1,20 @@
-#include <gtest/gtest.h>
-
-#include <vector>
-
-#include "base/Rounding.h"
+#include "CompositionScene.h"
 #include "composition/LargeCardPreview.h"
-#include "composition/frmCard.h"
-#include "state/modData.h"
-#include "support/DialogScript.h"
-#include "support/Pixels.h"
-#include "support/TestDatabase.h"
 
 namespace orv {
 namespace {
 
 constexpr Colour kCardColour = Rgb(1, 2, 3);
 
-class LargeCardTest : public testing::Test {
+class LargeCardTest : public CompositionScene {
  protected:
-  LargeCardTest() {
-    const int set = database_.AddSet(QStringLiteral("Set"), 2);
+  LargeCardTest() : CompositionScene(modData::rsLargeCard) {
+    const int set = database_.AddSet("Set", 2);
     database_.AddLargeCard(set, 1, QString());
     database_.SelectSet(set);
     Set("BGColour", kCardColour);
   }
 
-  void Set(const char* column, const Value& value) {
-    modData::rsLargeCard[column] = value;
-    modData::rsLargeCard.Update();
-  }
   const Picture& Compose() {
     modData::rsLargeCard.MoveFirst();
     preview_.DrawLargeCard();
@@ -38,111 +25,48 @@ class LargeCardTest : public testing::Test {
     return card_ = frmCard->picACard.Image();
   }
 
-  TestDatabase database_;
-  DialogScript dialogs_;
-  DialogResponderScope scope_{dialogs_};
   LargeCardPreview& preview_ = TheLargeCardPreview();
   Picture card_;
 };
 
 // The frame is at (8, 8), 121 by 238; with Resize it has the picture's height and moves by PicTop.
 TEST_F(LargeCardTest, PictureArea) {
-  const struct {
-    const char* what;
-    bool outlined, resize;
-    int width, height;  // of the picture, 0 for none
-    int left, top;
-    std::vector<std::tuple<int, int, Colour>> pixels;
-  } rows[] = {
-      {"white area",
-       true,
-       false,
-       0,
-       0,
-       0,
-       0,
-       {{8, 8, kBlack}, {128, 245, kBlack}, {9, 9, kWhite}, {7, 8, kCardColour}, {129, 100, kCardColour}}},
-      {"just a picture",
-       false,
-       false,
-       60,
-       50,
-       0,
-       0,
-       {{8, 8, GradientAt(0, 0)}, {67, 57, GradientAt(59, 49)}, {68, 57, kWhite}}},
-      {"pulled left: the last column stays white",
-       false,
-       false,
-       255,
-       250,
-       -20,
-       0,
-       {{8, 8, GradientAt(20, 0)},
-        {127, 100, GradientAt(139, 92)},
-        {128, 100, kWhite},
-        {129, 100, kCardColour}}},
-      {"pulled up: the last row stays white",
-       false,
-       false,
-       121,
-       250,
-       0,
-       -5,
-       {{8, 8, GradientAt(0, 5)}, {50, 244, GradientAt(42, 241)}, {50, 245, kWhite}}},
-      {"larger, at the corner",
-       true,
-       false,
-       255,
-       250,
-       0,
-       0,
-       {{9, 9, GradientAt(0, 0)}, {127, 244, GradientAt(118, 235)}, {128, 244, kBlack}}},
-      {"resize: the frame hugs the height",
-       true,
-       true,
-       60,
-       50,
-       0,
-       20,
-       {{8, 28, kBlack},
-        {9, 29, GradientAt(0, 0)},
-        {9, 76, GradientAt(0, 47)},
-        {9, 77, kBlack},
-        {9, 78, kCardColour},
-        {69, 40, kWhite},
-        {20, 27, kCardColour}}},
-      {"resize, above the card's edge",
-       true,
-       true,
-       60,
-       50,
-       0,
-       -10,
-       {{9, 5, GradientAt(0, 16)}, {8, 20, kBlack}, {20, 47, kBlack}, {20, 48, kCardColour}}},
-      {"resize, sideways in the frame",
-       true,
-       true,
-       60,
-       50,
-       30,
-       0,
-       {{38, 20, kWhite}, {39, 20, GradientAt(0, 11)}, {128, 20, kBlack}}},
+  const PictureCase rows[] = {
+      PictureCase(
+          "white area", kShown | kOutlined, 0, 0, 0, 0,
+          {{8, 8, kBlack}, {128, 245, kBlack}, {9, 9, kWhite}, {7, 8, kCardColour}, {129, 100, kCardColour}}),
+      PictureCase("just a picture", kShown, 60, 50, 0, 0,
+                  {{8, 8, GradientAt(0, 0)}, {67, 57, GradientAt(59, 49)}, {68, 57, kWhite}}),
+      PictureCase("pulled left: the last column stays white", kShown, 255, 250, -20, 0,
+                  {{8, 8, GradientAt(20, 0)},
+                   {127, 100, GradientAt(139, 92)},
+                   {128, 100, kWhite},
+                   {129, 100, kCardColour}}),
+      PictureCase("pulled up: the last row stays white", kShown, 121, 250, 0, -5,
+                  {{8, 8, GradientAt(0, 5)}, {50, 244, GradientAt(42, 241)}, {50, 245, kWhite}}),
+      PictureCase("larger, at the corner", kShown | kOutlined, 255, 250, 0, 0,
+                  {{9, 9, GradientAt(0, 0)}, {127, 244, GradientAt(118, 235)}, {128, 244, kBlack}}),
+      PictureCase("resize: the frame hugs the height", kShown | kOutlined | kResized, 60, 50, 0, 20,
+                  {{8, 28, kBlack},
+                   {9, 29, GradientAt(0, 0)},
+                   {9, 76, GradientAt(0, 47)},
+                   {9, 77, kBlack},
+                   {9, 78, kCardColour},
+                   {69, 40, kWhite},
+                   {20, 27, kCardColour}}),
+      PictureCase("resize, above the card's edge", kShown | kOutlined | kResized, 60, 50, 0, -10,
+                  {{9, 5, GradientAt(0, 16)}, {8, 20, kBlack}, {20, 47, kBlack}, {20, 48, kCardColour}}),
+      PictureCase("resize, sideways in the frame", kShown | kOutlined | kResized, 60, 50, 30, 0,
+                  {{38, 20, kWhite}, {39, 20, GradientAt(0, 11)}, {128, 20, kBlack}}),
+      PictureCase("switched off", kHidden | kOutlined, 60, 50, 0, 0,
+                  {{8, 8, kCardColour}, {9, 40, kCardColour}, {100, 100, kCardColour}}),
   };
-  for (const auto& row : rows) {
-    Set("UseFrame", row.outlined);
-    Set("Resize", row.resize);
-    Set("PicLeft", row.left * kTwipsPerPixel);
-    Set("PicTop", row.top * kTwipsPerPixel);
-    Set("Picture", row.width == 0 ? Value() : TestDatabase::GradientPicture(row.width, row.height));
-    Compose();
-    for (const auto& [x, y, colour] : row.pixels) {
-      EXPECT_EQ(PixelAt(card_, x, y), colour) << row.what << ' ' << x << ' ' << y;
-    }
+  for (const PictureCase& row : rows) {
+    SCOPED_TRACE(row.what);
+    Arrange(row);
+    Set("Resize", (row.flags & kResized) != 0);
+    ExpectPixels(Compose(), row.pixels);
   }
-  Set("UsePicture", false);
-  Compose();
-  for (const auto& [x, y] : {std::pair(8, 8), {9, 40}, {100, 100}})
-    EXPECT_EQ(PixelAt(card_, x, y), kCardColour);
   EXPECT_EQ(card_.Width(), 302);
   EXPECT_EQ(card_.Height(), 254);
 }
@@ -203,15 +127,13 @@ TEST_F(LargeCardTest, BackgroundComesFromTheRecordAndStaysBehindTheColour) {
 TEST_F(LargeCardTest, SymbolOfTheSetAndNumber) {
   const Picture plain = Compose();
   modData::SetSymbol = LoadPicture(TestDatabase::PlainPicture(7, 6, Rgb(200, 0, 0)));
-  modData::rsSet["UseSymbol"] = true;
-  modData::rsSet.Update();
+  SetOption("UseSymbol", true);
   EXPECT_EQ(Difference(plain, Compose()), QRect(295, 248, 7, 6));
   modData::SetSymbol = LoadPicture(TestDatabase::PlainPicture(7, 6, Rgb(0, 200, 0)));
   ComposeAlone();
   EXPECT_EQ(PixelAt(card_, 296, 249), Rgb(0, 200, 0)) << "the set's own, not the preview's";
   const Picture without = card_;
-  modData::rsSet["Autonumber"] = true;
-  modData::rsSet.Update();
+  SetOption("Autonumber", true);
   EXPECT_TRUE(QRect(0, 246, 13, 8).contains(Difference(without, Compose())));
   EXPECT_FALSE(Difference(without, card_).isEmpty());
 }
@@ -222,8 +144,7 @@ TEST_F(LargeCardTest, ABrokenPictureIsABoxAndNoEnd) {
     Set(column, QByteArray("no picture"));
     Compose();
     ASSERT_EQ(dialogs_.boxes.size(), 1U) << column;
-    EXPECT_TRUE(dialogs_.LastPrompt().contains(QStringLiteral("481, ")))
-        << dialogs_.LastPrompt().toStdString();
+    EXPECT_TRUE(dialogs_.LastPrompt().contains("481, ")) << dialogs_.LastPrompt().toStdString();
     Set(column, Value::Null());
   }
 }
