@@ -13,6 +13,7 @@ class CardComposer {
       : form_(form), target_(form.picACard), preview_(preview) {}
 
   void Compose() {
+    const ReadScope reading(modData::cn);
     Clear();
     const Hug hug = card_["Resize"].Bool() ? Hug::Width : Hug::Nothing;
     PaintPictureArea(target_, form_.picWhite.Picture(), {preview_.picFrame, preview_.picImage, hug}, card_);

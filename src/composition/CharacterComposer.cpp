@@ -103,6 +103,7 @@ class CharacterComposer {
 }  // namespace
 
 void CardForm::CreateCharacter2nd() {
+  const ReadScope reading(modData::cn);
   CharacterComposer composer(*this);
   composer.ComposeSheet();
   composer.ComposePiece();

@@ -16,6 +16,7 @@ class LargeCardComposer {
   explicit LargeCardComposer(CardForm& form) : form_(form) {}
 
   void Compose() {
+    const ReadScope reading(modData::cn);
     Clear();
     const Hug hug = card_["Resize"].Bool() ? Hug::Height : Hug::Nothing;
     PaintPictureArea(target_, form_.picWhite.Picture(),

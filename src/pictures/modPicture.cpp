@@ -14,8 +14,8 @@ constexpr std::int64_t kBlock = 32768;
 }  // namespace
 
 void LoadPictureFromField(Surface& surface, const Field& field) {
-  const std::int64_t size = field.ActualSize();
-  surface.SetPicture(size == 0 ? LoadPicture() : LoadPicture(field.GetChunk(size)));
+  const QByteArray bytes = field.Bytes();
+  surface.SetPicture(bytes.isEmpty() ? LoadPicture() : LoadPicture(bytes));
 }
 
 Value ReadFileToField(const QString& path, const Field& field) {

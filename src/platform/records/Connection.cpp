@@ -154,4 +154,16 @@ void Transaction::Commit() {
   open_ = false;
 }
 
+ReadScope::ReadScope(const Connection& connection) {
+  if (connection.impl_ == nullptr || sqlite3_get_autocommit(connection.impl_->database) == 0) return;
+  connection_ = connection.impl_;
+  StatementUse(*connection_, QStringLiteral("BEGIN"))->Step();
+}
+
+ReadScope::~ReadScope() {
+  if (connection_ == nullptr) return;
+  // There is nothing to write, and so nothing that could fail.
+  sqlite3_exec(connection_->database, "COMMIT", nullptr, nullptr, nullptr);
+}
+
 }  // namespace orv

@@ -40,6 +40,7 @@ class Connection {
  private:
   friend class Recordset;
   friend class Transaction;
+  friend class ReadScope;
   std::shared_ptr<Impl> impl_;
 };
 
@@ -58,6 +59,20 @@ class Transaction {
  private:
   std::shared_ptr<Connection::Impl> connection_;
   bool open_ = true;
+};
+
+// What is read while one lives is read under one lock on the file and shows one state of it, for a row of
+// small reads. Nothing may be changed within it, unless it lies in a transaction already. Other programs
+// can't write meanwhile: no place to wait for the user. Without effect where no lock can be had.
+class ReadScope {
+ public:
+  explicit ReadScope(const Connection& connection);
+  ~ReadScope();
+  ReadScope(const ReadScope&) = delete;
+  ReadScope& operator=(const ReadScope&) = delete;
+
+ private:
+  std::shared_ptr<Connection::Impl> connection_;  // nothing within a transaction
 };
 
 }  // namespace orv

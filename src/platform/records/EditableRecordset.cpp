@@ -95,6 +95,10 @@ const QByteArray* EditableRecordset::PendingBytes(int column) const {
   return found == chunks_.end() ? nullptr : &found->second;
 }
 
+bool EditableRecordset::IsInMemory(int column) const {
+  return !IsLong(column) || adding_ || PendingBytes(column) != nullptr || PendingValue(column) != nullptr;
+}
+
 Value EditableRecordset::Get(int column) {
   CheckCurrent();
   if (const QByteArray* bytes = PendingBytes(column)) return Value(*bytes);
@@ -113,32 +117,27 @@ void EditableRecordset::Set(int column, const Value& value) {
 
 bool EditableRecordset::IsNull(int column) {
   CheckCurrent();
-  if (!IsLong(column) || adding_ || PendingBytes(column) != nullptr || PendingValue(column) != nullptr) {
-    return Get(column).IsNull();
-  }
-  return long_reader_.IsNull(column, CurrentKey());
+  return IsInMemory(column) ? Get(column).IsNull() : long_reader_.IsNull(column, CurrentKey());
+}
+
+QByteArray EditableRecordset::Bytes(int column) {
+  CheckCurrent();
+  if (!IsInMemory(column)) return long_reader_.Bytes(column, CurrentKey());
+  const Value value = Get(column);
+  return value.IsNull() ? QByteArray() : value.Bytes();
 }
 
 std::int64_t EditableRecordset::ActualSize(int column) {
   CheckCurrent();
   offsets_.remove(column);
-  if (!IsLong(column) || adding_ || PendingBytes(column) != nullptr || PendingValue(column) != nullptr) {
-    const Value value = Get(column);
-    return value.IsNull() ? 0 : value.Bytes().size();
-  }
-  return long_reader_.Size(column, CurrentKey());
+  return IsInMemory(column) ? Bytes(column).size() : long_reader_.Size(column, CurrentKey());
 }
 
 QByteArray EditableRecordset::GetChunk(int column, std::int64_t length) {
   CheckCurrent();
   std::int64_t& offset = offsets_[column];
-  QByteArray chunk;
-  if (!IsLong(column) || adding_ || PendingBytes(column) != nullptr || PendingValue(column) != nullptr) {
-    const Value value = Get(column);
-    if (!value.IsNull()) chunk = value.Bytes().mid(offset, std::max<std::int64_t>(length, 0));
-  } else {
-    chunk = long_reader_.Read(column, CurrentKey(), offset, length);
-  }
+  const QByteArray chunk = IsInMemory(column) ? Bytes(column).mid(offset, std::max<std::int64_t>(length, 0))
+                                              : long_reader_.Read(column, CurrentKey(), offset, length);
   offset += chunk.size();
   return chunk;
 }

@@ -20,6 +20,7 @@ class EditableRecordset final : public RecordsetImpl {
   Value Get(int column) override;
   void Set(int column, const Value& value) override;
   bool IsNull(int column) override;
+  QByteArray Bytes(int column) override;
   std::int64_t ActualSize(int column) override;
   QByteArray GetChunk(int column, std::int64_t length) override;
   void AppendChunk(int column, const QByteArray& bytes) override;
@@ -63,6 +64,8 @@ class EditableRecordset final : public RecordsetImpl {
   // What waits for column, null if nothing does.
   const Value* PendingValue(int column) const;
   const QByteArray* PendingBytes(int column) const;
+  // Whether a column's value is had without the file's table of long binaries.
+  bool IsInMemory(int column) const;
 
   std::shared_ptr<Connection::Impl> connection_;
   Query query_;

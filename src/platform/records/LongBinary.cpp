@@ -37,7 +37,6 @@ bool LongBinaryReader::Open(int column, std::int64_t key) {
 void LongBinaryReader::Close() {
   sqlite3_blob_close(blob_);
   blob_ = nullptr;
-  size_ = -1;
 }
 
 // The length of a blob is had without reading it.
@@ -46,21 +45,15 @@ std::int64_t LongBinaryReader::Size(int column, std::int64_t key) {
   const StatementUse statement =
       Select(QStringLiteral("CASE TYPEOF(%1) WHEN 'blob' THEN LENGTH(%1) ELSE LENGTH(CAST(%1 AS BLOB)) END"),
              column, key);
-  size_ = statement->Step() ? statement->Integer(0) : 0;
-  column_ = column;
-  key_ = key;
-  return size_;
+  return statement->Step() ? statement->Integer(0) : 0;
 }
 
-bool LongBinaryReader::IsWhole(int column, std::int64_t key, std::int64_t length) const {
-  return size_ >= 0 && column == column_ && key == key_ && length >= size_;
+QByteArray LongBinaryReader::Bytes(int column, std::int64_t key) {
+  const StatementUse statement = Select(QStringLiteral("%1"), column, key);
+  return statement->Step() ? statement->Bytes(0) : QByteArray();
 }
 
 QByteArray LongBinaryReader::Read(int column, std::int64_t key, std::int64_t offset, std::int64_t length) {
-  if (offset == 0 && IsWhole(column, key, length)) {
-    const StatementUse statement = Select(QStringLiteral("%1"), column, key);
-    return statement->Step() ? statement->Bytes(0).left(length) : QByteArray();
-  }
   for (bool again = true;; again = false) {
     if (!Open(column, key)) return {};
     const std::int64_t size = sqlite3_blob_bytes(blob_);

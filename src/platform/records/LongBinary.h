@@ -20,6 +20,7 @@ class LongBinaryReader {
   // The bytes from `offset` on, fewer at the end.
   QByteArray Read(int column, std::int64_t key, std::int64_t offset, std::int64_t length);
   Value Whole(int column, std::int64_t key);
+  QByteArray Bytes(int column, std::int64_t key);  // all, of a text too; empty for Null
 
   // What is read in pieces stays open between reads until its end, so that each goes on where the last
   // one was. Meanwhile other programs can't write.
@@ -30,16 +31,12 @@ class LongBinaryReader {
   StatementUse Select(const QString& expression, int column, std::int64_t key);
   // False for Null.
   bool Open(int column, std::int64_t key);
-  // Whether a read of so many bytes from the start takes in all, as far as the last Size tells.
-  bool IsWhole(int column, std::int64_t key, std::int64_t length) const;
 
   Connection::Impl& connection_;
   const QueryShape& shape_;
   sqlite3_blob* blob_ = nullptr;
-  // What is open, or else what the last Size was asked of.
   int column_ = -1;
   std::int64_t key_ = 0;
-  std::int64_t size_ = -1;  // -1: not asked
 };
 
 }  // namespace orv

@@ -24,6 +24,9 @@ void Field::Set(const Value& value) const {
 bool Field::IsNull() const {
   return recordset_->IsNull(column_);
 }
+QByteArray Field::Bytes() const {
+  return recordset_->Bytes(column_);
+}
 std::int64_t Field::ActualSize() const {
   return recordset_->ActualSize(column_);
 }

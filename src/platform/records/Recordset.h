@@ -41,7 +41,9 @@ class Field {
   // Null or not, without reading a long binary.
   bool IsNull() const;
 
-  // Long binary columns. ActualSize is the length in bytes, 0 for Null, and starts GetChunk over.
+  // All bytes of a long binary column at once, empty for Null.
+  QByteArray Bytes() const;
+  // The same in pieces. ActualSize is the length in bytes, 0 for Null, and starts GetChunk over.
   std::int64_t ActualSize() const;
   // The next `length` bytes, fewer at the end. Reads no more of the file than asked for.
   QByteArray GetChunk(std::int64_t length) const;

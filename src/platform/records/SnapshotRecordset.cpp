@@ -86,17 +86,19 @@ bool SnapshotRecordset::IsNull(int column) {
   return Current(column).IsNull();
 }
 
+QByteArray SnapshotRecordset::Bytes(int column) {
+  const Value& value = Current(column);
+  return value.IsNull() ? QByteArray() : value.Bytes();
+}
+
 std::int64_t SnapshotRecordset::ActualSize(int column) {
   offsets_.remove(column);
-  const Value& value = Current(column);
-  return value.IsNull() ? 0 : value.Bytes().size();
+  return Bytes(column).size();
 }
 
 QByteArray SnapshotRecordset::GetChunk(int column, std::int64_t length) {
-  const Value& value = Current(column);
-  if (value.IsNull()) return {};
   std::int64_t& offset = offsets_[column];
-  QByteArray chunk = value.Bytes().mid(offset, std::max<std::int64_t>(length, 0));
+  QByteArray chunk = Bytes(column).mid(offset, std::max<std::int64_t>(length, 0));
   offset += chunk.size();
   return chunk;
 }

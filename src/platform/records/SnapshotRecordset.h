@@ -18,6 +18,7 @@ class SnapshotRecordset final : public RecordsetImpl {
   Value Get(int column) override;
   void Set(int column, const Value& value) override;
   bool IsNull(int column) override;
+  QByteArray Bytes(int column) override;
   std::int64_t ActualSize(int column) override;
   QByteArray GetChunk(int column, std::int64_t length) override;
   void AppendChunk(int column, const QByteArray& bytes) override;

@@ -133,6 +133,29 @@ TEST_F(ConnectionTest, TransactionsNestAndRollBackUnlessCommitted) {
   EXPECT_EQ(Raw("SELECT Title FROM tblCard WHERE CardID = 5"), "after");
 }
 
+TEST_F(ConnectionTest, WithinAReadScopeAllReadsShowOneState) {
+  const auto title = [&] { return Snapshot("SELECT Title FROM tblCard WHERE CardID = 2")["Title"].Text(); };
+  Connection other = Open();
+  {
+    const ReadScope reading(connection_);
+    EXPECT_EQ(title(), "Alpha");
+    {
+      const ReadScope inner(connection_);
+      EXPECT_EQ(title(), "Alpha");
+    }
+    other.Execute("PRAGMA busy_timeout = 0");
+    EXPECT_EQ(ErrorOf([&] { other.Execute("UPDATE tblCard_rows SET Title = 'x' WHERE CardID = 2"); }), 70);
+    EXPECT_NE(ErrorOf([&] { Transaction change(connection_); }), 0);
+  }
+  other.Execute("UPDATE tblCard_rows SET Title = 'x' WHERE CardID = 2");
+  EXPECT_EQ(title(), "x");
+  Transaction change(connection_);
+  { const ReadScope within(connection_); }
+  connection_.Execute("UPDATE tblCard_rows SET Title = 'y' WHERE CardID = 2");
+  change.Commit();
+  EXPECT_EQ(Raw("SELECT Title FROM tblCard WHERE CardID = 2"), "y");
+}
+
 TEST_F(ConnectionTest, ErrorsTellTheirCause) {
   Recordset cards = Cards();
   cards["Title"] = "waits";

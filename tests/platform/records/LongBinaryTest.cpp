@@ -17,11 +17,13 @@ TEST_F(LongBinaryTest, ChunksReplaceAtFirstAndThenAppend) {
   const Field picture = cards["Picture"];
   EXPECT_TRUE(picture.IsNull());
   EXPECT_EQ(picture.ActualSize(), 0);
+  EXPECT_TRUE(picture.Bytes().isNull());
   for (int at = 0; at < bytes.size(); at += 32769) picture.AppendChunk(bytes.mid(at, 32769));
   EXPECT_EQ(picture.ActualSize(), bytes.size());
   EXPECT_EQ(Raw("SELECT Picture FROM tblCard WHERE CardID = 2"), "~");
   cards.Update();
   EXPECT_TRUE(picture.Get().Bytes() == bytes);
+  EXPECT_TRUE(picture.Bytes() == bytes);
   EXPECT_EQ(picture.ActualSize(), bytes.size());
   QByteArray read;
   for (QByteArray chunk; !(chunk = picture.GetChunk(30'000)).isEmpty();) read += chunk;
@@ -58,6 +60,11 @@ TEST_F(LongBinaryTest, GetChunkStartsOverAndGoesOnOverAForeignWrite) {
   same["Background"] = QByteArray("0123456789012345678901234567");
   same.Update();
   EXPECT_EQ(background.GetChunk(99), "01234567");
+  // A text that another program put there is read as its bytes.
+  Raw("UPDATE tblCard SET Background = 'a text' WHERE CardID = 2");
+  EXPECT_EQ(background.Bytes(), "a text");
+  EXPECT_EQ(background.ActualSize(), 6);
+  EXPECT_EQ(background.GetChunk(99), "a text");
   // Nothing holds the file for reading any more.
   Raw("UPDATE tblCard SET Title = 'free' WHERE CardID = 2");
   background.GetChunk(3);
@@ -89,6 +96,7 @@ TEST_F(LongBinaryTest, ComeWithANewRowAndGoWithIt) {
   backs["BackText"] = "new";
   backs["Picture"].AppendChunk("new");
   backs["Picture"].AppendChunk(" back");
+  EXPECT_EQ(backs["Picture"].Bytes(), "new back");
   backs.Update();
   EXPECT_EQ(backs["Picture"].GetChunk(99), "new back");
   EXPECT_EQ(Raw("SELECT CAST(Picture AS TEXT) FROM tblCardBack WHERE BackText = 'new'"), "new back");
