@@ -74,6 +74,18 @@ void BlendMask(QImage& target, int x0, int y0, const QImage& mask, QRgb colour) 
   }
 }
 
+// The least rectangle with all coverage of a mask; empty without any.
+QRect InkOf(const QImage& mask) {
+  QRect ink;
+  for (int y = 0; y < mask.height(); ++y) {
+    const uchar* const coverage = mask.constScanLine(y);
+    for (int x = 0; x < mask.width(); ++x) {
+      if (coverage[x] != 0) ink |= QRect(x, y, 1, 1);
+    }
+  }
+  return ink;
+}
+
 }  // namespace
 
 QString FamilyFor(const QString& face) {
@@ -87,7 +99,9 @@ QString FamilyFor(const QString& face) {
 
 struct TextFace::Impl {
   struct Glyph {
-    QImage mask;  // coverage, 8 bits
+    QImage mask;  // coverage, 8 bits, no larger than its ink
+    int left = 0;  // of the mask, from the cell's corner
+    int top = 0;
     int advance = 0;
   };
 
@@ -125,7 +139,11 @@ struct TextFace::Impl {
     Glyph glyph;
     if (!IsControl(c)) {
       glyph.advance = metrics.horizontalAdvance(c);
-      glyph.mask = Mask(QString(c), glyph.advance);
+      const QImage mask = Mask(QString(c), glyph.advance);
+      const QRect ink = InkOf(mask);
+      if (!ink.isNull()) glyph.mask = mask.copy(ink);
+      glyph.left = ink.left() - margin;
+      glyph.top = ink.top();
     }
     return *glyphs.insert(c, glyph);
   }
@@ -179,7 +197,7 @@ void TextFace::Draw(QImage& target, int x, int y, QStringView text, Colour colou
   }
   for (const QChar c : text) {
     const Impl::Glyph& glyph = impl_->GlyphOf(c);
-    BlendMask(target, x - impl_->margin, y, glyph.mask, rgb);
+    BlendMask(target, x + glyph.left, y + glyph.top, glyph.mask, rgb);
     x += glyph.advance;
   }
 }
