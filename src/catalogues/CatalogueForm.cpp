@@ -36,6 +36,13 @@ CatalogueForm::CatalogueForm(const CatalogueKind& kind)
   cmdCancel.Click = [this] { End(false); };
 }
 
+void CatalogueForm::Form_Load() {
+  lvEntries.ClearColumns();
+  for (const CatalogueColumn& column : kind_.columns) {
+    lvEntries.AddColumn(QString::fromLatin1(column.header), column.width, column.alignment);
+  }
+}
+
 void CatalogueForm::FillList() {
   lvEntries.Clear();
   if (rows_.IsEmpty()) return;

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <span>
 
 #include "forms/Controls.h"
 #include "forms/Form.h"
@@ -10,7 +11,13 @@
 
 namespace orv {
 
-// How the catalogues differ, apart from their columns and their forms.
+struct CatalogueColumn {
+  const char* header;
+  int width;  // pixels
+  Alignment alignment = Alignment::Left;
+};
+
+// How the catalogues differ, apart from their forms.
 struct CatalogueKind {
   const char* caption;
   const char* key_prefix;  // two letters before the id in the key of a list entry
@@ -18,6 +25,7 @@ struct CatalogueKind {
   const char* default_column;  // of tblSet
   const char* is_used;         // the query for a card that uses an entry; %1 is the id
   const char* used_message;
+  std::span<const CatalogueColumn> columns;
   int custom_column;  // of the list; "Yes" for what a user added
 };
 
@@ -25,6 +33,8 @@ struct CatalogueKind {
 // Cancel decide about the current card alone: what was added, deleted or made the default stands.
 class CatalogueForm : public Form {
  public:
+  void Form_Load() override;
+
   bool OK = false;              // the dialog ended by cmdOK
   std::int32_t SelectedID = 0;  // of the entry clicked last, whether or not it is still there
 

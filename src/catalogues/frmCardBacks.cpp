@@ -13,6 +13,10 @@
 namespace orv {
 namespace {
 
+constexpr int kListWidth = 4455;  // twips
+constexpr CatalogueColumn kColumns[] = {{"Name", kListWidth / kTwipsPerPixel - 85},
+                                        {"Custom", 62, Alignment::Centre}};
+
 constexpr CatalogueKind kKind = {
     .caption = "Cardback",
     .key_prefix = "CB",
@@ -20,11 +24,11 @@ constexpr CatalogueKind kKind = {
     .default_column = "DefaultCardBackID",
     .is_used = "SELECT CardID FROM tblCard WHERE CardBackID = %1",
     .used_message = "This Card back can not be deleted. There are cards using is.",
+    .columns = kColumns,
     .custom_column = 1,
 };
 
-constexpr int kListWidth = 4455;  // twips
-constexpr int kBackLeft = 432;    // of the preview, in pixels
+constexpr int kBackLeft = 432;  // of the preview, in pixels
 constexpr int kBackTop = 56;
 constexpr int kBackMargin = 16;     // behind it and under it
 constexpr int kUsualHeight = 7245;  // of the form, in twips
@@ -79,15 +83,7 @@ void CardBacksForm::Arrange() {
   cmdUpdate.SetEnabled(false);
   Label1.SetBuddy(txtBackText);
   SetTabOrder(cmdDefault, cmdUpdate);
-  SetTabOrder(cmdUpdate, cmdSavePicture);
-  SetTabOrder(cmdSavePicture, cmdOK);
-  SetTabOrder(cmdOK, cmdCancel);
-}
-
-void CardBacksForm::Form_Load() {
-  lvCardBack.ClearColumns();
-  lvCardBack.AddColumn(QStringLiteral("Name"), kListWidth / kTwipsPerPixel - 85);
-  lvCardBack.AddColumn(QStringLiteral("Custom"), 62, Alignment::Centre);
+  SetTabOrder(cmdUpdate, cmdSavePicture);  // the rest follows as it was made
 }
 
 void CardBacksForm::InitBacks(std::int16_t edition) {

@@ -10,7 +10,6 @@ namespace orv {
 class CardBacksForm : public CatalogueForm {
  public:
   CardBacksForm();
-  void Form_Load() override;
 
   void InitBacks(std::int16_t edition);
 

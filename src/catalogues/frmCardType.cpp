@@ -9,6 +9,19 @@
 namespace orv {
 namespace {
 
+constexpr int kGlobalColumn = 6;
+constexpr int kListWidth = 6855;  // twips
+constexpr int kTextWidth = (kListWidth / kTwipsPerPixel - 160) / 4;
+constexpr CatalogueColumn kColumns[] = {
+    {"Upper left", kTextWidth},
+    {"Lower Left", kTextWidth},
+    {"Upper right", kTextWidth, Alignment::Right},
+    {"Lower right", kTextWidth, Alignment::Right},
+    {"Nr", 28, Alignment::Centre},
+    {"Custom", 56, Alignment::Centre},
+    {"Global", 56, Alignment::Centre},
+};
+
 constexpr CatalogueKind kKind = {
     .caption = "Card Type",
     .key_prefix = "CT",
@@ -16,10 +29,9 @@ constexpr CatalogueKind kKind = {
     .default_column = "DefaultCardTypeID",
     .is_used = "SELECT CardID FROM tblCard WHERE CardTypeID = %1",
     .used_message = "This type can not be deleted. There are cards using it.",
+    .columns = kColumns,
     .custom_column = 5,
 };
-constexpr int kGlobalColumn = 6;
-constexpr int kListWidth = 6855;  // twips
 
 const QString kLock = QStringLiteral("Lock to set");
 const QString kMakeGlobal = QStringLiteral("Make global");
@@ -72,9 +84,7 @@ void CardTypeForm::Arrange() {
   viewCard.Place(4680, 3600, 2280, 2400);
   cmdSet.SetEnabled(false);
   optGlobal.SetValue(true);
-  SetTabOrder(cmdDefault, cmdSet);
-  SetTabOrder(cmdSet, cmdOK);
-  SetTabOrder(cmdOK, cmdCancel);
+  SetTabOrder(cmdDefault, cmdSet);  // the rest follows as it was made
   const char* const names[] = {"Upper left", "Upper right", "Number", "Lower left", "Lower right"};
   for (std::size_t i = 0; i < Texts().size(); ++i) {
     Texts()[i]->SetAccessibleName(QString::fromLatin1(names[i]));
@@ -123,15 +133,7 @@ void CardTypeForm::Subscribe() {
 }
 
 void CardTypeForm::Form_Load() {
-  lvType.ClearColumns();
-  const int width = (kListWidth / kTwipsPerPixel - 160) / 4;
-  lvType.AddColumn(QStringLiteral("Upper left"), width);
-  lvType.AddColumn(QStringLiteral("Lower Left"), width);
-  lvType.AddColumn(QStringLiteral("Upper right"), width, Alignment::Right);
-  lvType.AddColumn(QStringLiteral("Lower right"), width, Alignment::Right);
-  lvType.AddColumn(QStringLiteral("Nr"), 28, Alignment::Centre);
-  lvType.AddColumn(QStringLiteral("Custom"), 56, Alignment::Centre);
-  lvType.AddColumn(QStringLiteral("Global"), 56, Alignment::Centre);
+  CatalogueForm::Form_Load();
   modData::OpenEditable(QStringLiteral("SELECT * FROM tblCardType WHERE LanguageID = %1 ORDER BY UpperLeft, "
                                        "LowerLeft, Number")
                             .arg(modData::rsSet["LanguageID"].Int16()),

@@ -239,12 +239,7 @@ void CardEditor::cmdGetPic_Click() {
 }
 
 void CardEditor::cmdDelPic_Click() {
-  Recordset& card = modData::rsCard;
-  card["Picture"] = Value::Null();
-  card["PicTop"] = 0;
-  card["PicLeft"] = 0;
-  card.Update();
-  EmptyFrame(preview_.picImage);
+  RemoveFramedPicture(modData::rsCard, preview_.picImage);
 }
 
 void CardEditor::cmdBackPic_Click() {
@@ -266,8 +261,7 @@ void CardEditor::cmdLastBackPic_Click() {
 }
 
 void CardEditor::cmdDelBackPic_Click() {
-  Write("Background", Value::Null());
-  preview_.picCard.SetPicture(LoadPicture());
+  RemovePicture(modData::rsCard, "Background", preview_.picCard);
 }
 
 void CardEditor::cmdColour_Click() {

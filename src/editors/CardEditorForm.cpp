@@ -1,6 +1,7 @@
 // The card editor's controls: their making, their arrangement and their events.
 #include "database/ListHelpers.h"
 #include "editors/CardEditor.h"
+#include "editors/EditorLayout.h"
 #include "state/modData.h"
 
 namespace orv {
@@ -66,9 +67,6 @@ CardEditor::CardEditor(const CardEditorKind& kind)
 }
 
 void CardEditor::Arrange() {
-  picColour.Place(0, 0, 48, 20);
-  picColour.SetBorderStyle(1);
-  picColour.SetName(QStringLiteral("Card background colour"));
   ArrangeBar({&cmdSort, &cmdStat});
   BoxLayout preview(pic2ndCard, BoxLayout::Row, 0, 0);
   preview.Add(viewCard);
@@ -92,8 +90,7 @@ void CardEditor::ArrangeTitle() {
   lblTypeName.SetBuddy(cboType);
   lblNumberName.SetBuddy(cboNumber);
   lblCopyName.SetBuddy(txtCopy);
-  cmdGetType.SetToolTip(QStringLiteral("Choose from the card types"));
-  cmdGetType.SetAccessibleName(QStringLiteral("Choose from the card types"));
+  Explain(cmdGetType, QStringLiteral("Choose from the card types"));
   txtCopy.SetToolTip(QStringLiteral("How many of this card you want, for your own use"));
   grid.Add(lblTitleName, 0, 0);
   grid.Add(txtTitle, 0, 1, 1, 4);
@@ -115,36 +112,21 @@ void CardEditor::ArrangeTitle() {
 
 void CardEditor::ArrangePicture() {
   GridLayout grid(fraPicture);
-  lblArtistName.SetBuddy(txtArtist);
   cmdGetPic.SetAccessibleName(QStringLiteral("Select the picture"));
   cmdDelPic.SetAccessibleName(QStringLiteral("Remove the picture"));
   chkResize.SetToolTip(QStringLiteral("The frame closes around the picture"));
   lblPicDim.SetToolTip(QStringLiteral("Size of the picture's frame in pixels"));
-  BoxLayout checks = grid.AddBox(BoxLayout::Row, 0, 0, 1, 2);
-  checks.Add(chkShowPicture);
-  checks.Add(chkFrame);
-  checks.Add(chkResize);
-  checks.AddStretch();
-  grid.Add(lblPictureName, 1, 0);
-  BoxLayout buttons = grid.AddBox(BoxLayout::Row, 1, 1);
-  buttons.Add(cmdGetPic);
-  buttons.Add(cmdDelPic);
-  buttons.Add(lblPicDim);
-  buttons.AddStretch();
-  grid.Add(lblArtistName, 2, 0);
-  grid.Add(txtArtist, 2, 1);
+  AddChecks(grid, {&chkShowPicture, &chkFrame, &chkResize});
+  AddRow(grid, 1, lblPictureName, {&cmdGetPic, &cmdDelPic, &lblPicDim});
+  AddField(grid, 2, lblArtistName, txtArtist);
   grid.SetColumnStretch(1, 1);
 }
 
 void CardEditor::ArrangeTexts() {
   GridLayout grid(fraTexts);
-  lblBoldName.SetBuddy(txtBold);
-  lblInfoName.SetBuddy(txtInfo);
   txtBold.SetToolTip(QStringLiteral("S becomes STRENGTH, C becomes CRAFT"));
-  grid.Add(lblBoldName, 0, 0);
-  grid.Add(txtBold, 0, 1);
-  grid.Add(lblInfoName, 1, 0);
-  grid.Add(txtInfo, 1, 1);
+  AddField(grid, 0, lblBoldName, txtBold);
+  AddField(grid, 1, lblInfoName, txtInfo);
   grid.SetColumnStretch(1, 1);
   grid.SetRowStretch(1, 1);
   SetMinimumSize(txtInfo, 220, 90);
@@ -158,27 +140,15 @@ void CardEditor::ArrangeBack() {
   cmdBackPic.SetAccessibleName(QStringLiteral("Select the background picture"));
   cmdLastBackPic.SetToolTip(QStringLiteral("The background picture that was chosen last"));
   cmdDelBackPic.SetAccessibleName(QStringLiteral("Remove the background picture"));
-  cmdColour.SetAccessibleName(QStringLiteral("Choose the background colour"));
-  cmdColour.SetToolTip(QStringLiteral("Choose the background colour"));
-  cmdGetCardBack.SetAccessibleName(QStringLiteral("Choose from the card backs"));
-  cmdGetCardBack.SetToolTip(QStringLiteral("Choose from the card backs"));
-  grid.Add(lblBackgroundName, 0, 0);
-  BoxLayout background = grid.AddBox(BoxLayout::Row, 0, 1);
-  background.Add(cmdBackPic);
-  background.Add(cmdLastBackPic);
-  background.Add(cmdDelBackPic);
-  background.AddStretch();
-  grid.Add(lblColourName, 1, 0);
-  BoxLayout colour = grid.AddBox(BoxLayout::Row, 1, 1);
-  colour.Add(viewColour);
-  colour.Add(cmdColour);
-  colour.AddStretch();
+  Explain(cmdGetCardBack, QStringLiteral("Choose from the card backs"));
+  ArrangeColour(picColour, cmdColour);
+  AddRow(grid, 0, lblBackgroundName, {&cmdBackPic, &cmdLastBackPic, &cmdDelBackPic});
+  AddRow(grid, 1, lblColourName, {&viewColour, &cmdColour});
   grid.Add(lblCardBackName, 2, 0);
   BoxLayout back = grid.AddBox(BoxLayout::Row, 2, 1);
   back.Add(cboCardBack, 1);
   back.Add(cmdGetCardBack);
   grid.SetColumnStretch(1, 1);
-  SetFixedWidth(cmdColour, 32);
   SetFixedWidth(cmdGetCardBack, 32);
 }
 

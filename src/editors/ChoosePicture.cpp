@@ -39,6 +39,20 @@ void ChooseFramedPicture(Recordset& rows, const char* column, Surface& image, QS
                  .shown = [&] { image.SetFocus(); }});
 }
 
+void RemovePicture(Recordset& rows, const char* column, Surface& surface) {
+  rows[column] = Value::Null();
+  rows.Update();
+  surface.SetPicture(LoadPicture());
+}
+
+void RemoveFramedPicture(Recordset& rows, Surface& image) {
+  rows["Picture"] = Value::Null();
+  rows["PicTop"] = 0;
+  rows["PicLeft"] = 0;
+  rows.Update();
+  EmptyFrame(image);
+}
+
 void EmptyFrame(Surface& image) {
   image.SetTop(0);
   image.SetLeft(0);

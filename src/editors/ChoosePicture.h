@@ -30,6 +30,10 @@ void ChooseFramedPicture(
     Recordset& rows, const char* column, Surface& image, QString& folder,
     std::function<void()> before_update = [] {});
 
+// The work of the button that takes a picture away again, out of the field and off the surface.
+void RemovePicture(Recordset& rows, const char* column, Surface& surface);
+// The same for the field "Picture" of a card and its frame: the next picture starts at the corner.
+void RemoveFramedPicture(Recordset& rows, Surface& image);
 // Takes the picture out of its frame.
 void EmptyFrame(Surface& image);
 

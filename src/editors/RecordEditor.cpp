@@ -3,7 +3,7 @@
 #include "base/Rounding.h"
 #include "base/RuntimeError.h"
 #include "database/ListHelpers.h"
-#include "forms/Layout.h"
+#include "editors/EditorLayout.h"
 #include "state/modData.h"
 
 namespace orv {
@@ -20,13 +20,11 @@ RecordEditor::RecordEditor(const RecordKind& kind)
   const char* const names[] = {"First", "Previous", "Next", "Last"};
   for (int i = 0; i < 4; ++i) {
     cmdCardNav[i].Click = [this, i] { cmdCardNav_Click(i); };
-    cmdCardNav[i].SetToolTip(QString::fromLatin1(names[i]));
-    cmdCardNav[i].SetAccessibleName(QString::fromLatin1(names[i]));
+    Explain(cmdCardNav[i], QString::fromLatin1(names[i]));
   }
   cmdCardAdd.SetToolTip(QStringLiteral("Add (Ctrl+N)"));
   cmdCardAdd.SetAccessibleName(QStringLiteral("Add"));
-  cmdCardDelete.SetToolTip(QStringLiteral("Delete"));
-  cmdCardDelete.SetAccessibleName(QStringLiteral("Delete"));
+  Explain(cmdCardDelete, QStringLiteral("Delete"));
   cmdCardAdd.Click = [this] { Add(); };
   if (kind_.can_delete) cmdCardDelete.Click = [this] { Delete(); };
 }

@@ -2,6 +2,7 @@
 
 #include "base/Rounding.h"
 #include "base/RuntimeError.h"
+#include "editors/EditorLayout.h"
 #include "state/modData.h"
 
 namespace orv {
@@ -72,10 +73,8 @@ void CardListForm::Arrange() {
   lblInformation.SetFont(font);
   lblInformation.SetWordWrap(true);
   lvCard.SetAccessibleName(QStringLiteral("Cards"));
-  cmdUp.SetAccessibleName(QStringLiteral("Move up"));
-  cmdUp.SetToolTip(QStringLiteral("Move up"));
-  cmdDown.SetAccessibleName(QStringLiteral("Move down"));
-  cmdDown.SetToolTip(QStringLiteral("Move down"));
+  Explain(cmdUp, QStringLiteral("Move up"));
+  Explain(cmdDown, QStringLiteral("Move down"));
   cmdClose.SetCancel(true);
 }
 

@@ -198,8 +198,7 @@ void Character2ndForm::cmdGetPlayingPiecePic_Click() {
 }
 
 void Character2ndForm::cmdDelPlayingPiecePic_Click() {
-  Write("PlayingPiece", Value::Null());
-  preview_.picPlayingPieceImage.SetPicture(LoadPicture());
+  RemovePicture(modData::rsCharacter, "PlayingPiece", preview_.picPlayingPieceImage);
 }
 
 void Character2ndForm::cmdBackCharPic_Click() {

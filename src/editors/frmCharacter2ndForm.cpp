@@ -1,5 +1,6 @@
 // The character editor's controls: their making, their arrangement and their events.
 #include "database/ListHelpers.h"
+#include "editors/EditorLayout.h"
 #include "editors/frmCharacter2nd.h"
 #include "state/modData.h"
 
@@ -96,17 +97,11 @@ void Character2ndForm::ArrangePreviews() {
 
 void Character2ndForm::ArrangeCharacter() {
   GridLayout grid(fraCharacter);
-  lblNameName.SetBuddy(txtCharName);
-  lblStartAreaName.SetBuddy(cboStartArea);
-  lblAlignmentName.SetBuddy(cboAlignment);
   chkIncludeBoard.SetToolTip(QStringLiteral("The board in brackets behind the starting area"));
-  grid.Add(lblNameName, 0, 0);
-  grid.Add(txtCharName, 0, 1);
-  grid.Add(lblStartAreaName, 1, 0);
-  grid.Add(cboStartArea, 1, 1);
+  AddField(grid, 0, lblNameName, txtCharName);
+  AddField(grid, 1, lblStartAreaName, cboStartArea);
   grid.Add(chkIncludeBoard, 2, 1);
-  grid.Add(lblAlignmentName, 3, 0);
-  grid.Add(cboAlignment, 3, 1);
+  AddField(grid, 3, lblAlignmentName, cboAlignment);
   grid.SetColumnStretch(1, 1);
 }
 
@@ -131,22 +126,9 @@ void Character2ndForm::ArrangePictures() {
   for (FormLabel* label : {&lblPicDimChar, &lblPicDimPlay}) {
     label->SetToolTip(QStringLiteral("Size of the picture's frame in pixels"));
   }
-  BoxLayout checks = grid.AddBox(BoxLayout::Row, 0, 0, 1, 2);
-  checks.Add(chkShowPictureCharacter);
-  checks.Add(chkFrameCharacter);
-  checks.AddStretch();
-  grid.Add(lblPictureName, 1, 0);
-  BoxLayout picture = grid.AddBox(BoxLayout::Row, 1, 1);
-  picture.Add(cmdGetCharPic);
-  picture.Add(cmdDelCharPic);
-  picture.Add(lblPicDimChar);
-  picture.AddStretch();
-  grid.Add(lblPieceName, 2, 0);
-  BoxLayout piece = grid.AddBox(BoxLayout::Row, 2, 1);
-  piece.Add(cmdGetPlayingPiecePic);
-  piece.Add(cmdDelPlayingPiecePic);
-  piece.Add(lblPicDimPlay);
-  piece.AddStretch();
+  AddChecks(grid, {&chkShowPictureCharacter, &chkFrameCharacter});
+  AddRow(grid, 1, lblPictureName, {&cmdGetCharPic, &cmdDelCharPic, &lblPicDimChar});
+  AddRow(grid, 2, lblPieceName, {&cmdGetPlayingPiecePic, &cmdDelPlayingPiecePic, &lblPicDimPlay});
   grid.SetColumnStretch(1, 1);
 }
 
@@ -158,16 +140,10 @@ void Character2ndForm::ArrangeTextAndBack() {
   SetMinimumSize(txtSpecialAbilities, 240, 60);
   GridLayout grid(fraBack);
   lblBackgroundName.SetBuddy(cmdBackCharPic);
-  lblCardBackName.SetBuddy(cboCharacterCardback);
   cmdBackCharPic.SetAccessibleName(QStringLiteral("Select the background picture"));
   cmdDelBackCharPic.SetAccessibleName(QStringLiteral("Remove the background picture"));
-  grid.Add(lblBackgroundName, 0, 0);
-  BoxLayout background = grid.AddBox(BoxLayout::Row, 0, 1);
-  background.Add(cmdBackCharPic);
-  background.Add(cmdDelBackCharPic);
-  background.AddStretch();
-  grid.Add(lblCardBackName, 1, 0);
-  grid.Add(cboCharacterCardback, 1, 1);
+  AddRow(grid, 0, lblBackgroundName, {&cmdBackCharPic, &cmdDelBackCharPic});
+  AddField(grid, 1, lblCardBackName, cboCharacterCardback);
   grid.SetColumnStretch(1, 1);
 }
 

@@ -88,12 +88,7 @@ void Large2ndForm::cmdGetPicLarge_Click() {
 }
 
 void Large2ndForm::cmdDelPicLarge_Click() {
-  Recordset& card = modData::rsLargeCard;
-  card["Picture"] = Value::Null();
-  card["PicTop"] = 0;
-  card["PicLeft"] = 0;
-  card.Update();
-  EmptyFrame(preview_.picImageLarge);
+  RemoveFramedPicture(modData::rsLargeCard, preview_.picImageLarge);
 }
 
 void Large2ndForm::cmdBackPicLarge_Click() {
@@ -105,8 +100,7 @@ void Large2ndForm::cmdBackPicLarge_Click() {
 }
 
 void Large2ndForm::cmdDelBackPicLarge_Click() {
-  Write("BGPicture", Value::Null());
-  preview_.picCardLarge.SetPicture(LoadPicture());
+  RemovePicture(modData::rsLargeCard, "BGPicture", preview_.picCardLarge);
 }
 
 void Large2ndForm::cmdCardbackLarge_Click() {
@@ -119,8 +113,7 @@ void Large2ndForm::cmdCardbackLarge_Click() {
 }
 
 void Large2ndForm::cmdDelCardbackLarge_Click() {
-  Write("LargeCardBack", Value::Null());
-  preview_.picBackLarge.SetPicture(LoadPicture());
+  RemovePicture(modData::rsLargeCard, "LargeCardBack", preview_.picBackLarge);
 }
 
 void Large2ndForm::cmdColourLarge_Click() {

@@ -1,5 +1,6 @@
 // The large-card editor's controls: their making, their arrangement and their events.
 #include "database/ListHelpers.h"
+#include "editors/EditorLayout.h"
 #include "editors/frmLarge2nd.h"
 #include "state/modData.h"
 
@@ -54,9 +55,6 @@ Large2ndForm::Large2ndForm()
 }
 
 void Large2ndForm::Arrange() {
-  picColourLarge.Place(0, 0, 48, 20);
-  picColourLarge.SetBorderStyle(1);
-  picColourLarge.SetName(QStringLiteral("Card background colour"));
   ArrangeBar({});
   BoxLayout previews(pic2ndCardLarge, BoxLayout::Column, 0);
   previews.Add(viewCard);
@@ -73,19 +71,11 @@ void Large2ndForm::Arrange() {
 
 void Large2ndForm::ArrangeTexts() {
   GridLayout grid(fraTexts);
-  lblTitleName.SetBuddy(txtTitleLarge);
-  lblInfoName.SetBuddy(txtInfoLarge);
   lblCopyName.SetBuddy(txtCopyLarge);
   txtCopyLarge.SetToolTip(QStringLiteral("How many of this card you want, for your own use"));
-  grid.Add(lblTitleName, 0, 0);
-  grid.Add(txtTitleLarge, 0, 1);
-  grid.Add(lblInfoName, 1, 0);
-  grid.Add(txtInfoLarge, 1, 1);
-  grid.Add(lblCopyName, 2, 0);
-  BoxLayout copies = grid.AddBox(BoxLayout::Row, 2, 1);
-  copies.Add(txtCopyLarge);
-  copies.Add(udCopyLarge);
-  copies.AddStretch();
+  AddField(grid, 0, lblTitleName, txtTitleLarge);
+  AddField(grid, 1, lblInfoName, txtInfoLarge);
+  AddRow(grid, 2, lblCopyName, {&txtCopyLarge, &udCopyLarge});
   grid.SetColumnStretch(1, 1);
   grid.SetRowStretch(0, 1);
   grid.SetRowStretch(1, 3);
@@ -101,17 +91,8 @@ void Large2ndForm::ArrangePicture() {
   cmdDelPicLarge.SetAccessibleName(QStringLiteral("Remove the picture"));
   chkResizeLarge.SetToolTip(QStringLiteral("The frame closes around the picture"));
   lblPicDimLarge.SetToolTip(QStringLiteral("Size of the picture's frame in pixels"));
-  BoxLayout checks = grid.AddBox(BoxLayout::Row, 0, 0, 1, 2);
-  checks.Add(chkShowPictureLarge);
-  checks.Add(chkFrameLarge);
-  checks.Add(chkResizeLarge);
-  checks.AddStretch();
-  grid.Add(lblPictureName, 1, 0);
-  BoxLayout buttons = grid.AddBox(BoxLayout::Row, 1, 1);
-  buttons.Add(cmdGetPicLarge);
-  buttons.Add(cmdDelPicLarge);
-  buttons.Add(lblPicDimLarge);
-  buttons.AddStretch();
+  AddChecks(grid, {&chkShowPictureLarge, &chkFrameLarge, &chkResizeLarge});
+  AddRow(grid, 1, lblPictureName, {&cmdGetPicLarge, &cmdDelPicLarge, &lblPicDimLarge});
   grid.SetColumnStretch(1, 1);
 }
 
@@ -122,22 +103,13 @@ void Large2ndForm::ArrangeBack() {
   lblCardBackName.SetBuddy(cmdCardbackLarge);
   cmdBackPicLarge.SetAccessibleName(QStringLiteral("Select the background picture"));
   cmdDelBackPicLarge.SetAccessibleName(QStringLiteral("Remove the background picture"));
-  cmdColourLarge.SetAccessibleName(QStringLiteral("Choose the background colour"));
-  cmdColourLarge.SetToolTip(QStringLiteral("Choose the background colour"));
   cmdCardbackLarge.SetAccessibleName(QStringLiteral("Select the picture of the back"));
   cmdDelCardbackLarge.SetAccessibleName(QStringLiteral("Remove the picture of the back"));
-  const auto row = [&](int number, FormLabel& label, Control& first, Control& second) {
-    grid.Add(label, number, 0);
-    BoxLayout buttons = grid.AddBox(BoxLayout::Row, number, 1);
-    buttons.Add(first);
-    buttons.Add(second);
-    buttons.AddStretch();
-  };
-  row(0, lblBackgroundName, cmdBackPicLarge, cmdDelBackPicLarge);
-  row(1, lblColourName, viewColour, cmdColourLarge);
-  row(2, lblCardBackName, cmdCardbackLarge, cmdDelCardbackLarge);
+  ArrangeColour(picColourLarge, cmdColourLarge);
+  AddRow(grid, 0, lblBackgroundName, {&cmdBackPicLarge, &cmdDelBackPicLarge});
+  AddRow(grid, 1, lblColourName, {&viewColour, &cmdColourLarge});
+  AddRow(grid, 2, lblCardBackName, {&cmdCardbackLarge, &cmdDelCardbackLarge});
   grid.SetColumnStretch(1, 1);
-  SetFixedWidth(cmdColourLarge, 32);
 }
 
 void Large2ndForm::Subscribe() {
