@@ -47,7 +47,7 @@ class CatalogueScene {
   }
 
   const ListView& Entries() { return catalogue_.form().lvEntries; }
-  void Click(const char* text) { ClickEntry(Entries(), EntryOf(Entries(), text)); }
+  void Click(const char* text) { ClickEntry(Entries(), text); }
   // A column of the list from top to bottom.
   QString Listed(int column) { return Column(Entries(), column).join('|'); }
   QString Count() {

@@ -100,8 +100,7 @@ TEST_P(CardEditorTest, TheBackgroundChosenLastServesOtherCards) {
   const auto has_background = [&](int nr) { return Stored("Background IS NOT NULL", nr); };
   ClickOn(editor.cmdLastBackPic);
   EXPECT_EQ(has_background(1), "0") << "none was chosen yet";
-  dialogs_.files = {
-      database_.WriteFile(QStringLiteral("p.bmp"), TestDatabase::PlainPicture(60, 40, Rgb(1, 2, 3)))};
+  dialogs_.files = {database_.WriteFile("p.bmp", TestDatabase::PlainPicture(60, 40, Rgb(1, 2, 3)))};
   ClickOn(editor.cmdBackPic);
   ClickOn(editor.cmdDelBackPic);
   EXPECT_EQ(has_background(1), "0");
@@ -113,12 +112,12 @@ TEST_P(CardEditorTest, TheBackgroundChosenLastServesOtherCards) {
 
 TEST_P(CardEditorTest, TheMouseDragsThePictureAndShiftedKeysSizeItsFrame) {
   CardEditor& editor = Editor();
-  database_.Store(QStringLiteral("tblCard"), 1, "Picture", TestDatabase::PlainPicture(60, 40, Rgb(1, 2, 3)));
+  database_.Store("tblCard", 1, "Picture", TestDatabase::PlainPicture(60, 40, Rgb(1, 2, 3)));
   editor.UpdateDisplay();
   const CardLayout& layout = editor.Preview().Layout();
   const double x = layout.frame.left + 12;
   const double y = layout.frame.top + 12;
-  const QString offset = QStringLiteral("CAST(PicLeft AS INT) || ',' || CAST(PicTop AS INT)");
+  const QString offset = "CAST(PicLeft AS INT) || ',' || CAST(PicTop AS INT)";
   PressAt(editor.viewCard, x, y);
   DragTo(editor.viewCard, x + 10, y + 5);
   DragTo(editor.viewCard, x - 500, y + 8);

@@ -13,12 +13,12 @@ namespace {
 
 class CardListTest : public testing::Test {
  protected:
-  CardListTest() : set_(database_.AddSet(QStringLiteral("Set"), 2)) {
-    database_.AddCard(set_, 4, QStringLiteral("Delta"));
-    database_.AddCard(set_, 2, QStringLiteral("Beta"));
-    database_.AddCard(set_, 2, QStringLiteral("Alpha"));
-    lost_ = database_.AddCard(set_, 3, QStringLiteral("Lost"));
-    database_.AddCard(database_.AddSet(QStringLiteral("Other"), 2), 9, QStringLiteral("Foreign"));
+  CardListTest() : set_(database_.AddSet("Set", 2)) {
+    database_.AddCard(set_, 4, "Delta");
+    database_.AddCard(set_, 2, "Beta");
+    database_.AddCard(set_, 2, "Alpha");
+    database_.AddCard(set_, 3, "Lost");
+    database_.AddCard(database_.AddSet("Other", 2), 9, "Foreign");
     Update("CardTypeID = 99", "Title = 'Lost'");
     database_.SelectSet(set_);
   }
@@ -31,7 +31,7 @@ class CardListTest : public testing::Test {
   void Update(const char* change, const char* which) {
     database_.Execute(QStringLiteral("UPDATE tblCard SET %1 WHERE %2").arg(QString(change), QString(which)));
   }
-  void Click(const char* title) { ClickEntry(Form().lvCard, EntryOf(Form().lvCard, QString(title))); }
+  void Click(const char* title) { ClickEntry(Form().lvCard, title); }
   QString Titles() { return Column(Form().lvCard, 0).join('|'); }
   // Of the set, as the file has them.
   QString Stored() {
@@ -46,7 +46,6 @@ class CardListTest : public testing::Test {
   DialogScript dialogs_;
   DialogResponderScope scope_{dialogs_};
   int set_;
-  int lost_ = 0;
 };
 
 TEST_F(CardListTest, OpeningMakesTheNumbersDense) {
@@ -54,7 +53,7 @@ TEST_F(CardListTest, OpeningMakesTheNumbersDense) {
   EXPECT_EQ(Titles(), "Alpha|Beta|Delta");
   // The card without a valid type stays out and keeps its number; so does another set's.
   EXPECT_EQ(Stored(), "1Alpha|2Beta|3Delta|3Lost");
-  EXPECT_EQ(database_.Scalar(QStringLiteral("SELECT Nr FROM tblCard WHERE Title = 'Foreign'")), "9");
+  EXPECT_EQ(database_.Scalar("SELECT Nr FROM tblCard WHERE Title = 'Foreign'"), "9");
   for (int i = 0; i < 3; ++i) EXPECT_EQ(Form().lvCard.ColumnWidth(i), 150);
 }
 
@@ -166,7 +165,7 @@ TEST_F(CardListTest, GoToNeedsASelection) {
 }
 
 TEST_F(CardListTest, AKeyPastSixteenBitsCanNotBeSelected) {
-  database_.Execute(QStringLiteral("UPDATE tblCard_rows SET CardID = 40000 WHERE Title = 'Beta'"));
+  database_.Execute("UPDATE tblCard_rows SET CardID = 40000 WHERE Title = 'Beta'");
   Open();
   Click("Beta");
   EXPECT_EQ(Form().SelectedCardID, 0);
@@ -176,8 +175,8 @@ TEST_F(CardListTest, AKeyPastSixteenBitsCanNotBeSelected) {
 
 TEST_F(CardListTest, AFailureWhileNumberingChangesNothing) {
   database_.Execute(
-      QStringLiteral("CREATE TRIGGER refuse BEFORE UPDATE ON tblCard_rows WHEN NEW.Title = 'Delta' "
-                     "BEGIN SELECT RAISE(ABORT, 'refused'); END"));
+      "CREATE TRIGGER refuse BEFORE UPDATE ON tblCard_rows WHEN NEW.Title = 'Delta' "
+      "BEGIN SELECT RAISE(ABORT, 'refused'); END");
   EXPECT_THROW(Form().FillList(), RuntimeError);
   EXPECT_EQ(Stored(), "2Alpha|2Beta|3Lost|4Delta");
 }

@@ -24,7 +24,7 @@ TEST_F(CharacterEditorTest, ShowsTheRecordAndTheListsOfTheLanguage) {
   EXPECT_EQ(Form().lblPicDimChar.Caption(), "(121W*218H)");
   EXPECT_EQ(Form().lblPicDimPlay.Caption(), "(132W*222H)");
   EXPECT_EQ(preview_.lblWatermark[1].Caption(), "ORV 1.2");
-  const int other = database_.AddSet(QStringLiteral("Other"), 2, 2);
+  const int other = database_.AddSet("Other", 2, 2);
   database_.AddCharacter(other, 1, "ANDERER");
   database_.SelectSet(other);
   Form().Initialise();
@@ -115,8 +115,7 @@ TEST_F(CharacterEditorTest, BrokenPicturesAndMissingRowsEndNoHandler) {
   ClickOn(Form().cmdCharNav[2]);
   EXPECT_EQ(dialogs_.boxes.size(), 1U) << "the next character is whole";
   EXPECT_EQ(Form().txtCharName.Text(), "RECORD 2");
-  database_.Execute(
-      QStringLiteral("UPDATE tblCharacter SET CharacterBackID = 99, AlignmentID = NULL WHERE Nr = 3"));
+  database_.Execute("UPDATE tblCharacter SET CharacterBackID = 99, AlignmentID = NULL WHERE Nr = 3");
   ClickOn(Form().cmdCharNav[3]);
   EXPECT_EQ(dialogs_.boxes.size(), 2U);
   EXPECT_EQ(Position(), "3 (3)");

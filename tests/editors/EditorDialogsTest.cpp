@@ -19,7 +19,7 @@ namespace {
 class EditorDialogsTest : public testing::Test {
  protected:
   void Open(int edition) {
-    const int set = database_.AddSet(QStringLiteral("Set"), edition);
+    const int set = database_.AddSet("Set", edition);
     for (int nr = 1; nr <= 3; ++nr) database_.AddCard(set, nr * 2, QStringLiteral("CARD %1").arg(nr));
     database_.SelectSet(set);
   }
@@ -47,10 +47,10 @@ TEST_F(EditorDialogsTest, ATypeAddedAndChosenIsSeenAtOnce) {
   Open(2);
   Card2ndForm& editor = *frmCard2nd;
   In(editor.cmdGetType, [] {
-    Retype(frmCardType->txtUL, QStringLiteral("RUIN"));
-    Retype(frmCardType->txtNr, QStringLiteral("6"));
+    Retype(frmCardType->txtUL, "RUIN");
+    Retype(frmCardType->txtNr, "6");
     ClickOn(frmCardType->cmdNew);
-    ClickEntry(frmCardType->lvType, EntryOf(frmCardType->lvType, QStringLiteral("RUIN")));
+    ClickEntry(frmCardType->lvType, "RUIN");
     ClickOn(frmCardType->cmdOK);
   });
   EXPECT_EQ(Card("CardTypeID"), "7");
@@ -62,13 +62,13 @@ TEST_F(EditorDialogsTest, ATypeAddedAndChosenIsSeenAtOnce) {
   // Cancel leaves the card alone; the type that was locked to the set meanwhile is offered, one that is
   // locked to another set isn't.
   In(editor.cmdGetType, [] {
-    ClickEntry(frmCardType->lvType, EntryOf(frmCardType->lvType, QStringLiteral("LOCKED")));
+    ClickEntry(frmCardType->lvType, "LOCKED");
     ClickOn(frmCardType->cmdSet);
     ClickOn(frmCardType->cmdSet);
     ClickOn(frmCardType->cmdCancel);
   });
   EXPECT_EQ(Card("CardTypeID"), "7");
-  EXPECT_EQ(Entries(editor.cboType).filter(QStringLiteral("LOCKED")).size(), 1);
+  EXPECT_EQ(Entries(editor.cboType).filter("LOCKED").size(), 1);
   EXPECT_EQ(editor.cboType.Text(), "RUIN (6)");
   EXPECT_TRUE(dialogs_.boxes.empty());
 }
@@ -76,14 +76,13 @@ TEST_F(EditorDialogsTest, ATypeAddedAndChosenIsSeenAtOnce) {
 TEST_F(EditorDialogsTest, ABackAddedAndChosenIsSeenAtOnce) {
   Open(2);
   Card2ndForm& editor = *frmCard2nd;
-  const QString path =
-      database_.WriteFile(QStringLiteral("b.bmp"), TestDatabase::PlainPicture(150, 254, Rgb(1, 2, 3)));
+  const QString path = database_.WriteFile("b.bmp", TestDatabase::PlainPicture(150, 254, Rgb(1, 2, 3)));
   dialogs_.files = {path};
   In(editor.cmdGetCardBack, [] {
     ClickOn(frmCardBacks->cmdLoadPic);
-    Retype(frmCardBacks->txtBackText, QStringLiteral("Tide"));
+    Retype(frmCardBacks->txtBackText, "Tide");
     ClickOn(frmCardBacks->cmdNew);
-    ClickEntry(frmCardBacks->lvCardBack, EntryOf(frmCardBacks->lvCardBack, QStringLiteral("Tide")));
+    ClickEntry(frmCardBacks->lvCardBack, "Tide");
     ClickOn(frmCardBacks->cmdOK);
   });
   EXPECT_EQ(Card("CardBackID"), "7");
@@ -125,12 +124,12 @@ TEST_F(EditorDialogsTest, GoToShowsTheCardWithItsNewNumber) {
 TEST_F(EditorDialogsTest, TheDefaultsServeTheNextCard) {
   Open(2);
   In(frmCard2nd->cmdGetType, [] {
-    ClickEntry(frmCardType->lvType, EntryOf(frmCardType->lvType, QStringLiteral("FOE-")));
+    ClickEntry(frmCardType->lvType, "FOE-");
     ClickOn(frmCardType->cmdDefault);
     ClickOn(frmCardType->cmdCancel);
   });
   In(frmCard2nd->cmdGetCardBack, [] {
-    ClickEntry(frmCardBacks->lvCardBack, EntryOf(frmCardBacks->lvCardBack, QStringLiteral("Bright")));
+    ClickEntry(frmCardBacks->lvCardBack, "Bright");
     ClickOn(frmCardBacks->cmdDefault);
     ClickOn(frmCardBacks->cmdCancel);
   });

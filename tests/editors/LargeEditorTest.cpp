@@ -52,7 +52,7 @@ TEST_F(LargeEditorTest, TheHandleStopsAtItsLimits) {
 }
 
 TEST_F(LargeEditorTest, ResizeClosesTheFrameAroundThePicture) {
-  database_.Store(QStringLiteral("tblLargeCard"), 1, "Picture", TestDatabase::PlainPicture(40, 30, 0));
+  database_.Store("tblLargeCard", 1, "Picture", TestDatabase::PlainPicture(40, 30, 0));
   database_.Execute("UPDATE tblLargeCard SET PicTop = 300 WHERE Nr = 1");
   Form().UpdateDisplay();
   const struct {
@@ -70,7 +70,7 @@ TEST_F(LargeEditorTest, ResizeClosesTheFrameAroundThePicture) {
 }
 
 TEST_F(LargeEditorTest, TheCardOnShowIsComposedAndABrokenOneIsABox) {
-  database_.Store(QStringLiteral("tblLargeCard"), 2, "BGPicture", "no picture");
+  database_.Store("tblLargeCard", 2, "BGPicture", "no picture");
   Form().UpdateDisplay();
   ClickOn(Form().cmdCardbackLarge);
   EXPECT_EQ(dialogs_.file_dialogs[0].DialogTitle, "Choose card back");

@@ -64,8 +64,8 @@ class PictureFieldTest : public testing::TestWithParam<const EditorKind*>, prote
 
 TEST_P(PictureFieldTest, IsChosenAndRemoved) {
   const QByteArray bytes = TestDatabase::PlainPicture(40, 30, Rgb(5, 6, 7));
-  const QString file = database_.WriteFile(QStringLiteral("p.bmp"), bytes);
-  const QString broken = database_.WriteFile(QStringLiteral("no.bmp"), "no picture");
+  const QString file = database_.WriteFile("p.bmp", bytes);
+  const QString broken = database_.WriteFile("no.bmp", "no picture");
   for (const PictureField& field : FieldsOf(Editor())) {
     SCOPED_TRACE(field.column);
     const auto length = [&] { return Stored(QStringLiteral("LENGTH(%1)").arg(field.column)); };

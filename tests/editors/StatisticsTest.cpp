@@ -12,11 +12,11 @@ class StatisticsTest : public testing::Test {
  protected:
   // A set with some cards of each pair of a type and a back, and its report, "/" for a line break.
   QString Report(int edition, const std::vector<std::array<int, 3>>& cards, const char* second) {
-    const int set = database_.AddSet(QStringLiteral("Set"), edition);
+    const int set = database_.AddSet("Set", edition);
     Transaction transaction(modData::cn);
     for (const auto& [count, type, back] : cards) {
       for (int i = 0; i < count; ++i) {
-        const int card = database_.AddCard(set, 1, QStringLiteral("Card"));
+        const int card = database_.AddCard(set, 1, "Card");
         database_.Execute(
             QStringLiteral(
                 "UPDATE tblCard SET CardTypeID = %1, CardBackID = %2, Copies = 5 WHERE CardID = %3")
@@ -28,7 +28,7 @@ class StatisticsTest : public testing::Test {
     transaction.Commit();
     database_.SelectSet(set);
     ShowStatistics(second);
-    return dialogs_.LastPrompt().replace(QStringLiteral("\r\n"), QStringLiteral("/"));
+    return dialogs_.LastPrompt().replace("\r\n", "/");
   }
 
   TestDatabase database_;
@@ -38,8 +38,8 @@ class StatisticsTest : public testing::Test {
 
 TEST_F(StatisticsTest, CountsByNameBiggestFirst) {
   database_.Execute(
-      QStringLiteral("INSERT INTO tblCardType VALUES (20, 'EVENT', '', 'other', '', '9', 1, 2, 0, 0), "
-                     "(21, 'Bare', NULL, '', '', '', 1, 2, 0, 0)"));
+      "INSERT INTO tblCardType VALUES (20, 'EVENT', '', 'other', '', '9', 1, 2, 0, 0), "
+      "(21, 'Bare', NULL, '', '', '', 1, 2, 0, 0)");
   EXPECT_EQ(Report(2, {}, "LowerLeft"),
             "0 number of cards in set.///0 number of types used.////0 number of sets used./");
   EXPECT_EQ(dialogs_.boxes[0].title, "Cards used in set");
@@ -62,9 +62,8 @@ TEST_F(StatisticsTest, TheThirdEditionGoesByUpperRight) {
 }
 
 TEST_F(StatisticsTest, AHalfGoesUp) {
-  EXPECT_TRUE(
-      Report(2, {{29, 1, 1}, {171, 2, 1}}, "LowerLeft").contains(QStringLiteral("29 - EVENT  (15%)")));
-  EXPECT_TRUE(Report(2, {{1, 1, 1}, {199, 2, 1}}, "LowerLeft").contains(QStringLiteral("1 - EVENT  (1%)")));
+  EXPECT_TRUE(Report(2, {{29, 1, 1}, {171, 2, 1}}, "LowerLeft").contains("29 - EVENT  (15%)"));
+  EXPECT_TRUE(Report(2, {{1, 1, 1}, {199, 2, 1}}, "LowerLeft").contains("1 - EVENT  (1%)"));
 }
 
 }  // namespace

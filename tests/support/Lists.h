@@ -55,4 +55,9 @@ inline int EntryOf(const ListView& list, const QString& text) {
   return static_cast<int>(Column(list, 0).indexOf(text));
 }
 
+// The first entry with a text.
+inline void ClickEntry(const ListView& list, const char* text) {
+  ClickEntry(list, EntryOf(list, text));
+}
+
 }  // namespace orv
