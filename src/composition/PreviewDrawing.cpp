@@ -32,8 +32,7 @@ std::int32_t KeyOrNone(const Field& field) {
 }
 
 void FindByKey(Recordset& rows, const char* key, std::int32_t value) {
-  rows.MoveFirst();
-  rows.Find(QStringLiteral("%1 = %2").arg(QLatin1String(key)).arg(value));
+  rows.FindFirst(QStringLiteral("%1 = %2").arg(QLatin1String(key)).arg(value));
 }
 
 void DrawInSteps(std::initializer_list<std::function<void()>> steps) {

@@ -138,8 +138,7 @@ void RecordEditor::UpdateDisplay() {
   if (rows.IsBOF() || rows.IsEOF()) rows.MoveFirst();
   const std::int32_t key = rows[kind_.key].Int32();
   rows.MoveLast();
-  rows.MoveFirst();
-  rows.Find(QStringLiteral("%1 = %2").arg(QLatin1String(kind_.key)).arg(key));
+  rows.FindFirst(QStringLiteral("%1 = %2").arg(QLatin1String(kind_.key)).arg(key));
   cmdCardNav_Click(-1);
 }
 
@@ -188,8 +187,7 @@ void RecordEditor::Delete() {
   }
   rows.MoveLast();
   const int last = rows["Nr"].Int16();
-  rows.MoveFirst();
-  rows.Find(QStringLiteral("Nr = %1").arg(deleted));
+  rows.FindFirst(QStringLiteral("Nr = %1").arg(deleted));
   if (rows.IsEOF()) rows.MoveLast();
   DrawRecord();
   ShowCard();
@@ -202,8 +200,7 @@ void RecordEditor::CloseGap(int deleted) {
   Recordset& rows = kind_.rows;
   if (rows.IsEmpty()) return;
   for (int number = deleted + 1;; ++number) {
-    rows.MoveFirst();
-    rows.Find(QStringLiteral("Nr = %1").arg(number));
+    rows.FindFirst(QStringLiteral("Nr = %1").arg(number));
     if (rows.IsEOF()) return;
     rows["Nr"] = number - 1;
   }

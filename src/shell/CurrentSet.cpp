@@ -23,6 +23,12 @@ Picture SymbolOfSet() {
   return scratch.Picture();
 }
 
+// An editor that is loaded now shows the current set by that.
+template <class T>
+void Follow(FormInstance<T>& editor, void (*initialise)()) {
+  editor.IsLoaded() ? initialise() : editor.Load();
+}
+
 }  // namespace
 
 void MakeSetCurrent(std::int16_t set_id) {
@@ -35,9 +41,9 @@ void MakeSetCurrent(std::int16_t set_id) {
 }
 
 void EditorsFollowSet() {
-  frmCard2nd->InitCard2nd();
-  frmCharacter2nd->Initialise();
-  frmLarge2nd->InitLarge2nd();
+  Follow(frmCard2nd, [] { frmCard2nd->InitCard2nd(); });
+  Follow(frmCharacter2nd, [] { frmCharacter2nd->Initialise(); });
+  Follow(frmLarge2nd, [] { frmLarge2nd->InitLarge2nd(); });
 }
 
 }  // namespace orv

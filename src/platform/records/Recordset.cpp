@@ -80,6 +80,9 @@ void Recordset::MovePrevious() {
 void Recordset::Find(const QString& criterion) {
   Open(impl_).Find(criterion);
 }
+void Recordset::FindFirst(const QString& criterion) {
+  Open(impl_).FindFirst(criterion);
+}
 void Recordset::SetFilter(const QString& criterion) {
   Open(impl_).SetFilter(criterion);
 }

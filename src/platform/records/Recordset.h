@@ -93,6 +93,8 @@ class Recordset {
   // "SetID = 3", "Nr = 5" or "Title = 'x'"; EOF if there is none. On an editable recordset it is one
   // query and no walk, in the order of the keys, knowing only these. RuntimeError 3021 without rows.
   void Find(const QString& criterion);
+  // MoveFirst and Find in one.
+  void FindFirst(const QString& criterion);
 
   // On a snapshot: only the rows that meet a criterion; the empty text shows all again. Goes to the
   // first row that is left, or to EOF.

@@ -53,8 +53,18 @@ void RecordsetImpl::MovePrevious() {
 void RecordsetImpl::Find(const QString& criterion) {
   CheckOpen();
   Post();
+  FindFrom(std::max(position_, 0), criterion);
+}
+
+void RecordsetImpl::FindFirst(const QString& criterion) {
+  CheckOpen();
+  Post();
+  FindFrom(0, criterion);
+}
+
+void RecordsetImpl::FindFrom(int position, const QString& criterion) {
   if (RecordCount() == 0) throw RuntimeError(kErrNoCurrentRecord);
-  const int found = Search(criterion, std::max(position_, 0));
+  const int found = Search(criterion, position);
   Step(found < 0 ? Size() : found, 1);
 }
 

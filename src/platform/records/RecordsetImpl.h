@@ -25,6 +25,7 @@ class RecordsetImpl {
   void MoveNext();
   void MovePrevious();
   void Find(const QString& criterion);
+  void FindFirst(const QString& criterion);
   virtual void SetFilter(const QString& criterion) = 0;
 
   int ColumnIndex(const QString& name) const;  // RuntimeError 3265
@@ -47,6 +48,7 @@ class RecordsetImpl {
   void SetColumnNames(const QStringList& names);
   void CheckOpen() const;     // RuntimeError 91
   void CheckCurrent() const;  // RuntimeError 3021 without a current row
+  void FindFrom(int position, const QString& criterion);
   // The nearest position from `position` on that has a row, or the end on that side. False at an end.
   bool Step(int position, int direction);
 

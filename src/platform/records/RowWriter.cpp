@@ -43,18 +43,26 @@ bool RowWriter::Update(std::int64_t key, const RowChange& change) {
 }
 
 // Compares with the row in the file: where nothing differs, no row is touched and nothing is written.
-int RowWriter::UpdateShort(std::int64_t key, const Part& part) {
+const QString& RowWriter::UpdateStatement(const Part& part) {
+  std::vector<int> columns;
+  for (const auto& entry : part) columns.push_back(entry->first);
+  if (columns == updated_) return update_statement_;
   QStringList assignments, differences;
-  for (size_t i = 0; i < part.size(); ++i) {
-    const QString column = QuotedName(Column(part[i]->first).column);
+  for (size_t i = 0; i < columns.size(); ++i) {
+    const QString column = QuotedName(Column(columns[i]).column);
     assignments.append(QStringLiteral("%1 = ?%2").arg(column).arg(i + 1));
     differences.append(QStringLiteral("%1 IS NOT ?%2").arg(column).arg(i + 1));
   }
-  StatementUse statement(*connection_,
-                         QStringLiteral("UPDATE %1 SET %2 WHERE %3 = ?%4 AND (%5)")
-                             .arg(QuotedName(shape_.key.table), assignments.join(QStringLiteral(", ")),
-                                  QuotedName(shape_.key.column), QString::number(part.size() + 1),
-                                  differences.join(QStringLiteral(" OR "))));
+  update_statement_ = QStringLiteral("UPDATE %1 SET %2 WHERE %3 = ?%4 AND (%5)")
+                          .arg(QuotedName(shape_.key.table), assignments.join(QStringLiteral(", ")),
+                               QuotedName(shape_.key.column), QString::number(part.size() + 1),
+                               differences.join(QStringLiteral(" OR ")));
+  updated_ = std::move(columns);
+  return update_statement_;
+}
+
+int RowWriter::UpdateShort(std::int64_t key, const Part& part) {
+  StatementUse statement(*connection_, UpdateStatement(part));
   int parameter = 0;
   for (const auto& entry : part) statement->Bind(++parameter, entry->second);
   statement->Bind(++parameter, Value(static_cast<long long>(key)));

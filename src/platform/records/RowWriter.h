@@ -33,11 +33,15 @@ class RowWriter {
   const ResultColumn& Column(int index) const { return shape_.columns[static_cast<size_t>(index)]; }
   void Divide(const RowChange& change, Part* short_part, Part* long_part) const;
   int UpdateShort(std::int64_t key, const Part& part);
+  const QString& UpdateStatement(const Part& part);
   std::int64_t InsertShort(const Part& part);
   void WriteLong(std::int64_t key, const ResultColumn& column, const Value& value);
 
   std::shared_ptr<Connection::Impl> connection_;
   const QueryShape& shape_;
+  // The columns of the last short update and its statement: a form writes the same ones again and again.
+  std::vector<int> updated_;
+  QString update_statement_;
 };
 
 }  // namespace orv

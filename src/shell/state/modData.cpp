@@ -60,8 +60,7 @@ bool RecordExists(const QString& sql) {
 
 void FindSet(std::int32_t set_id) {
   if (rsSet.IsEmpty()) return;
-  rsSet.MoveFirst();
-  rsSet.Find(QStringLiteral("SetID = %1").arg(set_id));
+  rsSet.FindFirst(QStringLiteral("SetID = %1").arg(set_id));
 }
 
 }  // namespace orv::modData
