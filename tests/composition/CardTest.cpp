@@ -65,10 +65,7 @@ TEST_P(CardTest, AFrontHasTheInsideSizeAndNothingOfTheCardBefore) {
 TEST_P(CardTest, ABackgroundLeavesTheColourWhereItIsSmaller) {
   Set("UsePicture", false);
   Set("Background", TestDatabase::GradientPicture(100, 120));
-  const Picture card = Compose();
-  EXPECT_EQ(PixelAt(card, 99, 119), GradientAt(99, 119));
-  EXPECT_EQ(PixelAt(card, 100, 119), kCardColour);
-  EXPECT_EQ(PixelAt(card, 99, 120), kCardColour);
+  ExpectPixels(Compose(), {{99, 119, GradientAt(99, 119)}, {100, 119, kCardColour}, {99, 120, kCardColour}});
 }
 
 // Pixels from the standard frame's corner.
@@ -116,23 +113,16 @@ TEST_P(CardTest, PictureArea) {
 
 TEST_P(CardTest, TheFramesHeightIsTheRecords) {
   Set("PicHeight", 50);
-  const Picture card = Compose();
-  EXPECT_EQ(PixelAt(card, Frame().left + 5, Frame().top + 49), kBlack);
-  EXPECT_EQ(PixelAt(card, Frame().left + 5, Frame().top + 50), kCardColour);
+  ExpectPixels(Compose(), {{5, 49, kBlack}, {5, 50, kCardColour}}, Frame().left, Frame().top);
 }
 
 TEST_P(CardTest, SymbolStandsInTheLowerLeftCorner) {
-  Surface symbol;
-  symbol.Place(0, 0, 9, 7);
-  symbol.SetBackColor(Rgb(200, 0, 0));
-  modData::SetSymbol = symbol.Image();
+  modData::SetSymbol = LoadPicture(TestDatabase::PlainPicture(9, 7, Rgb(200, 0, 0)));
+  const Picture plain = Compose();
   SetOption("UseSymbol", true);
   const Picture card = Compose();
-  const int bottom = card.Height() - 1;
-  EXPECT_EQ(PixelAt(card, 0, bottom), Rgb(200, 0, 0));
-  EXPECT_EQ(PixelAt(card, 8, bottom - 6), Rgb(200, 0, 0));
-  EXPECT_EQ(PixelAt(card, 8, bottom - 7), kCardColour);
-  EXPECT_EQ(PixelAt(card, 9, bottom), kCardColour);
+  EXPECT_EQ(Difference(plain, card), QRect(0, card.Height() - 7, 9, 7));
+  EXPECT_EQ(PixelAt(card, 8, card.Height() - 7), Rgb(200, 0, 0));
 }
 
 TEST_P(CardTest, RuleTextFollowsTheBoldLineAndThePicture) {
@@ -167,7 +157,7 @@ TEST_P(CardTest, NumberIsCentredAndAutonumberEndsAtItsRight) {
 }
 
 TEST_P(CardTest, ABrokenPictureOrAMissingBackIsABoxAndTheRestIsComposed) {
-  Set("Picture", "this is no picture");
+  Set("Picture", QByteArray("this is no picture"));
   const Picture card = Compose();
   ASSERT_EQ(dialogs_.boxes.size(), 1u);
   EXPECT_EQ(dialogs_.boxes[0].prompt, "Error while drawing the card.\r\n\r\n481, Invalid picture");
