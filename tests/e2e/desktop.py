@@ -1,5 +1,6 @@
 """A display of its own for one program, and a user at its keyboard and mouse."""
 
+import copy
 import os
 import shutil
 import sqlite3
@@ -12,6 +13,11 @@ TWIPS = 15  # to a pixel
 
 class Failure(Exception):
     pass
+
+
+def check(true, what):
+    if not true:
+        raise Failure(what)
 
 
 def wait_for(what, condition, limit=LIMIT):
@@ -99,12 +105,15 @@ class Display:
 class Program:
     """The program in a folder of its own, with its database and settings."""
 
+    started = []  # every process
+
     def __init__(self, display, executable, database, folder):
         self.display = display
         self.folder = folder
         self.process = None
         self.executable = shutil.copy(executable, os.path.join(folder, "orv"))
         self.database = os.path.join(folder, "orv.mdb")
+        self.log_path = os.path.join(folder, "log")
         shutil.copyfile(database, self.database)
         settings = os.path.join(folder, "settings", "ORV2")
         os.makedirs(settings)
@@ -119,13 +128,28 @@ class Program:
                        "XDG_CONFIG_HOME": os.path.join(self.folder, "settings"),
                        "HOME": os.path.join(self.folder, "home")}
         environment.pop("QT_SCALE_FACTOR", None)
-        with open(os.path.join(self.folder, "log"), "ab") as log:
+        with open(self.log_path, "ab") as log:
             self.process = subprocess.Popen([self.executable], env=environment, stdout=log, stderr=log)
+        Program.started.append(self.process)
+
+    def beside(self):
+        """Another one on the same files."""
+        return copy.copy(self)
+
+    def log(self):
+        with open(self.log_path, encoding="utf-8", errors="replace") as log:
+            return log.read()
 
     def kill(self):
         if self.process is not None and self.process.poll() is None:
             self.process.kill()
             self.process.wait()
+
+    @classmethod
+    def kill_all(cls):
+        for process in cls.started:
+            process.kill()
+            process.wait()
 
     def rows(self, query, *values):
         uri = f"file:{self.database}?mode=ro"

@@ -99,7 +99,7 @@ QString FamilyFor(const QString& face) {
 
 struct TextFace::Impl {
   struct Glyph {
-    QImage mask;  // coverage, 8 bits, no larger than its ink
+    QImage mask;   // coverage, 8 bits, no larger than its ink
     int left = 0;  // of the mask, from the cell's corner
     int top = 0;
     int advance = 0;

@@ -1,12 +1,39 @@
 #include "records/Sqlite.h"
 
+#include <unistd.h>
+
+#include <QFile>
+#include <cerrno>
+#include <cstring>
+
+#include "base/Files.h"
 #include "base/RuntimeError.h"
 
 namespace orv {
 
+namespace {
+
+QString Told(sqlite3* database, int code) {
+  return QString::fromUtf8(database != nullptr ? sqlite3_errmsg(database) : sqlite3_errstr(code));
+}
+
+// What the system says against it, in brackets: what it told SQLite, or else why no journal can be made in
+// the file's folder. Of a file that can't be opened SQLite keeps the outcome of its last try alone.
+QString ToldBySystem(sqlite3* database, int code) {
+  if (database == nullptr) return {};
+  int reason = 0;
+  if ((code & 0xFF) == SQLITE_IOERR) {
+    reason = sqlite3_system_errno(database);
+  } else if (const char* file = sqlite3_db_filename(database, "main"); file != nullptr && *file != '\0') {
+    const QByteArray folder = QFile::encodeName(FolderPart(QFile::decodeName(file)));
+    if (::access(folder.constData(), W_OK) != 0) reason = errno;
+  }
+  return reason == 0 ? QString() : QStringLiteral(" (%1)").arg(QString::fromLocal8Bit(std::strerror(reason)));
+}
+
+}  // namespace
+
 void ThrowDatabaseError(sqlite3* database, int code) {
-  const QString cause =
-      QString::fromUtf8(database != nullptr ? sqlite3_errmsg(database) : sqlite3_errstr(code));
   switch (code & 0xFF) {
     case SQLITE_FULL:
       throw RuntimeError(kErrDiskFull);
@@ -15,13 +42,15 @@ void ThrowDatabaseError(sqlite3* database, int code) {
     case SQLITE_READONLY:
     case SQLITE_CANTOPEN:
     case SQLITE_PERM:
-      throw RuntimeError(kErrPathFileAccess, QStringLiteral("Path/File access error: %1").arg(cause));
+    case SQLITE_IOERR:
+      throw RuntimeError(kErrPathFileAccess, QStringLiteral("Path/File access error: ") +
+                                                 Told(database, code) + ToldBySystem(database, code));
     case SQLITE_BUSY:
     case SQLITE_LOCKED:
       throw RuntimeError(kErrPermissionDenied,
                          QStringLiteral("Permission denied: another program is using the database"));
     default:
-      throw RuntimeError(kErrDatabase, QStringLiteral("Database error: %1").arg(cause));
+      throw RuntimeError(kErrDatabase, QStringLiteral("Database error: ") + Told(database, code));
   }
 }
 

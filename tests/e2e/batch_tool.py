@@ -1,0 +1,228 @@
+#!/usr/bin/env python3
+"""Runs the batch tool over good, bad and impossible input.
+
+usage: batch_tool.py TOOL DATABASE
+"""
+
+import contextlib
+import os
+import shutil
+import sqlite3
+import subprocess
+import sys
+import tempfile
+import time
+
+from bitmap import read_bitmap
+from desktop import Failure, check
+from small_disk import SmallDisk, enter_own_mounts
+
+SET = "The Saltwind Coast"
+LIMIT = 120  # seconds for a run on a busy machine
+SUFFIXES = {"BMP": "BMP3", "JPG": "JPEG", "GIF": "GIF"}  # and what another program calls the format
+
+
+class Batch:
+    """The tool, a copy of the database, and a folder to write to."""
+
+    def __init__(self, tool, database, folder):
+        self.tool = tool
+        self.folder = folder
+        self.database = os.path.join(folder, "orv.mdb")
+        self.out = os.path.join(folder, "out")
+        os.makedirs(folder, exist_ok=True)
+        shutil.copyfile(database, self.database)
+        self.change("UPDATE tblSet SET FileCardNr = 0, ReplaceSpace = 0, NoBack = 0, FilenamePrefix = ''")
+
+    def change(self, *statements):
+        with contextlib.closing(sqlite3.connect(self.database)) as connection, connection:
+            for statement in statements:
+                connection.execute(statement)
+
+    def value(self, query):
+        with contextlib.closing(sqlite3.connect(self.database)) as connection:
+            return connection.execute(query).fetchone()[0]
+
+    def command(self, *options):
+        return [self.tool, "--database", self.database, "--set", SET, "--to", self.out, *options]
+
+    def run(self, *options, make_folder=True):
+        if make_folder:
+            os.makedirs(self.out, exist_ok=True)
+        return run(self.command(*options))
+
+    def files(self):
+        return sorted(os.listdir(self.out))
+
+    def check_database(self):
+        check(self.value("PRAGMA integrity_check") == "ok", "the database is damaged")
+
+
+class Result:
+    def __init__(self, done):
+        self.status = done.returncode
+        self.lines = done.stdout.splitlines()
+        self.errors = done.stderr
+
+    def expect(self, status, *errors):
+        check(self.status == status, f"status {self.status} in place of {status}: {self.errors}")
+        for error in errors:
+            check(error in self.errors, f"{error!r} is not in {self.errors!r}")
+        return self
+
+
+def run(command):
+    return Result(subprocess.run(command, text=True, capture_output=True, check=False, timeout=LIMIT))
+
+
+def few_cards(batch, count):
+    batch.change(f"DELETE FROM tblCard WHERE SetID = 1 AND Nr > {count}")
+
+
+def test_usage(batch):
+    good = ["--database", batch.database, "--set", SET, "--to", batch.out]
+    table = [
+        ([], 2, "--database is needed"),
+        (good[:4], 2, "--to is needed"),
+        ([*good, "more"], 2, "Unknown argument: more"),
+        ([*good, "--format", "TIFF"], 2, "Unknown format: TIFF"),
+        ([*good, "--nonsense"], 2, "nonsense"),
+        (["--database", batch.database, "--set", "None such", "--to", batch.out], 2,
+         'There is no set of the name "None such". The sets are: The Saltwind Coast, The Winter Roads'),
+        (["--database", batch.database + "x", "--list"], 1, "is missing or is no database"),
+    ]
+    for arguments, status, error in table:
+        run([batch.tool, *arguments]).expect(status, error)
+    listed = run([batch.tool, "--database", batch.database, "--list"]).expect(0)
+    check(listed.lines == [SET, "The Winter Roads"], f"sets: {listed.lines}")
+    check("--underline" in "".join(run([batch.tool, "--help"]).expect(0).lines), "no help")
+    text = os.path.join(batch.folder, "text.mdb")
+    shutil.copyfile(__file__, text)
+    run([batch.tool, "--database", text, "--set", SET, "--to", batch.out]).expect(1, "is no database")
+    with open(text, "rb") as file, open(__file__, "rb") as original:
+        check(file.read() == original.read(), "a file that is no database was changed")
+
+
+def test_formats(batch):
+    """Another program reads every file, and finds its size."""
+    few_cards(batch, 2)
+    kinds = {"C2": "304x256", "CH2": "608x256", "PP2": "304x256", "LC2": "608x256"}
+    for name, known_as in SUFFIXES.items():
+        result = batch.run("--format", name).expect(0)
+        files = [file for file in batch.files() if file.endswith(name)]
+        check(result.lines[-1] == f"{len(files)} written, 0 replaced by a later one, 0 without a file", result.lines[-1])
+        check(sorted(result.lines[:-1]) == [os.path.join(batch.out, file) for file in files], "the files told")
+        for file in files:
+            told = subprocess.run(["identify", "-format", "%m %wx%h", os.path.join(batch.out, file)], text=True,
+                                  capture_output=True, check=True).stdout
+            check(told == f"{known_as} {kinds[file.split()[0]]}", f"{file}: {told}")
+
+
+def test_options(batch):
+    few_cards(batch, 1)
+    title = batch.value("SELECT Title FROM tblCard WHERE SetID = 1 AND Nr = 1")
+    result = batch.run("--cards", "--number", "--prefix", "My set", "--underline", "--no-back", "--format", "bmp")
+    result.expect(0)
+    name = f"My set C2 001 {title}.BMP".replace(" ", "_")
+    check(batch.files() == [name], f"files: {batch.files()}")
+    width, height, _ = read_bitmap(os.path.join(batch.out, name))
+    check((width, height) == (152, 256), f"a front alone is {width} by {height}")
+    stored = batch.value("SELECT SaveTo || FilenamePrefix || FileCardNr || NoBack || ReplaceSpace FROM tblSet WHERE SetID = 1")
+    check(stored == batch.out + "My set-1-1-1", f"stored options: {stored}")
+
+
+def test_bad_records(batch):
+    """Each is told, the others are written, and no card goes missing unseen."""
+    few_cards(batch, 9)
+    bad = ["Picture = x'00112233'", "CardTypeID = 9999", "CardBackID = 9999", "Title = 'a/b'", "Title = 'say \"x\"'",
+           "Title = 'Twin'", "Title = 'Twin'"]
+    batch.change(*(f"UPDATE tblCard SET FileName = '', {change} WHERE SetID = 1 AND Nr = {number}"
+                   for number, change in enumerate(bad, 2)))
+    result = batch.run("--cards", "--format", "BMP").expect(
+        1, "Cannot draw picture correct: Error while drawing the card. 481, Invalid picture",
+        "Cannot draw picture correct: Error while drawing the card. 3021, No current record", "Saving the card 2nd.: Something went wrong.",
+        "No file for C2 a/b", 'No file for C2 say "x"', "C2 Twin has replaced the file of C2 Twin")
+    check(result.errors.count("Cannot draw picture correct") == 3, f"boxes of drawing: {result.errors}")
+    check(result.lines[-1] == "7 written, 1 replaced by a later one, 2 without a file", result.lines[-1])
+    for name in batch.files():
+        read_bitmap(os.path.join(batch.out, name))
+    check(len(batch.files()) == 6, f"files: {batch.files()}")
+    batch.check_database()
+
+
+def test_no_folder(batch):
+    few_cards(batch, 3)
+    batch.run("--cards", make_folder=False).expect(1, "Something went wrong.")
+    check(not os.path.exists(batch.out), "the folder was made")
+
+
+def test_killed(batch):
+    """Wherever a run is ended by force, each file under a card's name is whole."""
+    os.makedirs(batch.out)
+    for seconds in (0, 0.03, 0.07):
+        process = subprocess.Popen(batch.command("--format", "BMP"), stdout=subprocess.PIPE, text=True)
+        process.stdout.readline()
+        time.sleep(seconds)
+        process.kill()
+        process.communicate()
+        for name in batch.files():
+            if not name.startswith("."):
+                read_bitmap(os.path.join(batch.out, name))
+        batch.check_database()
+    batch.run("--format", "BMP").expect(0)
+
+
+def test_full_disk(batch):
+    few_cards(batch, 12)
+    for name, kilobytes in (("BMP", 700), ("JPG", 120), ("GIF", 120)):
+        with SmallDisk(batch.out, kilobytes):
+            result = batch.run("--cards", "--format", name).expect(1, "Something went wrong.")
+            files = batch.files()
+            check(0 < len(files) < 12, f"{len(files)} files on the small disk")
+            check(all(file.endswith(name) for file in files), f"left behind: {files}")
+            check(result.errors.count("No file for") == 12 - len(files), result.errors)
+            for file in files:
+                subprocess.run(["identify", os.path.join(batch.out, file)], check=True, stdout=subprocess.DEVNULL)
+        os.rmdir(batch.out)
+        batch.check_database()
+
+
+def test_read_only_folder(batch):
+    few_cards(batch, 3)
+    with SmallDisk(batch.out, 2000) as disk:
+        disk.make_read_only()
+        result = batch.run("--cards").expect(1, "Something went wrong.")
+        check(result.errors.count("No file for") == 3, result.errors)
+    batch.check_database()
+
+
+def test_full_disk_of_the_database(batch):
+    size = os.path.getsize(batch.database) // 1024
+    with SmallDisk(os.path.join(batch.folder, "home"), size + 64) as disk:
+        inner = Batch(batch.tool, batch.database, disk.folder)
+        inner.out = batch.out
+        disk.fill()
+        inner.run("--cards").expect(1, "Disk full")
+        inner.check_database()
+        check(inner.files() == [], "written without its options stored")
+
+
+def main():
+    tool, database = map(os.path.abspath, sys.argv[1:])
+    tests = [test_usage, test_formats, test_options, test_bad_records, test_no_folder, test_killed]
+    if enter_own_mounts():
+        tests += [test_full_disk, test_read_only_folder, test_full_disk_of_the_database]
+    else:
+        print("not tried, for nothing can be mounted here: full and read-only disks")
+    for test in tests:
+        with tempfile.TemporaryDirectory() as folder:
+            try:
+                test(Batch(tool, database, os.path.join(folder, "batch")))
+            except Failure as failure:
+                print(f"{test.__name__}: {failure}", file=sys.stderr)
+                return 1
+    return 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

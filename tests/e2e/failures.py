@@ -1,0 +1,172 @@
+#!/usr/bin/env python3
+"""The disk and other programs fail the running program; no edit made before may be lost.
+
+usage: failures.py EXECUTABLE DATABASE
+"""
+
+import contextlib
+import os
+import shutil
+import sqlite3
+import sys
+import tempfile
+
+from desktop import Display, Failure, Program, check, wait_for
+from small_disk import SmallDisk, enter_own_mounts
+
+MAIN = "Varnholt Set Creator"
+ERROR = "Varnholt Card Set Creator"
+CARDS = (48, 15)  # the toolbar's button of the card editor, in pixels
+TITLE = "SELECT Title FROM tblCard WHERE SetID = 1 AND Nr = ?"
+
+
+class Window:
+    """One running program with its card editor in view, on the first card of the first set."""
+
+    def __init__(self, display, program):
+        self.display = display
+        self.program = program
+        others = self.windows()
+        program.start()
+        self.window = wait_for("the window", lambda: next(iter(self.windows() - others), None))
+        self.focus()
+        display.click(self.window, *CARDS)
+        display.key("alt+t")
+
+    def windows(self):
+        return set(self.display.xdotool("search", "--onlyvisible", "--name", f"^{MAIN}$", check=False).split())
+
+    def focus(self):
+        self.display.xdotool("windowfocus", "--sync", self.window)
+
+    def type(self, text, number=1):
+        """Replaces the title and waits until it is stored."""
+        self.focus()
+        self.display.key("ctrl+a")
+        self.display.type(text)
+        self.program.wait_value(text, TITLE, number)
+
+    def expect_error(self, number, words):
+        """A box tells the error; behind it the program ends."""
+        self.display.focus(ERROR)
+        told = self.program.log()
+        check(f"Run-time error '{number}':" in told and words in told, f"the error told is {told!r}")
+        self.display.key("Return")
+        wait_for("the end of the program", lambda: self.program.process.poll() is not None)
+        check(self.program.process.returncode == 1, f"status {self.program.process.returncode}")
+
+    def end(self):
+        self.program.kill()
+
+
+def fail(window, number, words, provoke, restore):
+    """An edit, a failure at the next key, and the edit found again by the next start."""
+    window.type("Before the failure")
+    undo = provoke()
+    window.focus()
+    window.display.key("x")
+    window.expect_error(number, words)
+    restore(undo)
+    check(window.program.value("PRAGMA integrity_check") == "ok", "the database is damaged")
+    found = window.program.value(TITLE, 1)
+    check(found == "Before the failure", f"after the failure the title reads {found!r}")
+    again = Window(window.display, window.program)
+    again.type("Behind the failure")
+    again.end()
+
+
+def test_full_disk(display, executable, database, folder):
+    kilobytes = (os.path.getsize(executable) + os.path.getsize(database)) // 1024 + 256
+    with SmallDisk(os.path.join(folder, "disk"), kilobytes) as disk:
+        window = Window(display, Program(display, executable, database, disk.folder))
+        fail(window, 61, "Disk full", disk.fill, os.remove)
+
+
+def test_no_journal(display, executable, database, folder):
+    window = Window(display, Program(display, executable, database, folder))
+    journal = window.program.database + "-journal"
+
+    def block():
+        os.mkdir(journal)
+        return journal
+
+    fail(window, 75, "Path/File access error: disk I/O error (Is a directory)", block, os.rmdir)
+
+
+def test_read_only_folder(display, executable, database, folder):
+    """The file alone can be written to, and so no edit can be made safe."""
+    with SmallDisk(os.path.join(folder, "disk"), 400000) as disk:
+        program = Program(display, executable, database, disk.folder)
+        shutil.move(program.database, folder)
+        disk.lend(os.path.join(folder, "orv.mdb"))
+        program.log_path = os.path.join(folder, "log")
+        window = Window(display, program)
+        fail(window, 75, "unable to open database file (Read-only file system)", disk.make_read_only,
+             lambda _: disk.make_writable())
+
+
+def test_locked(display, executable, database, folder):
+    """Another program that writes for long."""
+    window = Window(display, Program(display, executable, database, folder))
+
+    def lock():
+        other = sqlite3.connect(window.program.database, isolation_level=None)
+        other.execute("BEGIN IMMEDIATE")
+        return other
+
+    fail(window, 70, "another program is using the database", lock, sqlite3.Connection.close)
+
+
+def test_read_only_disk(display, executable, database, folder):
+    with SmallDisk(os.path.join(folder, "disk"), 400000) as disk:
+        program = Program(display, executable, database, disk.folder)
+        with open(program.database, "rb") as file:
+            before = file.read()
+        disk.make_read_only()
+        program.log_path = os.path.join(folder, "log")
+        program.start()
+        display.focus("Missing database")
+        display.key("Return")
+        wait_for("the end of the program", lambda: program.process.poll() is not None)
+        with open(program.database, "rb") as file:
+            check(file.read() == before, "a file on a read-only disk has changed")
+
+
+def test_two_programs(display, executable, database, folder):
+    """Both write to one file, and each edit is kept."""
+    program = Program(display, executable, database, folder)
+    first = Window(display, program)
+    second = Window(display, program.beside())
+    display.key("ctrl+n")
+    number = 1 + program.value("SELECT COUNT(*) - 1 FROM tblCard WHERE SetID = 1")
+    program.wait_value(f"CARD {number}", TITLE, number)
+    for text in ("One", "Two", "Three"):
+        first.type(text + " of the first")
+        second.type(text + " of the second", number)
+    check(program.value(TITLE, 1) == "Three of the first", "the first program's edit is lost")
+    first.end()
+    second.end()
+
+
+def main():
+    executable, database = map(os.path.abspath, sys.argv[1:])
+    tests = [test_no_journal, test_locked, test_two_programs]
+    if enter_own_mounts():
+        tests += [test_full_disk, test_read_only_folder, test_read_only_disk]
+    else:
+        print("not tried, for nothing can be mounted here: full and read-only disks")
+    for test in tests:
+        with tempfile.TemporaryDirectory() as folder, contextlib.closing(Display(1280, 1024)) as display:
+            try:
+                test(display, executable, database, folder)
+            except Failure as failure:
+                display.screenshot(os.path.abspath(f"{test.__name__}.png"))
+                print(f"{test.__name__}: {failure}", file=sys.stderr)
+                return 1
+            finally:
+                Program.kill_all()
+    return 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
