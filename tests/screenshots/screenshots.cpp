@@ -1,9 +1,10 @@
 // Makes a picture of each window, filled from a copy of the delivered database, without a display.
-// Usage: screenshots DATABASE FOLDER
+// Usage: screenshots DATABASE FOLDER [dark]
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QKeyEvent>
+#include <QPalette>
 #include <QTemporaryDir>
 #include <QWidget>
 
@@ -91,15 +92,25 @@ int GrabAll() {
   return 0;
 }
 
+// As a desktop with light letters on dark ground has it.
+QPalette DarkPalette() {
+  QPalette palette(QColor(53, 53, 53), QColor(42, 42, 42));
+  palette.setColor(QPalette::Base, QColor(35, 35, 35));
+  palette.setColor(QPalette::AlternateBase, QColor(45, 45, 45));
+  palette.setColor(QPalette::Highlight, QColor(42, 130, 218));
+  return palette;
+}
+
 }  // namespace
 }  // namespace orv
 
 int main(int argc, char** argv) {
   using namespace orv;
-  if (argc != 3) return 2;
+  if (argc < 3 || argc > 4) return 2;
   const QTemporaryDir home;
   qputenv("XDG_CONFIG_HOME", home.path().toUtf8());
   Application application(argc, argv, Application::Offscreen);
+  if (argc == 4) QApplication::setPalette(DarkPalette());
   InitIcons();
   QFile::copy(QString::fromLocal8Bit(argv[1]), home.filePath(QStringLiteral("orv.mdb")));
   App::SetPath(home.path());

@@ -29,6 +29,29 @@ QString NameOf(QStyle::StandardPixmap which) {
   }
 }
 
+// The line around a field, which is to be seen on a dark ground too.
+QColor Outline(const QPalette& palette) {
+  const QColor ground = palette.window().color();
+  return ground.lightness() < 128 ? ground.lighter(220) : ground.darker(140);
+}
+
+// A line of one pixel inside a rectangle, whole at every scale of the screen.
+void DrawEdges(QPainter& painter, const QRect& rect, const QColor& colour) {
+  painter.fillRect(rect.left(), rect.top(), rect.width(), 1, colour);
+  painter.fillRect(rect.left(), rect.bottom(), rect.width(), 1, colour);
+  painter.fillRect(rect.left(), rect.top(), 1, rect.height(), colour);
+  painter.fillRect(rect.right(), rect.top(), 1, rect.height(), colour);
+}
+
+void DrawRounded(QPainter& painter, const QRect& rect, double radius, const QColor& colour) {
+  painter.save();
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(colour);
+  painter.setBrush(Qt::NoBrush);
+  painter.drawRoundedRect(QRectF(rect).adjusted(0.5, 0.5, -0.5, -0.5), radius, radius);
+  painter.restore();
+}
+
 class Style : public QProxyStyle {
  public:
   Style() : QProxyStyle(QStringLiteral("Fusion")) {}
@@ -39,6 +62,20 @@ class Style : public QProxyStyle {
     if (hint == SH_ComboBox_Popup) return 0;
     if (hint == SH_DialogButtonBox_ButtonsHaveIcons) return 0;
     return QProxyStyle::styleHint(hint, option, widget, data);
+  }
+
+  void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override {
+    const QColor outline = Outline(option->palette);
+    if (element == PE_Frame) return DrawEdges(*painter, option->rect, outline);
+    QProxyStyle::drawPrimitive(element, option, painter, widget);
+    const bool dark = outline.lightness() > option->palette.window().color().lightness();
+    if (!dark || option->state.testFlag(State_HasFocus)) return;
+    if (element == PE_FrameLineEdit || element == PE_IndicatorCheckBox) {
+      DrawRounded(*painter, option->rect, 2, outline);
+    } else if (element == PE_IndicatorRadioButton) {
+      DrawRounded(*painter, option->rect, option->rect.width() / 2.0, outline);
+    }
   }
 
   void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
