@@ -4,23 +4,11 @@
 #include <sqlite3.h>
 
 #include <QTemporaryDir>
-#include <memory>
 
-#include "base/RuntimeError.h"
 #include "records/Recordset.h"
+#include "support/Errors.h"
 
 namespace orv {
-
-// Number of the RuntimeError that an action ends with, 0 if it ends well.
-template <class Action>
-int ErrorOf(Action action) {
-  try {
-    action();
-  } catch (const RuntimeError& error) {
-    return error.Number();
-  }
-  return 0;
-}
 
 // A database of the delivered schema with a few rows, in a folder of its own.
 class Sample : public testing::Test {
@@ -36,6 +24,8 @@ class Sample : public testing::Test {
 
   // What another program does with the file, and its first result as a text ("~" for Null).
   QString Raw(const QString& sql) const;
+  // The title of the first card of Cards() in the file.
+  QString StoredTitle() const { return Raw("SELECT Title FROM tblCard WHERE CardID = 2"); }
 
   QTemporaryDir folder_;
   sqlite3* other_ = nullptr;
