@@ -303,7 +303,7 @@ void MasterForm::CreateAll() {
     MsgBox(QStringLiteral("Select a set first."), Icon::Exclamation, QStringLiteral("Create cards"));
     return;
   }
-  frmCard->Show();
+  frmCard->ShowBehind();
   frmCreate->ShowModal();
   frmCreate.Unload();
 }

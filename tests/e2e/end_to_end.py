@@ -271,9 +271,6 @@ class Walk:
         self.make_cards()
         self.choose_picture()
         self.create_cards()
-        # The window with the composed card lies in front: hide the editor, and show it over that.
-        self.toolbar("card")
-        self.toolbar("card")
         for seconds in (0, 0.002, 0.006):
             self.kill_while_typing(seconds)
             self.choose_set()

@@ -216,6 +216,16 @@ void Form::Show() {
   }
 }
 
+void Form::ShowBehind() {
+  if (impl_->child == nullptr || ChildArea() == nullptr) return Show();
+  if (impl_->child->isVisible()) return;
+  QMdiSubWindow* const active = ChildArea()->activeSubWindow();
+  PlaceFirst();
+  impl_->child->show();
+  impl_->child->lower();
+  if (active != nullptr) ChildArea()->setActiveSubWindow(active);
+}
+
 void Form::ShowModal() {
   if (impl_->loop != nullptr) return;
   QEventLoop loop;

@@ -37,8 +37,9 @@ class Form : public Container {
   void SetWindowState(int state);
 
   bool IsShown() const;
-  void Show();       // modeless; brings it to the front
-  void ShowModal();  // returns when the form is hidden or closed
+  void Show();        // modeless; brings it to the front
+  void ShowBehind();  // child, modeless: below the others and without the keyboard
+  void ShowModal();   // returns when the form is hidden or closed
   void Hide();
 
   // Main: puts a control of a fixed height over the area for children. In the order of the calls.
