@@ -1,0 +1,67 @@
+#include <gtest/gtest.h>
+
+#include <QAccessible>
+#include <QApplication>
+#include <QMdiSubWindow>
+#include <QWidget>
+
+#include "catalogues/frmCardBacks.h"
+#include "catalogues/frmCardType.h"
+#include "database/frmCR.h"
+#include "editors/frmCard2nd.h"
+#include "editors/frmCard3rd.h"
+#include "editors/frmCardList.h"
+#include "editors/frmCharacter2nd.h"
+#include "editors/frmLarge2nd.h"
+#include "output/frmCreate.h"
+#include "shell/frmMaster.h"
+#include "shell/frmSetName.h"
+#include "support/TestDatabase.h"
+
+namespace orv {
+namespace {
+
+QString NameOf(QWidget* widget) {
+  QAccessibleInterface* const told = QAccessible::queryAccessibleInterface(widget);
+  return told != nullptr ? told->text(QAccessible::Name) : QString();
+}
+
+// What the keyboard reaches in a form by Tab.
+std::vector<QWidget*> TabStops(const Form& form) {
+  std::vector<QWidget*> stops;
+  for (QWidget* widget : form.Handle()->window()->findChildren<QWidget*>()) {
+    const bool inner = widget->focusProxy() != nullptr || qobject_cast<QMdiSubWindow*>(widget) != nullptr ||
+                       widget->objectName().startsWith(QStringLiteral("qt_"));
+    if (!inner && widget->focusPolicy() & Qt::TabFocus && widget->isVisibleTo(form.Handle()->window()))
+      stops.push_back(widget);
+  }
+  return stops;
+}
+
+TEST(AccessibilityTest, WhateverTheKeyboardReachesHasAName) {
+  TestDatabase database;
+  const int set = database.AddSet(QStringLiteral("Set"), 2);
+  database.AddCard(set, 1, QStringLiteral("Card"));
+  database.AddCharacter(set, 1, QStringLiteral("Character"));
+  database.AddLargeCard(set, 1, QStringLiteral("Large"));
+  frmMaster->Show();
+  frmMaster->InitialiseSet();
+  frmCardList->FillList();
+  frmCardBacks->InitBacks(2);
+  frmSetName->Init(QStringLiteral("Set"), 1, 2);
+  Form* const forms[] = {&*frmMaster,   &*frmCard2nd,  &*frmCard3rd,  &*frmCharacter2nd,
+                         &*frmLarge2nd, &*frmCardList, &*frmCardType, &*frmCardBacks,
+                         &*frmSetName,  &*frmCreate,   &*frmCR};
+  for (Form* form : forms) {
+    form->Show();
+    const std::vector<QWidget*> stops = TabStops(*form);
+    EXPECT_GE(stops.size(), 3u) << form->Caption().toStdString();
+    for (QWidget* widget : stops) {
+      EXPECT_NE(NameOf(widget), QString())
+          << widget->metaObject()->className() << " in " << form->Caption().toStdString();
+    }
+  }
+}
+
+}  // namespace
+}  // namespace orv
