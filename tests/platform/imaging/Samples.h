@@ -72,6 +72,10 @@ class Wmf {
   Wmf& Record(int function, std::initializer_list<int> words, const QByteArray& rest = {});
   Wmf& Pen(int style, int width, QRgb colour);
   Wmf& Brush(QRgb colour);
+  Wmf& Select(int object) { return Record(0x012D, {object}); }
+  Wmf& Rectangle(int bottom, int right, int top, int left) {
+    return Record(0x041B, {bottom, right, top, left});
+  }
   Wmf& Window(int x, int y, int width, int height);
   QByteArray Unplaced(bool ended = true) const;
   QByteArray Placeable(const QRect& box, int units_per_inch) const;
