@@ -1,11 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <QAbstractButton>
-#include <QApplication>
-#include <QLineEdit>
-#include <QToolBar>
 #include <QToolButton>
-#include <QWheelEvent>
 
 #include "forms/Controls.h"
 #include "forms/Toolbar.h"
@@ -22,7 +18,7 @@ class ControlsTest : public testing::Test {
 
 TEST_F(ControlsTest, PlacesAreTwipsAndStatesAreTheControlsOwn) {
   Panel panel(window);
-  CommandButton button(panel, QStringLiteral("B"));
+  CommandButton button(panel, "B");
   button.Place(3360, 405, 615, 262);
   EXPECT_EQ(button.Handle()->geometry(), QRect(224, 27, 41, 17));
   panel.SetEnabled(false);
@@ -36,20 +32,18 @@ TEST_F(ControlsTest, PlacesAreTwipsAndStatesAreTheControlsOwn) {
   window.Open();
   EXPECT_FALSE(button.Enabled());
   EXPECT_FALSE(button.Visible());
-  button.SetTag(QStringLiteral("7"));
-  EXPECT_EQ(button.Tag(), QStringLiteral("7"));
 }
 
 TEST_F(ControlsTest, CheckBoxesAndOptionsFireOnAChangeOnly) {
-  CheckBox check(window, QStringLiteral("&Check"));
-  OptionButton first(window, QStringLiteral("First"));
-  OptionButton second(window, QStringLiteral("Second"));
+  CheckBox check(window, "&Check");
+  OptionButton first(window, "First");
+  OptionButton second(window, "Second");
   Panel panel(window);
-  OptionButton apart(panel, QStringLiteral("Apart"));
+  OptionButton apart(panel, "Apart");
   QString log;
-  check.Click = [&] { log += QStringLiteral("c%1 ").arg(check.Value()); };
-  first.Click = [&] { log += QStringLiteral("1 "); };
-  second.Click = [&] { log += QStringLiteral("2 "); };
+  check.Click = [&] { log += QString("c%1 ").arg(check.Value()); };
+  first.Click = [&] { log += "1 "; };
+  second.Click = [&] { log += "2 "; };
   window.Open();
   check.SetValue(1);
   check.SetValue(1);
@@ -59,7 +53,7 @@ TEST_F(ControlsTest, CheckBoxesAndOptionsFireOnAChangeOnly) {
   apart.SetValue(true);
   ClickOn(second);
   ClickOn(second);
-  EXPECT_EQ(log, QStringLiteral("c1 c0 1 2 "));
+  EXPECT_EQ(log, "c1 c0 1 2 ");
   EXPECT_FALSE(first.Value());
   EXPECT_TRUE(apart.Value()) << "options belong together by their container";
   second.SetValue(false);
@@ -67,17 +61,17 @@ TEST_F(ControlsTest, CheckBoxesAndOptionsFireOnAChangeOnly) {
 }
 
 TEST_F(ControlsTest, ALabelNamesItsFieldAndLeadsToIt) {
-  FormLabel label(window, QStringLiteral("Art&ist && Co:"));
-  CommandButton button(window, QStringLiteral("Other"));
+  FormLabel label(window, "Art&ist && Co:");
+  CommandButton button(window, "Other");
   TextBox box(window);
   label.SetBuddy(box);
-  EXPECT_EQ(box.Handle()->accessibleName(), QStringLiteral("Artist & Co"));
+  EXPECT_EQ(box.Handle()->accessibleName(), "Artist & Co");
   window.Open();
   button.SetFocus();
   QTest::keyClick(button.Handle(), Qt::Key_I, Qt::AltModifier);
   EXPECT_TRUE(box.HasFocus());
-  label.SetCaption(QStringLiteral("&Name:"));
-  EXPECT_EQ(box.Handle()->accessibleName(), QStringLiteral("Name"));
+  label.SetCaption("&Name:");
+  EXPECT_EQ(box.Handle()->accessibleName(), "Name");
 }
 
 TEST_F(ControlsTest, TheFocusIsGotOnceForEachVisit) {
@@ -89,7 +83,7 @@ TEST_F(ControlsTest, TheFocusIsGotOnceForEachVisit) {
     box.SetSelStart(0);
     box.SetSelLength(3);
   };
-  box.SetText(QStringLiteral("text"));
+  box.SetText("text");
   window.Open();
   EXPECT_EQ(got, 1) << "the first field, with its form";
   EXPECT_EQ(box.SelLength(), 3) << "the handler has the last word on the selection";
@@ -104,7 +98,7 @@ TEST_F(ControlsTest, TheFocusIsGotOnceForEachVisit) {
   EXPECT_EQ(box.SelLength(), 3);
 }
 
-TEST_F(ControlsTest, UpDown) {
+TEST_F(ControlsTest, ArrowsKeysAndTheWheelStepANumberWithinItsLimits) {
   TextBox field(window);
   UpDown arrows(window, field, 1, 99);
   TextBox other(window);
@@ -114,11 +108,6 @@ TEST_F(ControlsTest, UpDown) {
   int changes = 0;
   arrows.Change = [&] { ++changes; };
   window.Open();
-  const auto wheel = [&](int delta) {
-    QWheelEvent event({5, 5}, field.Handle()->mapToGlobal(QPointF(5, 5)), {}, QPoint(0, delta), Qt::NoButton,
-                      Qt::NoModifier, Qt::NoScrollPhase, false);
-    QApplication::sendEvent(field.Handle(), &event);
-  };
   const auto expect = [&](int value, const char* text, int fired) {
     EXPECT_EQ(arrows.Value(), value);
     EXPECT_EQ(field.Text(), QLatin1String(text));
@@ -127,7 +116,7 @@ TEST_F(ControlsTest, UpDown) {
   };
   arrows.SetValue(120);
   expect(99, "99", 1);
-  field.SetText(QStringLiteral("5"));
+  field.SetText("5");
   expect(99, "5", 0);
   arrows.SetValue(99);
   expect(99, "99", 0);
@@ -141,44 +130,44 @@ TEST_F(ControlsTest, UpDown) {
   PressKey(field, Qt::Key_Down);
   PressKey(field, Qt::Key_Up);
   expect(98, "98", 2);
-  wheel(-60);
+  TurnWheel(field, -60);
   expect(98, "98", 0);
-  wheel(-60);
+  TurnWheel(field, -60);
   expect(97, "97", 1);
-  Retype(field, QStringLiteral("42"));
+  Retype(field, "42");
   expect(42, "42", 2);  // 4, then 42
-  Retype(field, QStringLiteral("0"));
+  Retype(field, "0");
   expect(42, "0", 0);
-  Retype(field, QStringLiteral("x"));
+  Retype(field, "x");
   other.SetFocus();
   expect(42, "42", 0);
-  wheel(-120);
+  TurnWheel(field, -120);
   expect(42, "42", 0);
   EXPECT_TRUE(window.keys.empty()) << "the field has used them";
 }
 
-TEST_F(ControlsTest, Toolbar) {
+TEST_F(ControlsTest, ToolbarButtonsAreNamedAndReachedByTheKeyboard) {
   Toolbar bar(window);
   TextBox box(window);
   bar.Place(0, 0, 4500, 450);
   box.Place(0, 600, 1500, 285);
   QString log;
-  bar.ButtonClick = [&](const QString& key) { log += key + QStringLiteral("%1 ").arg(bar.Value(3)); };
-  bar.Add(QStringLiteral("a"), QStringLiteral("Leave"), {}, ToolbarStyle::Plain);
+  bar.ButtonClick = [&](const QString& key) { log += key + QString("%1 ").arg(bar.Value(3)); };
+  bar.Add("a", "Leave", {}, ToolbarStyle::Plain);
   bar.Add({}, {}, {}, ToolbarStyle::Separator);
-  bar.Add(QStringLiteral("b"), QStringLiteral("Cards"), QStringLiteral("All cards"), ToolbarStyle::Check);
+  bar.Add("b", "Cards", "All cards", ToolbarStyle::Check);
   window.Open();
-  const auto buttons = bar.Handle()->findChildren<QToolButton*>();
-  const auto find = [&](const char* name) {
-    for (QToolButton* const button : buttons) {
-      if (button->accessibleName() == QLatin1String(name)) return button;
+  const auto find = [&](const char* name) -> QToolButton* {
+    for (QToolButton* const button : bar.Handle()->findChildren<QToolButton*>()) {
+      if (button->accessibleName() == name) return button;
     }
-    return static_cast<QToolButton*>(nullptr);
+    return nullptr;
   };
+  QToolButton* const leave = find("Leave");
   QToolButton* const cards = find("Cards");
-  ASSERT_NE(cards, nullptr);
-  EXPECT_EQ(cards->toolTip(), QStringLiteral("All cards"));
-  EXPECT_EQ(find("Leave")->toolTip(), QStringLiteral("Leave"));
+  ASSERT_TRUE(leave != nullptr && cards != nullptr);
+  EXPECT_EQ(leave->toolTip(), "Leave");
+  EXPECT_EQ(cards->toolTip(), "All cards");
   QTest::mouseClick(cards, Qt::LeftButton);
   EXPECT_EQ(bar.Value(3), 1) << "it has changed its state by itself";
   bar.SetValue(3, 0);
@@ -188,9 +177,8 @@ TEST_F(ControlsTest, Toolbar) {
   EXPECT_TRUE(cards->hasFocus()) << "the keyboard gets there";
   QTest::keyClick(cards, Qt::Key_Space);
   QTest::keyClick(cards, Qt::Key_Return);
-  QTest::mouseClick(find("Leave"), Qt::LeftButton);
-  EXPECT_EQ(log, QStringLiteral("b1 b1 b0 a0 "));
-  EXPECT_EQ(bar.Count(), 3);
+  QTest::mouseClick(leave, Qt::LeftButton);
+  EXPECT_EQ(log, "b1 b1 b0 a0 ");
   EXPECT_ANY_THROW(bar.Value(4));
   EXPECT_ANY_THROW(bar.SetValue(0, 1));
 }

@@ -4,6 +4,9 @@
 
 #include <QImage>
 
+#include "support/Pixels.h"
+#include "support/TestDatabase.h"
+
 namespace orv {
 namespace {
 
@@ -11,20 +14,7 @@ constexpr Colour kRed = Rgb(255, 0, 0);
 constexpr Colour kGreen = Rgb(0, 255, 0);
 
 Picture Plain(int width, int height, Colour colour) {
-  Surface surface;
-  surface.Place(0, 0, width, height);
-  surface.SetBackColor(colour);
-  return surface.Image();
-}
-
-// A picture whose pixel (x, y) is RGB(x, y, 0).
-Picture Gradient(int width, int height) {
-  Surface surface;
-  surface.Place(0, 0, width, height);
-  for (int x = 0; x < width; ++x) {
-    for (int y = 0; y < height; ++y) surface.SetPixel(x, y, Rgb(x, y, 0));
-  }
-  return surface.Image();
+  return LoadPicture(TestDatabase::PlainPicture(width, height, colour));
 }
 
 class SurfaceTest : public ::testing::Test {
@@ -74,9 +64,9 @@ TEST_F(SurfaceTest, OutlineHasBothCornersInclusiveAndIsUnfilled) {
 }
 
 TEST_F(SurfaceTest, ACopyPastTheSourcesEdgeLeavesTheRestAsItIs) {
-  surface_.PaintPicture(Gradient(8, 6), 3, 2, 10, 9, 4, 3, 10, 9);
-  EXPECT_EQ(surface_.GetPixel(3, 2), Rgb(4, 3, 0));
-  EXPECT_EQ(surface_.GetPixel(6, 4), Rgb(7, 5, 0));
+  surface_.PaintPicture(LoadPicture(TestDatabase::GradientPicture(8, 6)), 3, 2, 10, 9, 4, 3, 10, 9);
+  EXPECT_EQ(surface_.GetPixel(3, 2), GradientAt(4, 3));
+  EXPECT_EQ(surface_.GetPixel(6, 4), GradientAt(7, 5));
   EXPECT_EQ(surface_.GetPixel(7, 4), kWhite);
   EXPECT_EQ(surface_.GetPixel(6, 5), kWhite);
   surface_.PaintPicture(Plain(4, 4, kRed), 0, 0, 3, 2);
@@ -116,18 +106,13 @@ TEST_F(SurfaceTest, APictureBoxFollowsItsPicture) {
 }
 
 TEST_F(SurfaceTest, TextGoesToTheCursorInTheScaleOfTheSurface) {
+  const double pixels = surface_.TextWidth("H");
   surface_.SetScaleMode(ScaleMode::Twips);
-  EXPECT_EQ(
-      surface_.TextWidth(QStringLiteral("H")), 15 * [&] {
-        surface_.SetScaleMode(ScaleMode::Pixels);
-        const double pixels = surface_.TextWidth(QStringLiteral("H"));
-        surface_.SetScaleMode(ScaleMode::Twips);
-        return pixels;
-      }());
+  EXPECT_EQ(surface_.TextWidth("H"), 15 * pixels);
   surface_.SetCurrentX(5 * 15);
   surface_.SetCurrentY(-2 * 15);
   surface_.SetForeColor(kRed);
-  surface_.Print(QStringLiteral("HH"));
+  surface_.Print("HH");
   EXPECT_EQ(surface_.CurrentX(), 0);
   EXPECT_EQ(surface_.CurrentY(), -2 * 15 + surface_.TextHeight(QString()));
   bool ink_before_cursor = false;

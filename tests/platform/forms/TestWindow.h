@@ -1,9 +1,12 @@
 #pragma once
 
+#include <QApplication>
 #include <QTest>
+#include <QWheelEvent>
 #include <QWidget>
 #include <vector>
 
+#include "forms/Control.h"
 #include "forms/Form.h"
 
 namespace orv {
@@ -13,7 +16,7 @@ class TestWindow : public Form {
  public:
   explicit TestWindow(FormKind kind = FormKind::Dialog) : Form(kind) {
     SetClientSize(6000, 4500, kind == FormKind::Main);
-    SetCaption(QStringLiteral("Test"));
+    SetCaption("Test");
   }
   // Shows it with the focus of the desktop.
   void Open() {
@@ -26,5 +29,13 @@ class TestWindow : public Form {
   }
   std::vector<KeyEvent> keys;
 };
+
+// Turns the mouse wheel over a control; a notch is 120, away from the user.
+inline void TurnWheel(const Control& control, int angle) {
+  const QPointF place(5, 5);
+  QWheelEvent event(place, control.Handle()->mapToGlobal(place), {}, QPoint(0, angle), Qt::NoButton,
+                    Qt::NoModifier, Qt::NoScrollPhase, false);
+  QApplication::sendEvent(control.Handle(), &event);
+}
 
 }  // namespace orv

@@ -11,7 +11,7 @@
 namespace orv {
 namespace {
 
-const QString kTwoLines = QStringLiteral("ab\r\ncd");
+const QString kTwoLines = "ab\r\ncd";
 
 class TextBoxTest : public testing::Test {
  protected:
@@ -29,13 +29,13 @@ class TextBoxTest : public testing::Test {
 TEST_F(TextBoxTest, ShowingNeverChangesAText) {
   const QString texts[] = {
       kTwoLines,
-      QStringLiteral("\r\n"),
-      QStringLiteral("\r\n\r\nend\r\n"),
-      QStringLiteral("lone \n feed and \r return"),
-      QStringLiteral("\n\r\n\r\r\n\n"),
-      QStringLiteral("hard\u00A0blank, line\u2028separator, paragraph\u2029separator"),
-      QStringLiteral("the signs \u240A and \u240D themselves"),
-      QStringLiteral("tab\tand <b>marks</b> & such"),
+      "\r\n",
+      "\r\n\r\nend\r\n",
+      "lone \n feed and \r return",
+      "\n\r\n\r\r\n\n",
+      "hard\u00A0blank, line\u2028separator, paragraph\u2029separator",
+      "the signs \u240A and \u240D themselves",
+      "tab\tand <b>marks</b> & such",
       QString(70000, u'x'),
       QString(),
   };
@@ -71,31 +71,31 @@ TEST_F(TextBoxTest, ALineEndCountsTwo) {
     EXPECT_EQ(lines.SelStart(), row.read_start) << row.start;
     EXPECT_EQ(lines.SelLength(), row.read_length) << row.start;
     QString part = lines.Text().mid(lines.SelStart(), lines.SelLength());
-    EXPECT_EQ(part.replace(QStringLiteral("\r\n"), QStringLiteral("|")), QLatin1String(row.selected));
+    EXPECT_EQ(part.replace("\r\n", "|"), QLatin1String(row.selected));
   }
   lines.SetSelStart(1);
   lines.SetSelLength(4);
-  TypeInto(lines, QStringLiteral("X"));
-  EXPECT_EQ(lines.Text(), QStringLiteral("aXd"));
+  TypeInto(lines, "X");
+  EXPECT_EQ(lines.Text(), "aXd");
 }
 
 TEST_F(TextBoxTest, TheUserMakesLineEndsWithEnterAndShiftEnter) {
-  TypeInto(lines, QStringLiteral("a"));
+  TypeInto(lines, "a");
   PressKey(lines, Qt::Key_Return);
-  TypeInto(lines, QStringLiteral("b"));
+  TypeInto(lines, "b");
   PressKey(lines, Qt::Key_Return, Qt::ShiftModifier);
-  TypeInto(lines, QStringLiteral("c"));
-  EXPECT_EQ(lines.Text(), QStringLiteral("a\r\nb\r\nc"));
+  TypeInto(lines, "c");
+  EXPECT_EQ(lines.Text(), "a\r\nb\r\nc");
   EXPECT_EQ(changes, 5) << "one for each key";
   EXPECT_EQ(lines.SelStart(), 7);
 }
 
 TEST_F(TextBoxTest, WhatIsPastedIntoOneLineStaysOneLine) {
-  line.SetText(QStringLiteral("kept \r\n end"));
-  QApplication::clipboard()->setText(QStringLiteral("one\r\ntwo\nthree"));
+  line.SetText("kept \r\n end");
+  QApplication::clipboard()->setText("one\r\ntwo\nthree");
   line.SetSelStart(0);
   PressKey(line, Qt::Key_V, Qt::ControlModifier);
-  EXPECT_EQ(line.Text(), QStringLiteral("one two threekept \r\n end"));
+  EXPECT_EQ(line.Text(), "one two threekept \r\n end");
   EXPECT_EQ(line.SelStart(), 13);
 }
 
@@ -103,27 +103,27 @@ TEST_F(TextBoxTest, AHandlerReplacesTheTextThatIsTyped) {
   line.Change = [this] {
     ++changes;
     if (line.Text() != u"S") return;
-    line.SetText(QStringLiteral("STRENGTH "));
+    line.SetText("STRENGTH ");
     line.SetSelStart(1);
     line.SetSelLength(8);
   };
-  TypeInto(line, QStringLiteral("S"));
-  EXPECT_EQ(line.Text(), QStringLiteral("STRENGTH "));
+  TypeInto(line, "S");
+  EXPECT_EQ(line.Text(), "STRENGTH ");
   EXPECT_EQ(line.SelStart(), 1);
   EXPECT_EQ(line.SelLength(), 8);
-  TypeInto(line, QStringLiteral("I"));
-  EXPECT_EQ(line.Text(), QStringLiteral("SI"));
+  TypeInto(line, "I");
+  EXPECT_EQ(line.Text(), "SI");
   EXPECT_EQ(changes, 3);
 }
 
 TEST_F(TextBoxTest, TabLeavesTheField) {
   lines.SetFocus();
-  TypeInto(lines, QStringLiteral("a"));
+  TypeInto(lines, "a");
   PressKey(lines, Qt::Key_Backtab);
   EXPECT_TRUE(line.HasFocus());
   PressKey(line, Qt::Key_Tab);
   EXPECT_TRUE(lines.HasFocus());
-  EXPECT_EQ(lines.Text(), QStringLiteral("a"));
+  EXPECT_EQ(lines.Text(), "a");
 }
 
 }  // namespace

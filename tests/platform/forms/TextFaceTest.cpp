@@ -7,7 +7,15 @@
 namespace orv {
 namespace {
 
-const Font kSmall{QStringLiteral("Small Fonts"), 7, false, false};
+const Font kSmall{"Small Fonts", 7, false, false};
+
+// What a text leaves on white, drawn in black at (20, 8).
+QImage Drawn(const TextFace& face, const QString& text) {
+  QImage image(80, 30, QImage::Format_RGB32);
+  image.fill(Qt::white);
+  face.Draw(image, 20, 8, text, kBlack);
+  return image;
+}
 
 QRect InkOf(const QImage& image) {
   QRect ink;
@@ -21,53 +29,38 @@ QRect InkOf(const QImage& image) {
 
 TEST(TextFace, WidthIsTheSumOfWholeAdvances) {
   const TextFace& face = TextFace::For(kSmall);
-  const QString text = QStringLiteral("AVATAR To Wä.");
+  const QString text = "AVATAR To Wä.";
   int sum = 0;
   for (const QChar c : text) sum += face.Width(QString(c));
   EXPECT_EQ(face.Width(text), sum) << "no kerning";
-  EXPECT_EQ(face.Width(QString()), 0);
-  EXPECT_EQ(face.Width(QStringLiteral("\r\n")), 0) << "a line end is not treated";
+  EXPECT_EQ(face.Width(u""), 0);
+  EXPECT_EQ(face.Width(u"\r\n"), 0) << "a line end is not treated";
 }
 
 TEST(TextFace, PointsAreWholePixelHeights) {
-  struct Row {
-    double points;
-    int pixels;
-  };
-  for (const Row& row : {Row{5, 7}, {5.25, 7}, {7, 9}, {14, 19}, {14.25, 19}}) {
-    const TextFace& face = TextFace::For({QStringLiteral("Small Fonts"), row.points, false, false});
-    EXPECT_GE(face.Height(), row.pixels);
-    EXPECT_LE(face.Height(), row.pixels * 1.4);
+  using Row = std::pair<double, int>;
+  for (const auto& [points, pixels] : {Row(5, 7), Row(5.25, 7), Row(7, 9), Row(14, 19), Row(14.25, 19)}) {
+    const TextFace& face = TextFace::For({"Small Fonts", points, false, false});
+    EXPECT_GE(face.Height(), pixels);
+    EXPECT_LE(face.Height(), pixels * 1.4);
   }
 }
 
-TEST(TextFace, InkLiesInTheCellInTheColourAndGreyOnly) {
-  QImage image(60, 30, QImage::Format_RGB32);
-  image.fill(Qt::white);
+TEST(TextFace, InkLiesInTheCellAndIsGreyOnly) {
   const TextFace& face = TextFace::For(kSmall);
-  face.Draw(image, 10, 8, QStringLiteral("HEM"), kBlack);
+  const QImage image = Drawn(face, "HEM");
   const QRect ink = InkOf(image);
-  EXPECT_GE(ink.left(), 10);
-  EXPECT_LE(ink.right(), 10 + face.Width(QStringLiteral("HEM")));
-  EXPECT_GE(ink.top(), 8);
-  EXPECT_LT(ink.bottom(), 8 + face.Height());
-  for (int y = 0; y < image.height(); ++y) {
-    for (int x = 0; x < image.width(); ++x) {
-      const QRgb pixel = image.pixel(x, y);
-      ASSERT_EQ(qRed(pixel), qGreen(pixel));
-      ASSERT_EQ(qRed(pixel), qBlue(pixel));
-    }
-  }
+  EXPECT_GT(ink.width(), 5);
+  EXPECT_TRUE(QRect(20, 8, face.Width(u"HEM") + 1, face.Height()).contains(ink));
+  EXPECT_TRUE(image.allGray());
 }
 
 TEST(TextFace, TextsThatNeedShapingAreMeasuredAsTheyAreDrawn) {
-  for (const char16_t* text : {u"e\u0301", u"\u0645\u0631\u062D\u0628\u0627", u"\U0001F409", u"A\u200BB"}) {
-    const TextFace& face = TextFace::For(kSmall);
-    QImage image(80, 30, QImage::Format_RGB32);
-    image.fill(Qt::white);
-    face.Draw(image, 20, 8, QString::fromUtf16(text), kBlack);
-    const QRect ink = InkOf(image);
-    EXPECT_LE(ink.right(), 20 + face.Width(QString::fromUtf16(text)) + 3);
+  const TextFace& face = TextFace::For(kSmall);
+  for (const char16_t* letters :
+       {u"e\u0301", u"\u0645\u0631\u062D\u0628\u0627", u"\U0001F409", u"A\u200BB"}) {
+    const QString text = QString::fromUtf16(letters);
+    EXPECT_LE(InkOf(Drawn(face, text)).right(), 20 + face.Width(text) + 3);
   }
 }
 

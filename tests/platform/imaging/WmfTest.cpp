@@ -182,9 +182,9 @@ TEST(Wmf, WorkIsBounded) {
   Wmf bitmaps = Start({kRed});
   const QByteArray flat = samples::RunLengthBmp(8, 64000, 1000, QByteArray("\0\1", 2)).mid(14);
   for (int i = 0; i < 500; ++i) bitmaps.Record(0x0F43, {0x20, 0xCC, 0, 1, 1, 0, 0, 9, 9, 0, 0}, flat);
-  Wmf objects;
+  Wmf objects = Start({kRed});
   for (int i = 0; i < 100'000; ++i) objects.Brush(kRed);
-  Wmf nesting;
+  Wmf nesting = Start({kRed});
   for (int i = 0; i < 100'000; ++i) nesting.Record(0x001E, {});
   for (const QByteArray& bytes :
        {fills.Placeable({0, 0, 7900, 7900}, 96), dashes.Unplaced(), bitmaps.Unplaced(), objects.Unplaced(),
