@@ -137,8 +137,8 @@ def test_two_programs(display, executable, database, folder):
     program = Program(display, executable, database, folder)
     first = Window(display, program)
     second = Window(display, program.beside())
+    number = program.value("SELECT MAX(Nr) FROM tblCard WHERE SetID = 1") + 1
     display.key("ctrl+n")
-    number = 1 + program.value("SELECT COUNT(*) - 1 FROM tblCard WHERE SetID = 1")
     program.wait_value(f"CARD {number}", TITLE, number)
     for text in ("One", "Two", "Three"):
         first.type(text + " of the first")
