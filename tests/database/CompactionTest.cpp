@@ -1,8 +1,6 @@
 #include <gtest/gtest.h>
 #include <sqlite3.h>
 #include <sys/file.h>
-#include <sys/resource.h>
-#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -11,13 +9,15 @@
 #include <QFileInfo>
 #include <csignal>
 #include <functional>
+#include <optional>
 
 #include "base/Files.h"
-#include "base/RuntimeError.h"
 #include "database/CompactAndRepair.h"
 #include "records/Connection.h"
 #include "state/modData.h"
 #include "support/DialogScript.h"
+#include "support/Errors.h"
+#include "support/SmallDisk.h"
 #include "support/TestDatabase.h"
 
 namespace orv {
@@ -27,24 +27,22 @@ namespace {
 QString ContentOf(const QString& path) {
   sqlite3* database = nullptr;
   sqlite3_open_v2(path.toUtf8().constData(), &database, SQLITE_OPEN_READWRITE, nullptr);
-  const auto read = [database](const QString& sql) {
-    QString text;
+  QString content;
+  const auto read = [&](const QString& sql) {
     char* message = nullptr;
     const auto add = [](void* to, int count, char** values, char**) {
       for (int i = 0; i < count; ++i) *static_cast<QString*>(to) += QString::fromUtf8(values[i]) + u'|';
       return 0;
     };
-    sqlite3_exec(database, sql.toUtf8().constData(), add, &text, &message);
-    if (message != nullptr) text += QString::fromUtf8(message);
+    sqlite3_exec(database, sql.toUtf8().constData(), add, &content, &message);
+    if (message != nullptr) content += message;
     sqlite3_free(message);
-    return text;
   };
-  QString content = read(QStringLiteral("PRAGMA integrity_check"));
+  read("PRAGMA integrity_check");
   for (const char* table : {"tblSet_rows", "tblCard_rows", "tblFont", "tblCardType", "tblCardBack_rows"}) {
-    content += read(QStringLiteral("SELECT * FROM %1").arg(QString(table)));
+    read(QString("SELECT * FROM %1").arg(table));
   }
-  content += read(
-      QStringLiteral("SELECT CardBackID, length(Picture), hex(substr(Picture, 1, 200)) FROM tblCardBack"));
+  read("SELECT CardBackID, length(Picture), hex(substr(Picture, 1, 200)) FROM tblCardBack");
   sqlite3_close(database);
   return content;
 }
@@ -70,33 +68,14 @@ bool Elsewhere(const std::function<void()>& action, int kill_after_microseconds 
   return WIFEXITED(status) && WEXITSTATUS(status) == 0;
 }
 
-// A disk without room for files past a size.
-class SmallDisk {
- public:
-  explicit SmallDisk(rlim_t size) {
-    getrlimit(RLIMIT_FSIZE, &former_);
-    handler_ = std::signal(SIGXFSZ, SIG_IGN);
-    const rlimit small{size, former_.rlim_max};
-    setrlimit(RLIMIT_FSIZE, &small);
-  }
-  ~SmallDisk() {
-    setrlimit(RLIMIT_FSIZE, &former_);
-    std::signal(SIGXFSZ, handler_);
-  }
-
- private:
-  rlimit former_{};
-  void (*handler_)(int) = nullptr;
-};
-
 class CompactionTest : public testing::Test {
  protected:
   // Half of the file is free.
   CompactionTest() {
-    database_.AddSet(QStringLiteral("Set"), 2);
-    database_.Execute(QStringLiteral(
+    database_.AddSet("Set", 2);
+    database_.Execute(
         "UPDATE tblCardBack SET Picture = randomblob(1000000); CREATE TABLE waste (b BLOB); INSERT "
-        "INTO waste VALUES (randomblob(5000000)); DROP TABLE waste"));
+        "INTO waste VALUES (randomblob(5000000)); DROP TABLE waste");
     modData::cn = Connection();
     content_ = ContentOf(Path("orv.mdb"));
     size_ = QFileInfo(Path("orv.mdb")).size();
@@ -106,16 +85,16 @@ class CompactionTest : public testing::Test {
   // The files of the database in the folder, "orv.mdb" first.
   QString Files() {
     return QDir(database_.Folder())
-        .entryList({QStringLiteral("*orv*")}, QDir::AllEntries | QDir::Hidden, QDir::Name)
+        .entryList({"*orv*"}, QDir::AllEntries | QDir::Hidden, QDir::Name)
         .join('|');
   }
   void ExpectWhole(const char* name) { EXPECT_TRUE(ContentOf(Path(name)) == content_) << name; }
   // The first box of a compaction, behind its fixed words.
   QString Cause() {
     if (dialogs_.boxes.empty()) return {};
-    const QString start = QStringLiteral(
+    const QString start =
         "ORV tried to compact the database but a problem occured.\r\n"
-        "Would you like ORV will to try restore its backup?\r\n\r\n");
+        "Would you like ORV will to try restore its backup?\r\n\r\n";
     EXPECT_TRUE(dialogs_.boxes[0].prompt.startsWith(start));
     EXPECT_EQ(dialogs_.boxes[0].title, "Repair database");
     EXPECT_EQ(dialogs_.boxes[0].icon, Icon::Exclamation);
@@ -125,12 +104,7 @@ class CompactionTest : public testing::Test {
   int Compact(Answer answer) {
     dialogs_.boxes.clear();
     dialogs_.answers = {answer};
-    try {
-      CompactAndRepair();
-    } catch (const RuntimeError& error) {
-      return error.Number();
-    }
-    return 0;
+    return ErrorOf(CompactAndRepair);
   }
   static void RunSteps(Compaction& compaction, int count) {
     const std::function<void()> steps[] = {[&] { compaction.RemoveLeftover(); }, [&] { compaction.Backup(); },
@@ -148,31 +122,28 @@ class CompactionTest : public testing::Test {
 
 TEST_F(CompactionTest, LeavesOneSmallerFileAndSaysNothing) {
   ASSERT_EQ(content_.left(3), "ok|");
-  database_.WriteFile(QStringLiteral("orv1.mdb"), "a leftover");
-  database_.WriteFile(QStringLiteral("orv1.mdb-journal"), "a leftover");
-  database_.WriteFile(QStringLiteral("orvbup.mdb"), "an older backup");
-  ASSERT_EQ(chmod(Path("orv.mdb").toUtf8().constData(), 0600), 0);
+  database_.WriteFile("orv1.mdb", "a leftover");
+  database_.WriteFile("orv1.mdb-journal", "a leftover");
+  database_.WriteFile("orvbup.mdb", "an older backup");
+  const QFile::Permissions owner_only =
+      QFile::ReadOwner | QFile::WriteOwner | QFile::ReadUser | QFile::WriteUser;
+  QFile::setPermissions(Path("orv.mdb"), owner_only);
   for (int run = 0; run < 2; ++run) {
     EXPECT_EQ(Compact(Answer::No), 0);
     EXPECT_TRUE(dialogs_.boxes.empty()) << Cause().toStdString();
     EXPECT_EQ(Files(), "orv.mdb");
     ExpectWhole("orv.mdb");
     EXPECT_LT(QFileInfo(Path("orv.mdb")).size(), size_ - 4900000);
-    struct stat status {};
-    stat(Path("orv.mdb").toUtf8().constData(), &status);
-    EXPECT_EQ(status.st_mode & 0777, 0600U);
+    EXPECT_EQ(QFile::permissions(Path("orv.mdb")), owner_only);
   }
 }
 
 TEST_F(CompactionTest, WhatACrashLeftIsRecoveredFirst) {
   EXPECT_FALSE(Elsewhere([this] {
-    sqlite3* other = nullptr;
-    sqlite3_open(Path("orv.mdb").toUtf8().constData(), &other);
-    sqlite3_exec(
-        other,
+    const Connection connection = Connection::Open(Path("orv.mdb"));
+    connection.Execute(
         "PRAGMA cache_size = 1; BEGIN; DELETE FROM tblCardBack_long; UPDATE tblCardType SET UpperLeft = "
-        "'torn'; CREATE TABLE t (b); INSERT INTO t VALUES (randomblob(3000000))",
-        nullptr, nullptr, nullptr);
+        "'torn'; CREATE TABLE t (b); INSERT INTO t VALUES (randomblob(3000000))");
     ::raise(SIGKILL);
   }));
   ASSERT_GT(QFileInfo(Path("orv.mdb-journal")).size(), 0);
@@ -183,34 +154,28 @@ TEST_F(CompactionTest, WhatACrashLeftIsRecoveredFirst) {
 }
 
 TEST_F(CompactionTest, AFailureBeforeTheBackupLeavesTheDatabase) {
-  const struct {
-    const char* what;
-    std::function<void()> make;
-    const char* cause;
-  } cases[] = {{"a leftover that can't be deleted", [this] { QDir().mkpath(Path("orv1.mdb/x")); },
-                "75, Path/File access error"},
-               {"a backup that can't be overwritten", [this] { QDir().mkpath(Path("orvbup.mdb/x")); },
-                "75, Path/File access error"},
-               {"no room", [] {}, "75, Path/File access error"}};
-  for (const auto& one : cases) {
-    SCOPED_TRACE(one.what);
-    one.make();
-    std::optional<SmallDisk> small;
-    if (one.what == std::string_view("no room")) small.emplace(static_cast<rlim_t>(size_ / 2));
+  struct Case {
+    const char* folder;  // in the way of a file of this name
+    rlim_t room;
+  };
+  for (const auto& [folder, room] : {Case("orv1.mdb", RLIM_INFINITY), Case("orvbup.mdb", RLIM_INFINITY),
+                                     Case("none", static_cast<rlim_t>(size_ / 2))}) {
+    SCOPED_TRACE(folder);
+    QDir().mkpath(Path(folder) + "/x");
+    std::optional<SmallDisk> disk(room);
     EXPECT_EQ(Compact(Answer::No), 0);
-    EXPECT_EQ(Cause(), one.cause);
+    EXPECT_EQ(Cause(), "75, Path/File access error");
     ASSERT_EQ(dialogs_.boxes.size(), 2U);
     EXPECT_EQ(dialogs_.boxes[1].prompt,
               "The database is backup up as '\\orvbup.mdb'. You may manually rename it to '\\orv.mdb'.");
     EXPECT_EQ(dialogs_.boxes[1].title, "Repair");
     EXPECT_EQ(dialogs_.boxes[1].icon, Icon::Information);
     // There is no backup to restore from, and what there is instead must not take the database's place.
-    if (!QFileInfo::exists(Path("orvbup.mdb"))) database_.WriteFile(QStringLiteral("orvbup.mdb"), "older");
+    if (!FileExists(Path("orvbup.mdb"))) database_.WriteFile("orvbup.mdb", "older");
     EXPECT_EQ(Compact(Answer::Yes), kErrFileNotFound);
-    small.reset();
+    disk.reset();
     ExpectWhole("orv.mdb");
-    QDir(Path("orv1.mdb")).removeRecursively();
-    QDir(Path("orvbup.mdb")).removeRecursively();
+    QDir(Path(folder)).removeRecursively();
     QFile::remove(Path("orvbup.mdb"));
   }
   EXPECT_EQ(Compact(Answer::No), 0);
@@ -218,39 +183,33 @@ TEST_F(CompactionTest, AFailureBeforeTheBackupLeavesTheDatabase) {
 }
 
 TEST_F(CompactionTest, ABrokenFileIsReplacedByItsOwnCopy) {
-  QFile file(Path("orv.mdb"));
-  ASSERT_TRUE(file.open(QIODevice::ReadWrite));
-  file.seek(4096);
-  file.write(QByteArray(3 * 4096, 'x'));
-  file.close();
-  const QByteArray broken = ReadWhole(Path("orv.mdb"));
+  QByteArray broken = ReadWhole(Path("orv.mdb"));
+  broken.replace(4096, 3 * 4096, QByteArray(3 * 4096, 'x'));
   for (const QByteArray& bytes : {broken, broken.left(50000), QByteArray("no database"), QByteArray()}) {
     QFile::remove(Path("orv1.mdb"));
-    database_.WriteFile(QStringLiteral("orv.mdb"), bytes);
+    database_.WriteFile("orv.mdb", bytes);
     EXPECT_EQ(Compact(Answer::No), 0);
-    EXPECT_TRUE(Cause().startsWith(QStringLiteral("3000, Database error: "))) << Cause().toStdString();
+    EXPECT_TRUE(Cause().startsWith("3000, Database error: ")) << Cause().toStdString();
     EXPECT_EQ(ReadWhole(Path("orv.mdb")), bytes);
     EXPECT_EQ(ReadWhole(Path("orvbup.mdb")), bytes);
     EXPECT_EQ(Compact(Answer::Yes), 0);
     EXPECT_EQ(dialogs_.boxes.size(), 1U);
     EXPECT_EQ(ReadWhole(Path("orv.mdb")), bytes);
-    EXPECT_FALSE(QFileInfo::exists(Path("orvbup.mdb")));
+    EXPECT_FALSE(FileExists(Path("orvbup.mdb")));
   }
 }
 
 TEST_F(CompactionTest, ASecondProgramKeepsItsFile) {
-  int pipe_in[2];
-  int pipe_out[2];
-  ASSERT_EQ(::pipe(pipe_in) + ::pipe(pipe_out), 0);
-  char byte = 0;
+  int started[2];
+  ASSERT_EQ(::pipe(started), 0);
   const pid_t child = ::fork();
   if (child == 0) {
     const Connection connection = Connection::Open(Path("orv.mdb"));
-    const bool told = ::write(pipe_out[1], "x", 1) == 1;
-    ::close(pipe_in[1]);
-    ::_exit(told && ::read(pipe_in[0], &byte, 1) >= 0 ? 0 : 1);
+    if (::write(started[1], "x", 1) == 1) ::pause();
+    ::_exit(1);
   }
-  ASSERT_EQ(::read(pipe_out[0], &byte, 1), 1);
+  char byte = 0;
+  ASSERT_EQ(::read(started[0], &byte, 1), 1);
   EXPECT_EQ(Compact(Answer::No), 0);
   EXPECT_EQ(Cause(), "70, Permission denied: another program is using the database");
   ExpectWhole("orvbup.mdb");
@@ -258,7 +217,7 @@ TEST_F(CompactionTest, ASecondProgramKeepsItsFile) {
   EXPECT_EQ(Compact(Answer::Yes), kErrPermissionDenied);
   ExpectWhole("orv.mdb");
   ExpectWhole("orvbup.mdb");
-  ::close(pipe_in[1]);
+  ::kill(child, SIGKILL);
   ::waitpid(child, nullptr, 0);
   EXPECT_EQ(Compact(Answer::No), 0);
   EXPECT_EQ(Files(), "orv.mdb");
@@ -304,14 +263,14 @@ TEST_F(CompactionTest, AFailureOfALaterStepCanBeRestored) {
     QFile::rename(Path("aside"), Path("orvbup.mdb"));
     compaction.Restore();
     ExpectWhole("orv.mdb");
-    EXPECT_FALSE(QFileInfo::exists(Path("orvbup.mdb")));
+    EXPECT_FALSE(FileExists(Path("orvbup.mdb")));
   }
 }
 
 TEST_F(CompactionTest, NoJournalStandsAtASwap) {
   Compaction compaction;
   RunSteps(compaction, 3);
-  database_.WriteFile(QStringLiteral("orv.mdb-journal"), "of another program");
+  database_.WriteFile("orv.mdb-journal", "of another program");
   EXPECT_THROW(compaction.Swap(), RuntimeError);
   EXPECT_THROW(compaction.Restore(), RuntimeError);
   EXPECT_EQ(QFileInfo(Path("orv.mdb")).size(), size_);
