@@ -1,12 +1,11 @@
 #include <gtest/gtest.h>
 
-#include <QDir>
-#include <QFile>
 #include <QImage>
 #include <QTemporaryDir>
 
 #include "artwork/Outline.h"
 #include "artwork/Script.h"
+#include "base/Files.h"
 #include "builtin/BuiltIn.h"
 
 namespace orv::artwork {
@@ -14,10 +13,7 @@ namespace {
 
 Script ScriptOf(const QByteArray& text) {
   const QTemporaryDir folder;
-  QFile file(folder.filePath("test.art"));
-  EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-  file.write(text);
-  file.close();
+  ReplaceFile(folder.filePath("test.art"), text);
   return Script::Load(folder.path());
 }
 
@@ -35,18 +31,12 @@ QColor At(const QImage& image, int x, int y) {
 }
 
 TEST(BuiltIn, BitmapsHaveTheirSizes) {
-  const struct {
-    QByteArray bytes;
-    QSize size;
-  } bitmaps[] = {{builtin::CardBack2nd(), {150, 254}},
-                 {builtin::CardBack3rd(), {161, 245}},
-                 {builtin::CardFace3rd(), {161, 245}},
-                 {builtin::CharacterSheet(), {302, 254}}};
-  for (const auto& bitmap : bitmaps) {
-    EXPECT_TRUE(bitmap.bytes.startsWith("BM"));
-    const QImage image = QImage::fromData(bitmap.bytes);
-    EXPECT_EQ(image.size(), bitmap.size);
-    EXPECT_EQ(image.depth(), 24 + 8 * (image.format() == QImage::Format_RGB32));
+  using Bitmap = std::pair<QByteArray, QSize>;
+  for (const auto& [bytes, size] :
+       {Bitmap(builtin::CardBack2nd(), {150, 254}), Bitmap(builtin::CardBack3rd(), {161, 245}),
+        Bitmap(builtin::CardFace3rd(), {161, 245}), Bitmap(builtin::CharacterSheet(), {302, 254})}) {
+    EXPECT_TRUE(bytes.startsWith("BM"));
+    EXPECT_EQ(QImage::fromData(bytes).size(), size);
   }
 }
 
@@ -62,11 +52,12 @@ TEST(BuiltIn, SheetSuitsTheTextsPrintedOnIt) {
   }
 }
 
-TEST(Script, PaintsWhereItIsTold) {
+TEST(Script, PaintsWhereItIsToldAndShapesKeepTheirStyleToThemselves) {
   const QImage image = ScriptOf(
                            "shape dot c=#00ff00\n  paint $c\n  rect -2 -2 4 4\n"
-                           "picture p 40 20\n  sky #ffffff\n  paint #ff0000  // a comment\n  rect 2 2 6 6\n"
-                           "  dot 20 10\n  dot 30 10 2 c=#0000ff\n")
+                           "shape pale\n  alpha .1\n  rect 0 0 2 2\n"
+                           "picture p 40 20\n  sky #ffffff\n  paint #ff0000  // a comment\n  pale 36 1\n"
+                           "  dot 20 10\n  dot 30 10 2 c=#0000ff\n  rect 2 2 6 6\n")
                            .Draw("p");
   EXPECT_EQ(image.size(), QSize(40, 20));
   EXPECT_EQ(At(image, 3, 3), QColor("#ff0000"));
@@ -75,14 +66,6 @@ TEST(Script, PaintsWhereItIsTold) {
   EXPECT_EQ(At(image, 18, 8), QColor("#00ff00"));
   EXPECT_EQ(At(image, 22, 8), QColor("#ffffff"));
   EXPECT_EQ(At(image, 27, 7), QColor("#0000ff")) << "twice the size";
-}
-
-TEST(Script, ShapesKeepTheirStyleToThemselves) {
-  const QImage image = ScriptOf(
-                           "shape dot\n  paint #00ff00\n  alpha .1\n  rect 0 0 2 2\n"
-                           "picture p 20 10\n  sky #ffffff\n  paint #ff0000\n  dot 0 0\n  rect 10 2 4 4\n")
-                           .Draw("p");
-  EXPECT_EQ(At(image, 11, 4), QColor("#ff0000"));
 }
 
 TEST(Script, IsTheSameEachTime) {

@@ -1,6 +1,5 @@
 #include <gtest/gtest.h>
 
-#include <QImage>
 #include <QSet>
 
 #include "DeliveredFile.h"
@@ -12,36 +11,30 @@ namespace {
 struct Group {
   int language;
   int edition;
-  QString Where() const { return QString("LanguageID = %1 AND EditionID = %2").arg(language).arg(edition); }
 };
 
-class EachGroup : public ::testing::TestWithParam<Group> {};
+class EachGroup : public ::testing::TestWithParam<Group> {
+ protected:
+  QString Rows(const QString& table) const {
+    return QString("SELECT * FROM %1 WHERE LanguageID = %2 AND EditionID = %3")
+        .arg(table)
+        .arg(GetParam().language)
+        .arg(GetParam().edition);
+  }
+};
 
 TEST_P(EachGroup, OffersWhatNewRecordsTake) {
-  const struct {
-    const char* table;
-    int least;
-  } tables[] = {{"tblCardType", 12}, {"tblCardBack", 5}, {"tblArea", 10}, {"tblCharacterBack", 3}};
-  for (const auto& [table, least] : tables) {
-    EXPECT_GE(Delivered(QString("SELECT * FROM %1 WHERE %2").arg(table, GetParam().Where())).RecordCount(),
-              least)
-        << table;
-  }
+  const std::pair<const char*, int> least[] = {
+      {"tblCardType", 12}, {"tblCardBack", 5}, {"tblArea", 10}, {"tblCharacterBack", 3}};
+  for (const auto& [table, count] : least) EXPECT_GE(Delivered(Rows(table)).RecordCount(), count) << table;
   for (const char* table : {"tblCardType", "tblCardBack"}) {
-    EXPECT_TRUE(
-        Delivered(QString("SELECT * FROM %1 WHERE %2 AND Original = 0").arg(table, GetParam().Where()))
-            .IsEmpty());
+    EXPECT_TRUE(Delivered(Rows(table) + " AND Original = 0").IsEmpty()) << table;
   }
-}
-
-// The first card of a set takes the key of the first type as that of its back.
-TEST_P(EachGroup, FirstTypesKeyIsABackToo) {
-  const Recordset types = Delivered("SELECT * FROM tblCardType WHERE " + GetParam().Where() +
-                                    " AND UsedInSet = 0 ORDER BY UpperLeft, Lowerleft, Number");
+  // The first card of a set takes the key of the first type as that of its back.
+  const Recordset types =
+      Delivered(Rows("tblCardType") + " AND UsedInSet = 0 ORDER BY UpperLeft, Lowerleft, Number");
   const QString key = QString::number(types["CardTypeID"].Int32());
-  EXPECT_EQ(Delivered("SELECT * FROM tblCardBack WHERE CardBackID = " + key + " AND " + GetParam().Where())
-                .RecordCount(),
-            1);
+  EXPECT_FALSE(Delivered(Rows("tblCardBack") + " AND CardBackID = " + key).IsEmpty());
 }
 
 TEST_P(EachGroup, NamesAreFilledAndTellApart) {
@@ -51,26 +44,23 @@ TEST_P(EachGroup, NamesAreFilledAndTellApart) {
                                                {"tblCharacterBack", {"BackText"}}};
   for (const auto& [table, columns] : lists) {
     QSet<QString> seen;
-    for (Recordset rows = Delivered("SELECT * FROM " + table + " WHERE " + GetParam().Where()); !rows.IsEOF();
-         rows.MoveNext()) {
+    ForEach(Delivered(Rows(table)), [&, &columns = columns](const Recordset& row) {
       QString name;
-      for (const QString& column : columns) name += rows[column].Text() + "/";
-      EXPECT_FALSE(rows[columns[0]].Text().trimmed().isEmpty()) << qPrintable(table);
+      for (const QString& column : columns) name += row[column].Text() + "/";
+      EXPECT_FALSE(row[columns[0]].Text().trimmed().isEmpty()) << qPrintable(name);
       EXPECT_FALSE(seen.contains(name)) << qPrintable(name);
       seen << name;
-    }
+    });
   }
 }
 
 TEST_P(EachGroup, BacksHaveTheSizeOfTheirCards) {
   const QSize card = GetParam().edition == 2 ? QSize(150, 254) : QSize(161, 245);
-  const QPair<QString, QSize> tables[] = {{"tblCardBack", card}, {"tblCharacterBack", {302, 254}}};
-  for (const auto& [table, size] : tables) {
-    for (Recordset rows = Delivered("SELECT * FROM " + table + " WHERE " + GetParam().Where()); !rows.IsEOF();
-         rows.MoveNext()) {
-      EXPECT_EQ(QImage::fromData(rows["Picture"].Get().Bytes()).size(), size)
-          << qPrintable(rows["BackText"].Text());
-    }
+  for (const auto& [table, size] :
+       {std::pair("tblCardBack", card), std::pair("tblCharacterBack", QSize(302, 254))}) {
+    ForEach(Delivered(Rows(table)), [&, &size = size](const Recordset& row) {
+      EXPECT_EQ(SizeOf(row["Picture"]), size) << qPrintable(row["BackText"].Text());
+    });
   }
 }
 
@@ -83,18 +73,18 @@ INSTANTIATE_TEST_SUITE_P(LanguagesAndEditions, EachGroup,
                          });
 
 TEST(Catalogues, LanguagesFormatsAndAlignments) {
+  const auto text = [](const QString& sql, const char* column) { return Delivered(sql)[column].Text(); };
   EXPECT_EQ(Delivered("SELECT * FROM tblLanguage").RecordCount(), 4);
   const char* formats[] = {"BMP", "JPG", "GIF"};
   for (int i = 0; i < 3; ++i) {
-    const Recordset row = Delivered(QString("SELECT * FROM tblPicFormat WHERE PicFormatID = %1").arg(i + 1));
-    EXPECT_EQ(row["PicFormat"].Text(), formats[i]);
+    EXPECT_EQ(text(QString("SELECT * FROM tblPicFormat WHERE PicFormatID = %1").arg(i + 1), "PicFormat"),
+              formats[i]);
   }
   // A new character takes alignment 2, which must be one of the first language.
-  EXPECT_EQ(Delivered("SELECT * FROM tblAlignment WHERE AlignmentID = 2")["LanguageID"].Int32(), 1);
+  EXPECT_EQ(text("SELECT * FROM tblAlignment WHERE AlignmentID = 2", "LanguageID"), "1");
   for (int language = 1; language <= 4; ++language) {
-    EXPECT_EQ(
-        Delivered(QString("SELECT * FROM tblAlignment WHERE LanguageID = %1").arg(language)).RecordCount(),
-        3);
+    const QString sql = QString("SELECT * FROM tblAlignment WHERE LanguageID = %1").arg(language);
+    EXPECT_EQ(Delivered(sql).RecordCount(), 3);
   }
 }
 
@@ -102,16 +92,14 @@ TEST(Catalogues, LanguagesFormatsAndAlignments) {
 TEST(Catalogues, EveryTextIsInTheCodePage) {
   for (const char* table : {"tblCardType", "tblCardBack", "tblCharacterBack", "tblArea", "tblAlignment",
                             "tblLanguage", "tblSet", "tblCard", "tblCharacter", "tblLargeCard"}) {
-    Recordset rows = Delivered(QString("SELECT * FROM %1").arg(table));
-    const QStringList columns = rows.ColumnNames();
-    for (; !rows.IsEOF(); rows.MoveNext()) {
-      for (const QString& column : columns) {
-        const Value value = rows[column].Get();
+    ForEach(Delivered(QString("SELECT * FROM %1").arg(table)), [](const Recordset& row) {
+      for (const QString& column : row.ColumnNames()) {
+        const Value value = row[column].Get();
         if (!value.IsText()) continue;
         EXPECT_EQ(ToWindows1252(value.Text()).count('?'), value.Text().count('?'))
             << qPrintable(value.Text());
       }
-    }
+    });
   }
 }
 

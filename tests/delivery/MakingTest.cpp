@@ -1,9 +1,9 @@
 #include <gtest/gtest.h>
 
 #include <QDir>
-#include <QFile>
 #include <QTemporaryDir>
 
+#include "base/Files.h"
 #include "base/RuntimeError.h"
 #include "filling/BuildDatabase.h"
 #include "filling/ContentFiles.h"
@@ -16,10 +16,8 @@ class MakingTest : public ::testing::Test {
  protected:
   QString Write(const QString& name, const QByteArray& text) {
     const QString path = folder_.filePath(name);
-    QDir().mkpath(QFileInfo(path).path());
-    QFile file(path);
-    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
-    file.write(text);
+    QDir().mkpath(FolderPart(path));
+    ReplaceFile(path, text);
     return path;
   }
   template <typename Read>

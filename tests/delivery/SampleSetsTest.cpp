@@ -1,21 +1,14 @@
 #include <gtest/gtest.h>
 
-#include <QImage>
 #include <QRegularExpression>
+#include <QSet>
+#include <array>
 
 #include "DeliveredFile.h"
 #include "composition/WrapText.h"
 
 namespace orv {
 namespace {
-
-const char* const kSlots[] = {"CardTypeFontID",         "CardNumberFontID",
-                              "CardTitleFontID",        "CardBoldFontID",
-                              "CardInformationFontID",  "AutonumberFontID",
-                              "CardLargeTitleFontID",   "CardLargeInfoFontID",
-                              "CharacterNameFontID",    "CharacterSpecialTitleFontID",
-                              "CharacterSpecialFontID", "CharacterInfoFontID",
-                              "CharacterPieceFontID"};
 
 int SetOf(int edition) {
   return Delivered(QString("SELECT * FROM tblSet WHERE EditionID = %1").arg(edition))["SetID"].Int32();
@@ -25,21 +18,21 @@ Recordset RecordsOf(const char* table, int set) {
   return Delivered(QString("SELECT * FROM %1 WHERE SetID = %2 ORDER BY Nr").arg(table).arg(set));
 }
 
-bool Exists(const QString& table, const QString& key, const Field& reference, const QString& also = "1 = 1") {
-  return !Delivered(QString("SELECT %2 FROM %1 WHERE %2 = %3 AND %4")
-                        .arg(table, key)
-                        .arg(reference.Int32())
-                        .arg(also))
-              .IsEmpty();
-}
-
 TEST(SampleSets, HaveTheirFontsAndRecords) {
-  for (Recordset sets = Delivered("SELECT * FROM tblSet"); !sets.IsEOF(); sets.MoveNext()) {
-    for (const char* slot : kSlots) EXPECT_TRUE(Exists("tblFont", "FontID", sets[slot])) << slot;
-    EXPECT_EQ(QImage::fromData(sets["Symbol"].Get().Bytes()).size(), QSize(11, 11));
-  }
-  EXPECT_EQ(Delivered("SELECT * FROM tblFont").RecordCount(),
-            13 * Delivered("SELECT * FROM tblSet").RecordCount());
+  QSet<int> fonts;
+  int slots_used = 0;
+  ForEach(Delivered("SELECT * FROM tblSet"), [&](const Recordset& set) {
+    for (const QString& slot : set.ColumnNames().filter("FontID")) {
+      const QString sql = QString("SELECT * FROM tblFont WHERE FontID = %1").arg(set[slot].Int32());
+      EXPECT_FALSE(Delivered(sql).IsEmpty()) << qPrintable(slot);
+      fonts << set[slot].Int32();
+      ++slots_used;
+    }
+    EXPECT_EQ(SizeOf(set["Symbol"]), QSize(11, 11));
+  });
+  EXPECT_EQ(slots_used, 13 * Delivered("SELECT * FROM tblSet").RecordCount());
+  EXPECT_EQ(fonts.size(), slots_used) << "each slot has a font of its own";
+  EXPECT_EQ(Delivered("SELECT * FROM tblFont").RecordCount(), slots_used);
   EXPECT_GE(RecordsOf("tblCard", SetOf(2)).RecordCount(), 12);
   EXPECT_GE(RecordsOf("tblCard", SetOf(3)).RecordCount(), 12);
   EXPECT_EQ(RecordsOf("tblCharacter", SetOf(2)).RecordCount(), 4);
@@ -47,23 +40,22 @@ TEST(SampleSets, HaveTheirFontsAndRecords) {
 }
 
 TEST(SampleSets, NumbersAreDenseAndReferencesSound) {
-  for (Recordset sets = Delivered("SELECT * FROM tblSet"); !sets.IsEOF(); sets.MoveNext()) {
-    const QString group = QString("LanguageID = %1 AND EditionID = %2")
-                              .arg(sets["LanguageID"].Int32())
-                              .arg(sets["EditionID"].Int32());
-    for (const char* table : {"tblCard", "tblCharacter", "tblLargeCard"}) {
-      int nr = 0;
-      for (Recordset rows = RecordsOf(table, sets["SetID"].Int32()); !rows.IsEOF(); rows.MoveNext()) {
-        EXPECT_EQ(rows["Nr"].Int32(), ++nr) << table;
-        if (QString(table) == "tblCard") {
-          EXPECT_TRUE(Exists("tblCardType", "CardTypeID", rows["CardTypeID"], group));
-          EXPECT_TRUE(Exists("tblCardBack", "CardBackID", rows["CardBackID"], group));
-        } else if (QString(table) == "tblCharacter") {
-          EXPECT_TRUE(Exists("tblArea", "AreaID", rows["StartingAreaID"], group));
-          EXPECT_TRUE(Exists("tblCharacterBack", "CharacterBackID", rows["CharacterBackID"], group));
-        }
-      }
-    }
+  for (const char* table : {"tblCard", "tblCharacter", "tblLargeCard"}) {
+    const QString gaps =
+        "SELECT SetID FROM %1 GROUP BY SetID HAVING MIN(Nr) <> 1 OR MAX(Nr) <> COUNT(*) OR COUNT(DISTINCT "
+        "Nr) <> COUNT(*)";
+    EXPECT_TRUE(Delivered(gaps.arg(table)).IsEmpty()) << table;
+  }
+  using Reference = std::array<const char*, 4>;  // table and column, table and key
+  for (const auto& [table, column, to, key] :
+       {Reference{"tblCard", "CardTypeID", "tblCardType", "CardTypeID"},
+        Reference{"tblCard", "CardBackID", "tblCardBack", "CardBackID"},
+        Reference{"tblCharacter", "StartingAreaID", "tblArea", "AreaID"},
+        Reference{"tblCharacter", "CharacterBackID", "tblCharacterBack", "CharacterBackID"}}) {
+    const QString unsound =
+        "SELECT r.Nr FROM %1 r INNER JOIN tblSet s ON r.SetID = s.SetID WHERE r.%2 NOT IN (SELECT %4 FROM %3 "
+        "WHERE LanguageID = s.LanguageID AND EditionID = s.EditionID)";
+    EXPECT_TRUE(Delivered(unsound.arg(table, column, to, key)).IsEmpty()) << table << "." << column;
   }
 }
 
@@ -79,7 +71,7 @@ struct Place {
 };
 
 QSizeF Shown(const Recordset& row, const Place& place) {
-  const QSizeF image = QImage::fromData(row[place.picture].Get().Bytes()).size();
+  const QSizeF image = SizeOf(row[place.picture]);
   if (place.left == nullptr) return image;
   EXPECT_LE(row[place.left].Number(), 0);
   EXPECT_LE(row[place.top].Number(), 0);
@@ -99,15 +91,15 @@ TEST(SampleSets, PicturesFillTheirPlaces) {
                           {"tblLargeCard", "LargeCardBack", nullptr, nullptr, 2, {302, 254}, nullptr}};
   for (const Place& place : places) {
     int pictures = 0;
-    for (Recordset rows = RecordsOf(place.table, SetOf(place.edition)); !rows.IsEOF(); rows.MoveNext()) {
-      if (rows[place.picture].IsNull()) continue;
+    ForEach(RecordsOf(place.table, SetOf(place.edition)), [&](const Recordset& row) {
+      if (row[place.picture].IsNull()) return;
       ++pictures;
-      if (place.height != nullptr && rows["Resize"].Bool()) continue;
-      const QSizeF shown = Shown(rows, place);
-      EXPECT_GE(shown.width(), place.size.width()) << place.table << rows["Nr"].Int32();
-      const double height = place.height == nullptr ? place.size.height() : rows[place.height].Number();
-      EXPECT_GE(shown.height(), height) << place.table << rows["Nr"].Int32();
-    }
+      if (place.height != nullptr && row["Resize"].Bool()) return;
+      const QSizeF shown = Shown(row, place);
+      EXPECT_GE(shown.width(), place.size.width()) << place.table << row["Nr"].Int32();
+      const double height = place.height == nullptr ? place.size.height() : row[place.height].Number();
+      EXPECT_GE(shown.height(), height) << place.table << row["Nr"].Int32();
+    });
     EXPECT_GT(pictures, 0) << place.table << place.picture;
   }
 }
@@ -115,26 +107,25 @@ TEST(SampleSets, PicturesFillTheirPlaces) {
 // A frame that closes around its picture moves with it, and stays on the card.
 TEST(SampleSets, FramesAroundPicturesStayInTheirPlaces) {
   int resized = 0;
-  for (const auto& [edition, width] : {std::pair{2, 139}, std::pair{3, 131}}) {
-    for (Recordset rows = RecordsOf("tblCard", SetOf(edition)); !rows.IsEOF(); rows.MoveNext()) {
-      if (!rows["Resize"].Bool()) continue;
+  for (const auto& [edition, width] : {std::pair(2, 139), std::pair(3, 131)}) {
+    ForEach(RecordsOf("tblCard", SetOf(edition)), [&, width = width](const Recordset& card) {
+      if (!card["Resize"].Bool()) return;
       ++resized;
-      const QSize image = QImage::fromData(rows["Picture"].Get().Bytes()).size();
-      EXPECT_LE(rows["PicLeft"].Number() / 15 + image.width(), width) << rows["Title"].Text().toStdString();
-    }
+      EXPECT_LE(card["PicLeft"].Number() / 15 + SizeOf(card["Picture"]).width(), width)
+          << card["Title"].Text().toStdString();
+    });
   }
   EXPECT_GE(resized, 2);
 }
 
 // The file of a record is called by its title or name.
 TEST(SampleSets, TitlesMakeFileNames) {
-  for (const auto& [table, column] : {std::pair{"tblCard", "Title"}, std::pair{"tblLargeCard", "Title"},
-                                      std::pair{"tblCharacter", "Name"}}) {
-    for (Recordset rows = Delivered(QString("SELECT * FROM %1").arg(table)); !rows.IsEOF(); rows.MoveNext()) {
-      const QString title = rows[column].Text();
-      EXPECT_FALSE(title.isEmpty());
-      EXPECT_FALSE(title.contains(QRegularExpression(R"([\\/:*?"<>|\x00-\x1f])"))) << title.toStdString();
-    }
+  const QRegularExpression good(R"(^[^\\/:*?"<>|\x00-\x1f]+$)");
+  for (const auto& [table, column] : {std::pair("tblCard", "Title"), std::pair("tblLargeCard", "Title"),
+                                      std::pair("tblCharacter", "Name")}) {
+    ForEach(Delivered(QString("SELECT * FROM %1").arg(table)), [&, column = column](const Recordset& row) {
+      EXPECT_TRUE(good.match(row[column].Text()).hasMatch()) << row[column].Text().toStdString();
+    });
   }
 }
 
@@ -181,29 +172,29 @@ TEST(SampleSets, TextsOfCardsFit) {
     const Measure title(set, "CardTitleFontID");
     const Measure bold(set, "CardBoldFontID");
     const Measure info(set, "CardInformationFontID");
-    for (Recordset card = RecordsOf("tblCard", set["SetID"].Int32()); !card.IsEOF(); card.MoveNext()) {
+    ForEach(RecordsOf("tblCard", set["SetID"].Int32()), [&](const Recordset& card) {
       const std::string name = card["Title"].Text().toStdString();
       EXPECT_LE(title.Width(card["Title"].Text()), box.title) << name;
       EXPECT_LE(bold.Width(card["BoldText"].Text()), box.bold) << name;
       EXPECT_LE(TopOfInformation(card, box) + info.Height(card["Information"].Text(), box.info), box.bottom)
           << name;
-    }
+    });
   }
 }
 
 TEST(SampleSets, TextsOfCharactersAndLargeCardsFit) {
   const Recordset set = Delivered("SELECT * FROM tblSet WHERE EditionID = 2");
   const Measure abilities(set, "CharacterSpecialFontID");
-  for (Recordset row = RecordsOf("tblCharacter", set["SetID"].Int32()); !row.IsEOF(); row.MoveNext()) {
+  ForEach(RecordsOf("tblCharacter", set["SetID"].Int32()), [&](const Recordset& row) {
     EXPECT_LE(abilities.Height(row["Abilities"].Text(), 144), 177) << row["Name"].Text().toStdString();
-  }
+  });
   const Measure title(set, "CardLargeTitleFontID");
   const Measure info(set, "CardLargeInfoFontID");
-  for (Recordset row = RecordsOf("tblLargeCard", set["SetID"].Int32()); !row.IsEOF(); row.MoveNext()) {
+  ForEach(RecordsOf("tblLargeCard", set["SetID"].Int32()), [&](const Recordset& row) {
     const double width = 296 - (8 + row["PicWidth"].Number() + 5);
     EXPECT_LE(title.Height(row["Title"].Text(), width), 24) << row["Title"].Text().toStdString();
     EXPECT_LE(info.Height(row["Information"].Text(), width), 212) << row["Title"].Text().toStdString();
-  }
+  });
 }
 
 }  // namespace
