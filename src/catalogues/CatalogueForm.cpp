@@ -67,8 +67,7 @@ std::int32_t CatalogueForm::IdOf(const ListItem& entry) const {
 }
 
 void CatalogueForm::FindRow(std::int32_t id) {
-  rows_.MoveFirst();
-  rows_.Find(QStringLiteral("%1 = %2").arg(QLatin1String(kind_.id_column)).arg(id));
+  FindByKey(rows_, kind_.id_column, id);
 }
 
 bool CatalogueForm::IsCustom(const ListItem& entry) const {

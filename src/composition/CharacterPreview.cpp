@@ -4,6 +4,7 @@
 #include "builtin/BuiltIn.h"
 #include "composition/PreviewDrawing.h"
 #include "composition/modRotatePic.h"
+#include "database/ListHelpers.h"
 #include "database/ReferenceLists.h"
 #include "pictures/modPicture.h"
 #include "state/modData.h"

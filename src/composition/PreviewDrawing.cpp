@@ -27,14 +27,6 @@ void DesignWatermark(Label& label, const PixelRect& rect) {
   label.SetForeColor(0xC0C0C0);
 }
 
-std::int32_t KeyOrNone(const Field& field) {
-  return field.IsNull() ? 0 : field.Int32();
-}
-
-void FindByKey(Recordset& rows, const char* key, std::int32_t value) {
-  rows.FindFirst(QStringLiteral("%1 = %2").arg(QLatin1String(key)).arg(value));
-}
-
 void DrawInSteps(std::initializer_list<std::function<void()>> steps) {
   for (const auto& step : steps) {
     try {

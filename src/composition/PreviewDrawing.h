@@ -5,7 +5,6 @@
 
 #include "composition/CardLayout.h"
 #include "forms/Surface.h"
-#include "records/Recordset.h"
 
 // What the previews of cards, large cards and characters share.
 namespace orv {
@@ -20,12 +19,6 @@ void DesignLabel(Label& label, const PixelRect& rect, const Font& font, Alignmen
 
 // A mark's design: small, grey and centred.
 void DesignWatermark(Label& label, const PixelRect& rect);
-
-// The key that a field refers to; 0 for none yet.
-std::int32_t KeyOrNone(const Field& field);
-
-// Goes to the row of a catalogue that has a key; at EOF if there is none. RuntimeError 3021 without rows.
-void FindByKey(Recordset& rows, const char* key, std::int32_t value);
 
 // Runs the steps of a draw operation in turn. A missing file or path (errors 53 and 76) leaves its box as
 // it was, and the next step follows; any other error is told in a box and ends the drawing half done.

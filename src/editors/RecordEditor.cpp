@@ -138,7 +138,7 @@ void RecordEditor::UpdateDisplay() {
   if (rows.IsBOF() || rows.IsEOF()) rows.MoveFirst();
   const std::int32_t key = rows[kind_.key].Int32();
   rows.MoveLast();
-  rows.FindFirst(QStringLiteral("%1 = %2").arg(QLatin1String(kind_.key)).arg(key));
+  FindByKey(rows, kind_.key, key);
   cmdCardNav_Click(-1);
 }
 
@@ -187,7 +187,7 @@ void RecordEditor::Delete() {
   }
   rows.MoveLast();
   const int last = rows["Nr"].Int16();
-  rows.FindFirst(QStringLiteral("Nr = %1").arg(deleted));
+  FindByKey(rows, "Nr", deleted);
   if (rows.IsEOF()) rows.MoveLast();
   DrawRecord();
   ShowCard();
@@ -200,7 +200,7 @@ void RecordEditor::CloseGap(int deleted) {
   Recordset& rows = kind_.rows;
   if (rows.IsEmpty()) return;
   for (int number = deleted + 1;; ++number) {
-    rows.FindFirst(QStringLiteral("Nr = %1").arg(number));
+    FindByKey(rows, "Nr", number);
     if (rows.IsEOF()) return;
     rows["Nr"] = number - 1;
   }

@@ -2,6 +2,7 @@
 
 #include "base/Rounding.h"
 #include "base/RuntimeError.h"
+#include "database/ListHelpers.h"
 #include "editors/EditorLayout.h"
 #include "state/modData.h"
 
@@ -121,8 +122,7 @@ void CardListForm::lvCard_ItemClick(const ListItem& item) {
 
 void CardListForm::Swap(void (Recordset::*to_neighbour)(), void (Recordset::*back)()) {
   if (SelectedCardID == 0) return;
-  rows_.MoveFirst();
-  rows_.Find(QStringLiteral("CardID = %1").arg(SelectedCardID));
+  FindByKey(rows_, "CardID", SelectedCardID);
   if (rows_.IsEOF()) return;
   const Value nr = rows_["Nr"].Get();
   (rows_.*to_neighbour)();
