@@ -49,14 +49,6 @@ TEST_F(MakingTest, TablesAndBlocks) {
   EXPECT_EQ(blocks[1].fields["Title"], "c\r\nd");
 }
 
-TEST_F(MakingTest, FaultyContentIsNamed) {
-  EXPECT_NE(ErrorOf([&] { ReadTable(Write("t", "a|b\n1\n")); }).find("t:2: wrong number of columns"),
-            std::string::npos);
-  for (const char* text : {"Title: x\n", "[card]\nnonsense\n", "[card]\n| x\n", "[card]\nA: 1\nA: 2\n"}) {
-    EXPECT_NE(ErrorOf([&] { ReadBlocks(Write("b", text)); }), "") << text;
-  }
-}
-
 // One language, one row a table, and what the sets say.
 class SmallContent : public MakingTest {
  protected:
@@ -102,10 +94,13 @@ TEST_F(SmallContent, AFaultLeavesNoFile) {
       {"Type: none\n", "s.txt: card 1: no type none"},
       {"Type: a\nPicture: none\n", "s.txt: card 1: no picture none"},
       {"Type: a\nCopies: many\n", "s.txt: card 1: no value: many"},
-      {"Type: a\nColumn: 1\n", "s.txt: card 1: "}};
+      {"Type: a\nColumn: 1\n", "s.txt: card 1: "},
+      {"Type: a\nType: a\n", ""},
+      {"nonsense\n", ""}};
   for (const auto& [line, error] : faults) {
     WriteContent(set + line);
-    EXPECT_EQ(Make().find(error), 0u) << line.constData() << Make();
+    const std::string told = Make();
+    EXPECT_TRUE(!told.empty() && told.starts_with(error)) << line.constData() << told;
     EXPECT_EQ(QDir(folder_.path()).entryList({"*made*", "*.tmp", "*-journal"}), QStringList());
   }
 }

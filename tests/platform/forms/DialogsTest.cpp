@@ -17,7 +17,6 @@
 #include <QTimer>
 
 #include "base/Files.h"
-#include "support/DialogScript.h"
 #include "support/Errors.h"
 
 namespace orv {
@@ -162,28 +161,6 @@ TEST_F(FileDialogs, SavingAddsTheExtensionAsksAndStaysInItsFolder) {
   });
   dialog.ShowSave();
   EXPECT_EQ(dialog.FileName, Path("e.txt"));
-}
-
-TEST_F(FileDialogs, AResponderAnswersInTheirPlace) {
-  DialogScript script;
-  const DialogResponderScope scope(script);
-  script.files = {"/x/y.bmp"};
-  dialog.ShowOpen();
-  EXPECT_EQ(dialog.FileName, "/x/y.bmp");
-  EXPECT_EQ(ErrorOf([&] { dialog.ShowOpen(); }), kErrCancel);
-  script.colours = {Rgb(1, 2, 3)};
-  dialog.ShowColor();
-  EXPECT_EQ(dialog.Color, Rgb(1, 2, 3));
-  EXPECT_EQ(ErrorOf([&] { dialog.ShowColor(); }), kErrCancel);
-  EXPECT_EQ(dialog.Color, Rgb(1, 2, 3));
-  {
-    DialogScript inner;
-    const DialogResponderScope inner_scope(inner);
-    MsgBox("inner", Icon::None, {});
-    EXPECT_EQ(inner.LastPrompt(), "inner");
-  }
-  EXPECT_EQ(CurrentResponder(), &script);
-  EXPECT_TRUE(script.boxes.empty());
 }
 
 TEST_F(FileDialogs, ColoursHaveRedInTheLowByte) {

@@ -9,15 +9,15 @@
 
 #include "forms/Application.h"
 #include "forms/Controls.h"
-#include "forms/Dialogs.h"
 #include "forms/Layout.h"
 #include "forms/ListView.h"
 #include "platform/forms/TestWindow.h"
-#include "support/DialogScript.h"
 #include "support/Widgets.h"
 
 namespace orv {
 namespace {
+
+using Controls = std::initializer_list<Control*>;
 
 QString log;
 QString Log() {
@@ -101,26 +101,11 @@ TEST(FormTest, AModalFormLastsUntilItIsHiddenOrClosed) {
   EXPECT_EQ(form.result, "ok unloaded ");
 }
 
-TEST(FormTest, AResponderDrivesAModalForm) {
-  DialogForm form;
-  DialogScript script;
-  const DialogResponderScope scope(script);
-  script.modals.push_back([&](Form& shown) {
-    EXPECT_EQ(&shown, &form);
-    EXPECT_TRUE(shown.IsShown());
-    ClickOn(form.cmdOther);
-  });
-  form.ShowModal();
-  EXPECT_EQ(form.result, "other ");
-  EXPECT_FALSE(form.IsShown());
-}
-
 TEST(FormTest, KeysThatNoControlUsesReachTheForm) {
   DialogForm form;
   form.lv.AddColumn("A", 50);
   form.Open();
-  for (const Control* control : std::initializer_list<const Control*>{&form.txt, &form.txtLines, &form.cbo,
-                                                                      &form.lv, &form.cmdOther}) {
+  for (const Control* control : Controls{&form.txt, &form.txtLines, &form.cbo, &form.lv, &form.cmdOther}) {
     control->Handle()->setFocus();
     form.keys.clear();
     PressKey(*control, Qt::Key_N, Qt::ControlModifier);
@@ -146,8 +131,7 @@ TEST(FormTest, EnterAndEscapePressTheirButtons) {
   EXPECT_EQ(after(form.cbo, Qt::Key_Enter), "ok ");
   EXPECT_EQ(after(form.txtLines, Qt::Key_Return), QString()) << "a line end";
   EXPECT_EQ(after(form.cmdOther, Qt::Key_Return), "other ") << "the button with the focus";
-  for (const Control* control :
-       std::initializer_list<const Control*>{&form.txtLines, &form.lv, &form.cmdOther}) {
+  for (const Control* control : Controls{&form.txtLines, &form.lv, &form.cmdOther}) {
     EXPECT_EQ(after(*control, Qt::Key_Escape), "cancel ");
   }
   form.cmdOK.SetEnabled(false);
@@ -207,7 +191,7 @@ class SparseForm : public Form {
  public:
   SparseForm() : Form(FormKind::Child) {
     BoxLayout column(*this, BoxLayout::Column);
-    for (Control* control : std::initializer_list<Control*>{&cmdFirst, &cmdAdd, &panel}) column.Add(*control);
+    for (Control* control : Controls{&cmdFirst, &cmdAdd, &panel}) column.Add(*control);
     BoxLayout(panel, BoxLayout::Row, 0).Add(txt);
     SetMinimumSize(txt, 500, 150);
     cmdFirst.SetEnabled(false);

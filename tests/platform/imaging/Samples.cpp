@@ -128,7 +128,7 @@ QByteArray Jpeg(const JpegShape& shape) {
   jpeg_set_defaults(&codec);
   if (shape.ink_as_luma) jpeg_set_colorspace(&codec, JCS_YCCK);
   codec.write_Adobe_marker = shape.ink && shape.ink_marked;
-  jpeg_set_quality(&codec, 95, TRUE);
+  jpeg_set_quality(&codec, shape.quality, TRUE);
   if (shape.progressive) jpeg_simple_progression(&codec);
   jpeg_start_compress(&codec, TRUE);
   for (int y = 0; y < shape.height; ++y) {

@@ -51,6 +51,7 @@ struct JpegShape {
   bool ink = false;          // four inks
   bool ink_as_luma = false;  // transformed
   bool ink_marked = true;    // by the marker that goes with inverted inks
+  int quality = 95;
 };
 // Four flat quarters: red, green, blue, white; with inks the same; in grey their brightness.
 QByteArray Jpeg(const JpegShape& shape);

@@ -100,21 +100,17 @@ const QueryCase kQueries[] = {
 
 class DialectTest : public Sample {};
 
-TEST_F(DialectTest, EachQueryRunsAsASnapshot) {
-  for (const QueryCase& query : kQueries) {
-    EXPECT_EQ(Rows(Snapshot(query.text), QString(query.columns).split(' ')).toStdString(), query.rows)
-        << query.text;
-  }
-}
-
-TEST_F(DialectTest, AnEditableRecordsetHasTheSameOrder) {
+TEST_F(DialectTest, EachQueryGivesItsRowsAndAnEditableRecordsetTheSameOrder) {
   for (const QueryCase& query : kQueries) {
     const QString text = query.text;
-    if (!text.contains("ORDER BY") || !Translate(text).plain || text.contains("tblCharacter.Name") ||
-        text.startsWith("SELECT tblCard.Nr") || text.startsWith("SELECT tblLargeCard.Nr"))
-      continue;
-    EXPECT_EQ(Rows(Editable(text), QString(query.columns).split(' ')).toStdString(), query.rows)
-        << query.text;
+    const QStringList columns = QString(query.columns).split(' ');
+    EXPECT_EQ(Rows(Snapshot(text), columns).toStdString(), query.rows) << query.text;
+    // A row that can be edited is that of one table, and its key stands among the columns.
+    const bool has_key = !text.contains("tblCharacter.Name") && !text.startsWith("SELECT tblCard.Nr") &&
+                         !text.startsWith("SELECT tblLargeCard.Nr");
+    if (text.contains("ORDER BY") && Translate(text).plain && has_key) {
+      EXPECT_EQ(Rows(Editable(text), columns).toStdString(), query.rows) << query.text;
+    }
   }
 }
 
