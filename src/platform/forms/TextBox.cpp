@@ -1,5 +1,6 @@
 #include <QKeyEvent>
 #include <QLineEdit>
+#include <QMimeData>
 #include <QPlainTextEdit>
 #include <QSignalBlocker>
 #include <QTextBlock>
@@ -25,6 +26,18 @@ class OneLine : public QValidator {
       if (c == u'\n' || c == u'\r' || c == QChar::ParagraphSeparator) c = u' ';
     }
     return Acceptable;
+  }
+};
+
+// Pastes and takes by dropping nothing but text: the base class falls over a clipboard that holds nothing at
+// all.
+class TextArea : public QPlainTextEdit {
+ public:
+  using QPlainTextEdit::QPlainTextEdit;
+
+ protected:
+  void insertFromMimeData(const QMimeData* source) override {
+    if (source != nullptr && source->hasText()) QPlainTextEdit::insertFromMimeData(source);
   }
 };
 
@@ -70,7 +83,7 @@ TextBox::TextBox(Container& parent, Kind kind) : kind_(kind) {
     Adopt(edit);
     QObject::connect(edit, &QLineEdit::textChanged, Watcher(), [this] { TextEdited(); });
   } else {
-    auto* const edit = new QPlainTextEdit(parent.Handle());
+    auto* const edit = new TextArea(parent.Handle());
     edit->setTabChangesFocus(true);
     Adopt(edit);
     QObject::connect(edit, &QPlainTextEdit::textChanged, Watcher(), [this] { TextEdited(); });

@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QMimeData>
 #include <QTest>
 
 #include "forms/Controls.h"
@@ -124,6 +125,16 @@ TEST_F(TextBoxTest, TabLeavesTheField) {
   PressKey(line, Qt::Key_Tab);
   EXPECT_TRUE(lines.HasFocus());
   EXPECT_EQ(lines.Text(), "a");
+}
+
+TEST_F(TextBoxTest, PastingWhatIsNoTextChangesNothing) {
+  auto* image = new QMimeData;
+  image->setImageData(1);
+  for (QMimeData* held : {new QMimeData, image}) {
+    QApplication::clipboard()->setMimeData(held);
+    for (TextBox* box : {&line, &lines}) PressKey(*box, Qt::Key_V, Qt::ControlModifier);
+  }
+  EXPECT_EQ(line.Text() + lines.Text(), QString());
 }
 
 }  // namespace
