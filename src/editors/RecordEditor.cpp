@@ -27,6 +27,32 @@ RecordEditor::RecordEditor(const RecordKind& kind)
   Explain(cmdCardDelete, QStringLiteral("Delete"));
   cmdCardAdd.Click = [this] { Add(); };
   if (kind_.can_delete) cmdCardDelete.Click = [this] { Delete(); };
+  Living().push_back(this);
+}
+
+RecordEditor::~RecordEditor() {
+  std::erase(Living(), this);
+}
+
+std::vector<RecordEditor*>& RecordEditor::Living() {
+  static std::vector<RecordEditor*> editors;
+  return editors;
+}
+
+void RecordEditor::LockAll() {
+  for (RecordEditor* editor : Living()) editor->SetAccess(Access::Locked);
+}
+
+void RecordEditor::TellOthers() {
+  for (RecordEditor* editor : Living()) {
+    if (editor == this || &editor->kind_.rows != &kind_.rows) continue;
+    editor->SetAccess(kind_.rows.IsEmpty() ? Access::Bar : Access::All);
+  }
+}
+
+void RecordEditor::SetAccess(Access access) {
+  pnlBar.SetEnabled(access != Access::Locked);
+  for (Control* side : sides_) side->SetEnabled(access == Access::All);
 }
 
 void RecordEditor::ArrangeBar(std::initializer_list<Control*> more) {
@@ -53,6 +79,7 @@ void RecordEditor::ArrangeBar(std::initializer_list<Control*> more) {
 }
 
 void RecordEditor::ArrangeSides(Control& previews, Control& input) {
+  sides_ = {&previews, &input};
   BoxLayout column(*this, BoxLayout::Column);
   column.Add(pnlBar);
   BoxLayout sides = column.AddBox(BoxLayout::Row, 1, 12);
@@ -75,6 +102,7 @@ void RecordEditor::Form_KeyDown(const KeyEvent& key) {
 }
 
 void RecordEditor::Initialise() {
+  SetAccess(Access::All);
   OpenCards();
   Recordset& rows = kind_.rows;
   int highest = 0;
@@ -104,6 +132,7 @@ void RecordEditor::OpenCards() {
                         .arg(QLatin1String(kind_.table))
                         .arg(modData::CurrentSetID);
   modData::OpenEditable(modData::strSQL, rows);
+  TellOthers();
 }
 
 void RecordEditor::EnableCardControls(bool show) {
@@ -160,6 +189,8 @@ void RecordEditor::Add() {
     throw;
   }
   rows.MoveLast();
+  SetAccess(Access::All);
+  TellOthers();
   EnableCardControls(true);
   DrawRecord();
   ShowCard();

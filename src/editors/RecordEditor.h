@@ -2,6 +2,7 @@
 
 #include <array>
 #include <initializer_list>
+#include <vector>
 
 #include "base/Event.h"
 #include "forms/Controls.h"
@@ -26,8 +27,15 @@ struct RecordKind {
 
 // An editor of the records of one kind in the current set, one at a time. There is no save command: each
 // handler writes its field into the current row and updates it at once. Nr is kept dense.
+//
+// An editor may show a record that is gone: its set was deleted, or another editor has opened the shared
+// recordset for a set without records. It goes on showing it, but takes no edits until it has a record again.
 class RecordEditor : public Form {
  public:
+  ~RecordEditor() override;
+  // There is no set any more, and nothing to do in any editor until one is initialised again.
+  static void LockAll();
+
   void Form_Load() override;
   void Form_Unload() override;
   void Form_KeyDown(const KeyEvent& key) override;
@@ -89,8 +97,16 @@ class RecordEditor : public Form {
   bool HasCards = false;
 
  private:
+  // What the user may do: nothing, walk and add, or edit too.
+  enum class Access { Locked, Bar, All };
+  void SetAccess(Access access);
+  // The recordset was opened anew or has grown: tells the other editors of it.
+  void TellOthers();
+  static std::vector<RecordEditor*>& Living();
+
   void CloseGap(int deleted);
   const RecordKind kind_;
+  std::array<Control*, 2> sides_{};  // the previews and the input side
 };
 
 // Sets a flag for as long as it lives and puts its former value back.

@@ -175,6 +175,7 @@ void MasterForm::ShowNoSet() {
   ShowSymbol(LoadPicture(), false);
   ptSet.SetVisible(false);
   cmdDelete.SetEnabled(false);
+  RecordEditor::LockAll();
 }
 
 void MasterForm::ShowSymbol(const Picture& symbol, bool use) {

@@ -123,6 +123,36 @@ TEST_F(MasterTest, TheCardButtonOpensTheEditorOfTheEditionWhichFollowsTheSet) {
   EXPECT_EQ(frmMaster->tbar.Value(3), 0) << "a closed editor releases its button";
 }
 
+TEST_F(MasterTest, WithoutItsRecordAnEditorOnlyShowsWhatItHad) {
+  database_.AddCard(database_.AddSet("A", 3), 1, "of A");
+  database_.AddSet("B", 3);
+  Start();
+  frmCard3rd->Show();
+  const auto title = [] {
+    Retype(frmCard3rd->txtTitle, "typed");
+    return frmCard3rd->txtTitle.Text();
+  };
+  // The other set has no cards, and this editor does not follow by itself.
+  Choose(frmMaster->cboSet, 1);
+  EXPECT_EQ(title(), "of A");
+  ClickOn(frmCard3rd->cmdCardAdd);
+  EXPECT_EQ(title(), "typed");
+  dialogs_.answers = {Answer::Yes, Answer::Yes};
+  ClickOn(frmMaster->cmdDelete);
+  EXPECT_EQ(Scalar("SELECT Title FROM tblCard"), "of A");
+  frmCard3rd->txtTitle.SetText("seen");
+  ClickOn(frmMaster->cmdDelete);
+  EXPECT_EQ(title(), "seen");
+  for (const CommandButton* button : {&frmCard3rd->cmdCardNav[2], &frmCard3rd->cmdCardDelete})
+    ClickOn(*button);
+  EXPECT_EQ(frmCard3rd->txtTitle.Text(), "seen");
+  FillSet("New", true);
+  ClickOn(frmMaster->cmdNew);
+  ClickOn(frmCard3rd->cmdCardAdd);
+  EXPECT_EQ(title(), "typed");
+  EXPECT_EQ(Scalar("SELECT Title FROM tblCard"), "typed");
+}
+
 TEST_F(MasterTest, ThePlacementIsKeptAndBroughtOntoTheScreen) {
   SaveSetting("MainWindow", "WidthPos", "6000");
   SaveSetting("MainWindow", "HeightPos", "4500");
