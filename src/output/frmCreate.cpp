@@ -3,6 +3,7 @@
 #include "base/Rounding.h"
 #include "composition/frmCard.h"
 #include "database/ListHelpers.h"
+#include "editors/EditorLayout.h"
 #include "editors/frmCard2nd.h"
 #include "editors/frmCard3rd.h"
 #include "editors/frmCharacter2nd.h"
@@ -99,8 +100,7 @@ void CreateForm::Arrange() {
   cmdCreate.Place(5280, 4560, 1800, 435);
   cmdDone.Place(5280, 5085, 1800, 435);
   cmdDone.SetCancel(true);
-  cmdSaveTo.SetToolTip(QStringLiteral("Choose the folder"));
-  cmdSaveTo.SetAccessibleName(QStringLiteral("Choose the folder"));
+  Explain(cmdSaveTo, QStringLiteral("Choose the folder"));
   lblSaveTo.SetBuddy(txtSaveTo);
   lblFilenamePrefix.SetBuddy(txtFilenamePrefix);
   lblSaveFormat.SetBuddy(cboSaveFormat);

@@ -29,10 +29,18 @@ QString NameOf(QStyle::StandardPixmap which) {
   }
 }
 
-// The line around a field, which is to be seen on a dark ground too.
+bool IsDark(const QPalette& palette) {
+  return palette.window().color().lightness() < palette.windowText().color().lightness();
+}
+
+// The line around a field, which is to be seen on a dark ground, a black one included.
 QColor Outline(const QPalette& palette) {
   const QColor ground = palette.window().color();
-  return ground.lightness() < 128 ? ground.lighter(220) : ground.darker(140);
+  if (!IsDark(palette)) return ground.darker(140);
+  const QColor ink = palette.windowText().color();
+  const auto mixed = [](int from, int to) { return from + (to - from) / 4; };
+  return {mixed(ground.red(), ink.red()), mixed(ground.green(), ink.green()),
+          mixed(ground.blue(), ink.blue())};
 }
 
 // A line of one pixel inside a rectangle, whole at every scale of the screen.
@@ -69,8 +77,7 @@ class Style : public QProxyStyle {
     const QColor outline = Outline(option->palette);
     if (element == PE_Frame) return DrawEdges(*painter, option->rect, outline);
     QProxyStyle::drawPrimitive(element, option, painter, widget);
-    const bool dark = outline.lightness() > option->palette.window().color().lightness();
-    if (!dark || option->state.testFlag(State_HasFocus)) return;
+    if (!IsDark(option->palette) || option->state.testFlag(State_HasFocus)) return;
     if (element == PE_FrameLineEdit || element == PE_IndicatorCheckBox) {
       DrawRounded(*painter, option->rect, 2, outline);
     } else if (element == PE_IndicatorRadioButton) {

@@ -62,8 +62,8 @@ class Transaction {
 };
 
 // What is read while one lives is read under one lock on the file and shows one state of it, for a row of
-// small reads. Nothing may be changed within it, unless it lies in a transaction already. Other programs
-// can't write meanwhile: no place to wait for the user. Without effect where no lock can be had.
+// small reads. Other programs can't write meanwhile, so it is no place to wait for the user, and neither may
+// this one. Within a transaction it does nothing.
 class ReadScope {
  public:
   explicit ReadScope(const Connection& connection);
