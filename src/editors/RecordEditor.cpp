@@ -248,6 +248,15 @@ void RecordEditor::WriteText(const char* column, TextBox& box, Label& label) {
   label.SetCaption(box.Text());
 }
 
+void RecordEditor::ShowLast(int number) {
+  try {
+    ShowCard();
+  } catch (const RuntimeError&) {
+    // A record that can be written out and not be shown is no failure of the run.
+  }
+  ShowPosition(number, number);
+}
+
 void RecordEditor::ShowPosition(int number, int highest) {
   lblCurrentCard.SetCaption(QStringLiteral("%1 (%2)").arg(number).arg(highest));
   lblCurrentCard.SetTag(QString::number(highest));

@@ -44,10 +44,9 @@ class RecordEditor : public Form {
   virtual void DrawRecord() = 0;
   // Shows again what may have changed elsewhere, on the same record.
   void UpdateDisplay();
-  // "number (highest)" on the label, and the highest number as its tag.
-  void ShowPosition(int number, int highest);
-
-  FormLabel& PositionLabel() { return lblCurrentCard; }
+  // A run over all records is over, and the last one is drawn and current: shows it in the fields too, and
+  // its number as the highest.
+  void ShowLast(int number);
 
   Panel pnlBar;                             // the row with what is below
   std::array<CommandButton, 4> cmdCardNav;  // first, previous, next, last
@@ -88,6 +87,8 @@ class RecordEditor : public Form {
   void Write(const char* column, const Value& value);
   // The same for a text that the preview shows on a label; nothing while Loading.
   void WriteText(const char* column, TextBox& box, Label& label);
+  // "number (highest)" on the label, and the highest number as its tag.
+  void ShowPosition(int number, int highest);
   // The highest number, as the label's tag keeps it.
   int Highest() const { return lblCurrentCard.Tag().toInt(); }
   void ShowCurrentPosition();

@@ -35,7 +35,7 @@ struct CreateForm::Pass {
   void (*draw)();
   void (*compose)();
   void (*save)();
-  void (*show_position)(int count);  // on the editor's label, when the walk is done
+  void (*show_last)(int count);  // in the editor, when the walk is done
 };
 
 CreateForm::CreateForm()
@@ -166,11 +166,11 @@ void CreateForm::CreateAllCards(bool Card2nd, bool Character2nd, bool LargeCard2
   SetLabelColour(Rgb(0xFF, 0, 0));
   if (Card2nd) {
     Run({modData::rsCard, lblNr2ndCards, [] { frmCard2nd->DrawCard(); }, [] { frmCard->CreateCard2nd(); },
-         SaveTheCard2nd, [](int count) { frmCard2nd->ShowPosition(count, count); }});
+         SaveTheCard2nd, [](int count) { frmCard2nd->ShowLast(count); }});
   }
   if (Card3rd) {
     Run({modData::rsCard, lblNr2ndCards, [] { frmCard3rd->DrawCard(); }, [] { frmCard->CreateCard3rd(); },
-         SaveTheCard3rd, [](int count) { frmCard3rd->ShowPosition(count, count); }});
+         SaveTheCard3rd, [](int count) { frmCard3rd->ShowLast(count); }});
   }
   if (Character2nd) {
     Run({modData::rsCharacter, lblNr2ndChar, [] { frmCharacter2nd->DrawCharacter(); },
@@ -179,12 +179,12 @@ void CreateForm::CreateAllCards(bool Card2nd, bool Character2nd, bool LargeCard2
            SaveTheCharacter2nd();
            SaveThePlayingPiece2nd();
          },
-         [](int count) { frmCharacter2nd->ShowPosition(count, count); }});
+         [](int count) { frmCharacter2nd->ShowLast(count); }});
   }
   if (LargeCard2nd) {
     Run({modData::rsLargeCard, lblNr2ndLarge, [] { frmLarge2nd->DrawLargeCard(); },
          [] { frmCard->CreateLargeCard2nd(); }, SaveTheLargeCard,
-         [](int count) { frmLarge2nd->ShowPosition(count, count); }});
+         [](int count) { frmLarge2nd->ShowLast(count); }});
   }
   SetLabelColour(kBlack);
   MsgBox(QStringLiteral("Done creating cards."), Icon::Information, kTitle);
@@ -204,7 +204,7 @@ void CreateForm::Run(const Pass& pass) {
     pass.save();
   }
   pass.records.MoveLast();
-  pass.show_position(number);
+  pass.show_last(number);
 }
 
 }  // namespace orv

@@ -105,6 +105,7 @@ TEST_F(SavingTest, ARunNumbersTheRecordsForGoodAndFreezesTheirFileNames) {
     Create();
     EXPECT_EQ(Files().join(','), names);
     EXPECT_EQ(frmCard2nd->lblCurrentCard.Caption(), "3 (3)");
+    EXPECT_EQ(frmCard2nd->txtTitle.Text(), modData::rsCard["Title"].Text()) << "what is typed goes there";
     ASSERT_EQ(dialogs_.boxes.size(), 1u);
     EXPECT_EQ(dialogs_.LastPrompt(), "Done creating cards.");
     modData::rsCard.MoveFirst();
