@@ -34,14 +34,29 @@ void StorePlace(const char* key, int twips) {
   SaveSetting(kWindowSection, QString::fromLatin1(key), QString::number(twips));
 }
 
-// Shows a form that is hidden and hides one that is shown.
+// Hides an editor that is shown and shows one that is hidden, with the current set.
 template <class T>
 void Toggle(FormInstance<T>& form) {
   if (form.IsVisible()) {
     form->Hide();
-  } else {
-    form->Show();
+    return;
   }
+  form->FollowSet();
+  form->Show();
+}
+
+// An editor of cards that comes into being opens the shared recordset anew; it goes back to the card on which
+// it stood.
+void LoadCardEditors() {
+  if (frmCard2nd.IsLoaded() && frmCard3rd.IsLoaded()) return;
+  Recordset& cards = modData::rsCard;
+  const bool on_card = cards.IsOpen() && !cards.IsBOF() && !cards.IsEOF();
+  const std::int32_t card = on_card ? cards["CardID"].Int32() : 0;
+  frmCard2nd.Load();
+  frmCard3rd.Load();
+  if (!on_card) return;
+  FindByKey(cards, "CardID", card);
+  if (cards.IsEOF()) cards.MoveFirst();
 }
 
 }  // namespace
@@ -140,6 +155,7 @@ void MasterForm::InitialiseSet() {
   } else {
     ptSet.SetVisible(false);
     cboSet.SetEnabled(false);
+    cmdDelete.SetEnabled(false);
   }
 }
 
@@ -189,6 +205,7 @@ void MasterForm::SetChange() {
 }
 
 void MasterForm::RedrawEditors() {
+  LoadCardEditors();
   frmCard2nd->UpdateDisplay();
   frmCharacter2nd->UpdateDisplay();
   frmLarge2nd->UpdateDisplay();
