@@ -2,6 +2,7 @@
 
 #include "base/Rounding.h"
 #include "base/RuntimeError.h"
+#include "database/CurrentSet.h"
 #include "database/ListHelpers.h"
 #include "editors/EditorLayout.h"
 #include "state/modData.h"
@@ -143,10 +144,7 @@ int RecordEditor::HighestNumber() const {
 }
 
 void RecordEditor::OpenCards() {
-  modData::strSQL = QStringLiteral("SELECT * FROM %1 WHERE SetID = %2 ORDER BY Nr")
-                        .arg(QLatin1String(kind_.table))
-                        .arg(modData::CurrentSetID);
-  modData::OpenEditable(modData::strSQL, kind_.rows);
+  OpenRecordsOfSet(kind_.table, kind_.rows);
   TellOthers();
 }
 

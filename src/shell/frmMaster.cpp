@@ -6,6 +6,7 @@
 #include "base/Settings.h"
 #include "base/Value.h"
 #include "composition/frmCard.h"
+#include "database/CurrentSet.h"
 #include "database/FontProfiles.h"
 #include "database/ListHelpers.h"
 #include "editors/frmCard2nd.h"
@@ -14,10 +15,9 @@
 #include "editors/frmLarge2nd.h"
 #include "forms/Application.h"
 #include "forms/Dialogs.h"
-#include "output/frmCreate.h"
 #include "output/modFile.h"
 #include "pictures/modPicture.h"
-#include "shell/CurrentSet.h"
+#include "shell/frmCreate.h"
 #include "shell/frmSetName.h"
 #include "state/modData.h"
 
@@ -43,6 +43,12 @@ void Toggle(FormInstance<T>& form) {
   }
   form->FollowSet();
   form->Show();
+}
+
+// An editor that is loaded now shows the current set by that.
+template <class T>
+void Follow(FormInstance<T>& editor, void (*initialise)()) {
+  editor.IsLoaded() ? initialise() : editor.Load();
 }
 
 // An editor of cards that comes into being opens the shared recordset anew; it goes back to the card on which
@@ -200,8 +206,11 @@ void MasterForm::ShowSymbol(const Picture& symbol, bool use) {
   modData::SetSymbol = symbol;
 }
 
+// The editor of 3rd-edition cards does not follow by itself.
 void MasterForm::SetChange() {
-  EditorsFollowSet();
+  Follow(frmCard2nd, [] { frmCard2nd->InitCard2nd(); });
+  Follow(frmCharacter2nd, [] { frmCharacter2nd->Initialise(); });
+  Follow(frmLarge2nd, [] { frmLarge2nd->InitLarge2nd(); });
 }
 
 void MasterForm::RedrawEditors() {

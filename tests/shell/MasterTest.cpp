@@ -4,7 +4,7 @@
 #include "base/Settings.h"
 #include "editors/frmCard2nd.h"
 #include "editors/frmCard3rd.h"
-#include "output/frmCreate.h"
+#include "shell/frmCreate.h"
 
 namespace orv {
 namespace {

@@ -9,7 +9,6 @@
 #include "editors/frmCard3rd.h"
 #include "editors/frmCharacter2nd.h"
 #include "forms/Lifetime.h"
-#include "output/frmCreate.h"
 
 namespace orv {
 namespace {
@@ -142,21 +141,6 @@ TEST_F(SharedCardsTest, AHiddenEditorAndANewCardGoByTheCurrentSet) {
   ClickOn(frmCard3rd->cmdCardNav[0]);
   EXPECT_EQ(frmCard3rd->cboType.Text(), "Place Site (4)");
   add("newer");
-}
-
-TEST_F(SharedCardsTest, ARunLeavesEachEditorItsCard) {
-  AddSet("A", 2);
-  Start();
-  PressCards();
-  ClickOn(frmCard2nd->cmdCardNav[2]);
-  dialogs_.modals.push_back([](Form&) {
-    ClickOn(frmCreate->chk2ndCard);
-    ClickOn(frmCreate->cmdCreate);
-  });
-  frmMaster->tbar.ButtonClick("createall");
-  const QString shown = frmCard2nd->txtTitle.Text();
-  Retype(frmCard2nd->txtTitle, "typed");
-  EXPECT_EQ(Titles(), QString("A1 A2 A3 A4 A5").replace(shown, "typed"));
 }
 
 TEST_F(SharedCardsTest, AStartAreaThatWaitsIsDroppedWhenTheEditorIsOpenedAnew) {
