@@ -25,6 +25,9 @@ constexpr const SheetKind* kOfCard2nd[] = {&kSheetOfCard2nd};
 constexpr const SheetKind* kOfCard3rd[] = {&kSheetOfCard3rd};
 constexpr const SheetKind* kOfCharacter[] = {&kSheetOfCharacter, &kSheetOfPiece};
 constexpr const SheetKind* kOfLargeCard[] = {&kSheetOfLargeCard};
+constexpr const char* kPicturesOfCard[] = {"Picture", "Background"};
+constexpr const char* kPicturesOfCharacter[] = {"Picture", "Background", "PlayingPiece"};
+constexpr const char* kPicturesOfLargeCard[] = {"Picture", "BGPicture", "LargeCardBack"};
 constexpr const OutputKind* kKinds[] = {&kCards2nd, &kCards3rd, &kCharacters2nd, &kLargeCards2nd};
 
 }  // namespace
@@ -83,25 +86,29 @@ const OutputKind kCards2nd = {.edition = 2,
                               .records = modData::rsCard,
                               .draw = [] { CardPreviewOf(2).DrawCard(); },
                               .compose = [] { frmCard->CreateCard2nd(); },
-                              .sheets = kOfCard2nd};
+                              .sheets = kOfCard2nd,
+                              .pictures = kPicturesOfCard};
 const OutputKind kCards3rd = {.edition = 3,
                               .table = "tblCard",
                               .records = modData::rsCard,
                               .draw = [] { CardPreviewOf(3).DrawCard(); },
                               .compose = [] { frmCard->CreateCard3rd(); },
-                              .sheets = kOfCard3rd};
+                              .sheets = kOfCard3rd,
+                              .pictures = kPicturesOfCard};
 const OutputKind kCharacters2nd = {.edition = 2,
                                    .table = "tblCharacter",
                                    .records = modData::rsCharacter,
                                    .draw = [] { TheCharacterPreview().DrawCharacter(); },
                                    .compose = [] { frmCard->CreateCharacter2nd(); },
-                                   .sheets = kOfCharacter};
+                                   .sheets = kOfCharacter,
+                                   .pictures = kPicturesOfCharacter};
 const OutputKind kLargeCards2nd = {.edition = 2,
                                    .table = "tblLargeCard",
                                    .records = modData::rsLargeCard,
                                    .draw = [] { TheLargeCardPreview().DrawLargeCard(); },
                                    .compose = [] { frmCard->CreateLargeCard2nd(); },
-                                   .sheets = kOfLargeCard};
+                                   .sheets = kOfLargeCard,
+                                   .pictures = kPicturesOfLargeCard};
 
 std::span<const OutputKind* const> OutputKinds() {
   return kKinds;

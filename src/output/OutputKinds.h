@@ -34,6 +34,7 @@ struct OutputKind {
   void (*draw)();     // on the preview
   void (*compose)();  // from the preview, on the surfaces of frmCard
   std::span<const SheetKind* const> sheets;
+  std::span<const char* const> pictures;  // the columns with pictures that it draws
 };
 
 extern const OutputKind kCards2nd, kCards3rd, kCharacters2nd, kLargeCards2nd;

@@ -22,12 +22,6 @@ QString WithoutFolders(QString name) {
   return name.replace(QDir::separator(), u':');
 }
 
-void FillFileName(Recordset& record) {
-  if (record["FileName"].IsNull() || !record["FileName"].Text().isEmpty()) return;
-  record["FileName"] = record["Title"].Text();
-  record.Update();
-}
-
 void DrawOutline(Surface& sheet, const PixelRect& corners) {
   sheet.LineB(corners.left, corners.top, corners.width, corners.height, kBlack);
 }
@@ -67,13 +61,21 @@ bool WriteSheet(const SheetFormat& format, const QString& path) {
 
 }  // namespace
 
+void FillFileName(Recordset& record) {
+  const Field name = record["FileName"];
+  if (!name.IsNull() && name.Text().isEmpty()) name.Set(record["Title"].Text());
+}
+
 void SaveSheet(const SheetKind& kind, const SheetFormat& format) {
   QString path;
   const QString kind_code = QString::fromLatin1(kind.kind_code);
   QString name;
   bool saved = false;
   try {
-    if (kind.fills_name_from_title) FillFileName(kind.record);
+    if (kind.fills_name_from_title) {
+      FillFileName(kind.record);
+      kind.record.Update();
+    }
     name = kind.record[kind.name_column].Text();
     const std::int16_t number = kind.record["Nr"].Int16();
     const QString folder = SaveFolder();

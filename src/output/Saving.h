@@ -40,6 +40,10 @@ SheetFormat FormatOfSet();
 // One of the formats itself, whatever the set has stored.
 SheetFormat FormatOf(const PictureFormat& format);
 
+// Where a record has no file name yet, it takes the title of the moment, for good; the caller updates the
+// record. A Null name stays. RuntimeError 94 for a Null title.
+void FillFileName(Recordset& record);
+
 // What the save operations do, for a kind of sheet and in a format.
 void SaveSheet(const SheetKind& kind, const SheetFormat& format);
 

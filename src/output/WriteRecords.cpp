@@ -1,13 +1,54 @@
 #include "output/WriteRecords.h"
 
+#include <algorithm>
+#include <limits>
+#include <vector>
+
 #include "base/Rounding.h"
+#include "pictures/PicturesAhead.h"
+#include "state/modData.h"
 
 namespace orv {
 namespace {
 
-void WriteRecord(const OutputKind& kind, const SheetFormat& format) {
-  kind.draw();
-  kind.compose();
+// So many records get their numbers and file names in one transaction, which is durable before the first of
+// them is drawn.
+constexpr int kGroup = 16;
+
+// Numbers a group of records from the current one on, and stays there. Where the save freezes a name, it is
+// frozen here already.
+void NumberGroup(const OutputKind& kind, int number) {
+  Recordset& records = kind.records;
+  const bool freezes = kind.sheets.front()->fills_name_from_title;
+  Transaction transaction(modData::cn);
+  int count = 0;
+  for (; count < kGroup && number <= std::numeric_limits<std::int16_t>::max() && !records.IsEOF(); ++count) {
+    records["Nr"] = number++;
+    if (freezes && !records["Title"].IsNull()) FillFileName(records);
+    records.Update();
+    records.MoveNext();
+  }
+  transaction.Commit();
+  if (records.IsEOF()) {
+    records.MoveLast();
+    --count;
+  }
+  for (; count > 0; --count) records.MovePrevious();
+}
+
+std::vector<QByteArray> PicturesOfNext(const OutputKind& kind) {
+  std::vector<QByteArray> files;
+  for (const char* column : kind.pictures) files.push_back(kind.records[column].NextBytes());
+  return files;
+}
+
+void WriteRecord(const OutputKind& kind, const SheetFormat& format, PicturesAhead& ahead) {
+  {
+    const ReadScope reading(modData::cn);
+    ahead.Advance(PicturesOfNext(kind));
+    kind.draw();
+    kind.compose();
+  }
   for (const SheetKind* sheet : kind.sheets) SaveSheet(*sheet, format);
 }
 
@@ -17,13 +58,14 @@ int WriteRecords(const OutputKind& kind, const SheetFormat& format,
                  const std::function<void(int)>& progress) {
   Recordset& records = kind.records;
   if (!records.IsOpen() || records.IsEmpty()) return 0;
+  PicturesAhead ahead;
   int number = 0;
   for (records.MoveFirst(); !records.IsEOF(); records.MoveNext()) {
+    if (number % kGroup == 0) NumberGroup(kind, number + 1);
     ++number;
-    records["Nr"] = int{ToInt16(number)};
-    records.Update();
+    (void)ToInt16(number);  // a number past 16 bits ends the run
     progress(number);
-    WriteRecord(kind, format);
+    WriteRecord(kind, format, ahead);
   }
   records.MoveLast();
   return number;

@@ -5,6 +5,7 @@
 #include "base/Files.h"
 #include "base/Rounding.h"
 #include "base/RuntimeError.h"
+#include "pictures/PicturesAhead.h"
 
 namespace orv {
 namespace {
@@ -15,7 +16,7 @@ constexpr std::int64_t kBlock = 32768;
 
 void LoadPictureFromField(Surface& surface, const Field& field) {
   const QByteArray bytes = field.Bytes();
-  surface.SetPicture(bytes.isEmpty() ? LoadPicture() : LoadPicture(bytes));
+  surface.SetPicture(bytes.isEmpty() ? LoadPicture() : PicturesAhead::Load(bytes));
 }
 
 Value ReadFileToField(const QString& path, const Field& field) {

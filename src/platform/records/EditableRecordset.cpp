@@ -127,6 +127,14 @@ QByteArray EditableRecordset::Bytes(int column) {
   return value.IsNull() ? QByteArray() : value.Bytes();
 }
 
+QByteArray EditableRecordset::NextBytes(int column) {
+  CheckCurrent();
+  for (size_t next = static_cast<size_t>(position_) + 1; next < keys_.size(); ++next) {
+    if (!keys_[next].gone) return long_reader_.Bytes(column, keys_[next].id);
+  }
+  return {};
+}
+
 std::int64_t EditableRecordset::ActualSize(int column) {
   CheckCurrent();
   offsets_.remove(column);

@@ -21,6 +21,7 @@ class EditableRecordset final : public RecordsetImpl {
   void Set(int column, const Value& value) override;
   bool IsNull(int column) override;
   QByteArray Bytes(int column) override;
+  QByteArray NextBytes(int column) override;
   std::int64_t ActualSize(int column) override;
   QByteArray GetChunk(int column, std::int64_t length) override;
   void AppendChunk(int column, const QByteArray& bytes) override;

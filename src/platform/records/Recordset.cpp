@@ -27,6 +27,9 @@ bool Field::IsNull() const {
 QByteArray Field::Bytes() const {
   return recordset_->Bytes(column_);
 }
+QByteArray Field::NextBytes() const {
+  return recordset_->NextBytes(column_);
+}
 std::int64_t Field::ActualSize() const {
   return recordset_->ActualSize(column_);
 }

@@ -43,6 +43,8 @@ class Field {
 
   // All bytes of a long binary column at once, empty for Null.
   QByteArray Bytes() const;
+  // The same of the row behind the current one, without a move; empty at the end.
+  QByteArray NextBytes() const;
   // The same in pieces. ActualSize is the length in bytes, 0 for Null, and starts GetChunk over.
   std::int64_t ActualSize() const;
   // The next `length` bytes, fewer at the end. Reads no more of the file than asked for.

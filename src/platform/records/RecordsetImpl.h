@@ -35,6 +35,7 @@ class RecordsetImpl {
   virtual void Set(int column, const Value& value) = 0;
   virtual bool IsNull(int column) = 0;
   virtual QByteArray Bytes(int column) = 0;
+  virtual QByteArray NextBytes(int column) = 0;
   virtual std::int64_t ActualSize(int column) = 0;
   virtual QByteArray GetChunk(int column, std::int64_t length) = 0;
   virtual void AppendChunk(int column, const QByteArray& bytes) = 0;

@@ -91,6 +91,14 @@ QByteArray SnapshotRecordset::Bytes(int column) {
   return value.IsNull() ? QByteArray() : value.Bytes();
 }
 
+QByteArray SnapshotRecordset::NextBytes(int column) {
+  CheckCurrent();
+  const size_t next = static_cast<size_t>(position_) + 1;
+  if (next == shown_.size()) return {};
+  const Value& value = rows_[shown_[next]][static_cast<size_t>(column)];
+  return value.IsNull() ? QByteArray() : value.Bytes();
+}
+
 std::int64_t SnapshotRecordset::ActualSize(int column) {
   offsets_.remove(column);
   return Bytes(column).size();

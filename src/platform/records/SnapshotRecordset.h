@@ -19,6 +19,7 @@ class SnapshotRecordset final : public RecordsetImpl {
   void Set(int column, const Value& value) override;
   bool IsNull(int column) override;
   QByteArray Bytes(int column) override;
+  QByteArray NextBytes(int column) override;
   std::int64_t ActualSize(int column) override;
   QByteArray GetChunk(int column, std::int64_t length) override;
   void AppendChunk(int column, const QByteArray& bytes) override;
