@@ -107,18 +107,13 @@ Connection Connection::Open(const QString& path) {
   return connection;
 }
 
-void Connection::RequireColumns(const QString& schema) const {
+void Connection::RequireColumns(const QString& table, const QStringList& columns) const {
   if (!IsOpen()) throw RuntimeError(kErrObjectNotSet);
-  for (const QString& line : schema.split(u'\n')) {
-    const QString table = line.section(u':', 0, 0).trimmed();
-    if (table.isEmpty()) continue;
-    const QSet<QString> present = ColumnsOf(impl_->database, table);
-    for (const QString& name : line.section(u':', 1).split(u',', Qt::SkipEmptyParts)) {
-      const QString column = name.trimmed();
-      if (column.isEmpty() || present.contains(column.toLower())) continue;
-      throw RuntimeError(kErrDatabase,
-                         QStringLiteral("Database error: no such column: %1.%2").arg(table, column));
-    }
+  const QSet<QString> present = ColumnsOf(impl_->database, table);
+  for (const QString& column : columns) {
+    if (present.contains(column.toLower())) continue;
+    throw RuntimeError(kErrDatabase,
+                       QStringLiteral("Database error: no such column: %1.%2").arg(table, column));
   }
 }
 

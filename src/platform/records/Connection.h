@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 #include <memory>
 
 namespace orv {
@@ -28,9 +29,9 @@ class Connection {
 
   bool IsOpen() const { return impl_ != nullptr; }
 
-  // RuntimeError 3000 that names what is missing, if the file lacks one of the columns. `schema` is
-  // lines of the form "table: column, column, ...", names without regard to case.
-  void RequireColumns(const QString& schema) const;
+  // RuntimeError 3000 that names what is missing, if the file lacks the table or one of its columns. Names
+  // without regard to case.
+  void RequireColumns(const QString& table, const QStringList& columns) const;
 
   // Runs a statement of SQLite's own dialect without a result.
   void Execute(const QString& statement) const;
