@@ -7,6 +7,7 @@
 namespace orv {
 
 class Recordset;
+struct ConnectionImpl;
 
 // The connection to one database file, an SQLite 3 file. Copies share it; it closes with the last copy
 // and the last recordset. One thread.
@@ -36,13 +37,11 @@ class Connection {
   // Runs a statement of SQLite's own dialect without a result.
   void Execute(const QString& statement) const;
 
-  struct Impl;
-
  private:
   friend class Recordset;
   friend class Transaction;
   friend class ReadScope;
-  std::shared_ptr<Impl> impl_;
+  std::shared_ptr<ConnectionImpl> impl_;
 };
 
 // What is done while one lives is one transaction. Rolled back by the destructor unless committed.
@@ -50,7 +49,7 @@ class Connection {
 class Transaction {
  public:
   explicit Transaction(const Connection& connection);
-  explicit Transaction(std::shared_ptr<Connection::Impl> connection);
+  explicit Transaction(std::shared_ptr<ConnectionImpl> connection);
   ~Transaction();
   Transaction(const Transaction&) = delete;
   Transaction& operator=(const Transaction&) = delete;
@@ -58,7 +57,7 @@ class Transaction {
   void Commit();
 
  private:
-  std::shared_ptr<Connection::Impl> connection_;
+  std::shared_ptr<ConnectionImpl> connection_;
   bool open_ = true;
 };
 
@@ -73,7 +72,7 @@ class ReadScope {
   ReadScope& operator=(const ReadScope&) = delete;
 
  private:
-  std::shared_ptr<Connection::Impl> connection_;  // nothing within a transaction
+  std::shared_ptr<ConnectionImpl> connection_;  // nothing within a transaction
 };
 
 }  // namespace orv

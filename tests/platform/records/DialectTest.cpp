@@ -1,4 +1,5 @@
-#include "records/Dialect.h"
+#include "records/Collation.h"
+#include "records/inner/Dialect.h"
 
 #include "platform/records/Sample.h"
 
