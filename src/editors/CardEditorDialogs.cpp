@@ -11,21 +11,21 @@
 namespace orv {
 
 void CardEditor::cmdGetType_Click() {
-  if (!kind_.has_type_catalogue) return;
+  if (!kind_.has_type_catalogue || !Record().Hold()) return;
   modData::rsCardType.Close();
   frmCardType->ShowModal();
   modData::rsCardType = modData::OpenSnapshot(QString::fromLatin1(kAllCardTypes));
   const FlagScope loading(Loading);
   FillTypes();
   if (frmCardType->OK) {
-    Write("CardTypeID", frmCardType->SelectedTypeID);
-    DrawCard();
+    if (Write("CardTypeID", frmCardType->SelectedTypeID)) DrawCard();
   }
   frmCardType.Unload();
   SelectItemData(cboType, modData::rsCard["CardTypeID"].Int32());
 }
 
 void CardEditor::cmdGetCardBack_Click() {
+  if (!Record().Hold()) return;
   modData::rsCardBack.Close();
   frmCardBacks->InitBacks(2);  // in both editions
   frmCardBacks->ShowModal();
@@ -33,8 +33,7 @@ void CardEditor::cmdGetCardBack_Click() {
   const FlagScope loading(Loading);
   FillBacks();
   if (frmCardBacks->OK) {
-    Write("CardBackID", frmCardBacks->SelectedBackID);
-    DrawCard();
+    if (Write("CardBackID", frmCardBacks->SelectedBackID)) DrawCard();
   }
   frmCardBacks.Unload();
   SelectItemData(cboCardBack, modData::rsCard["CardBackID"].Int32());
@@ -49,8 +48,7 @@ void CardEditor::cmdSort_Click() {
     OpenCards();
     modData::rsCard.Find(QStringLiteral("CardID = %1").arg(card));
     if (modData::rsCard.IsEOF()) modData::rsCard.MoveFirst();
-    DrawCard();
-    ShowCard();
+    ShowCurrent();
   }
   frmCardList.Unload();
 }
