@@ -15,6 +15,7 @@
 #include "database/CompactAndRepair.h"
 #include "forms/Application.h"
 #include "measuring/Measuring.h"
+#include "schema/Schema.h"
 
 namespace orv {
 namespace {
@@ -34,12 +35,13 @@ void MakeDatabase(const QString& path) {
     }
   };
   run(QStringLiteral("PRAGMA synchronous = OFF"));
-  run(QString::fromUtf8(ReadWhole(QStringLiteral(ORV_SOURCE_DIR "/delivery/schema.sql"))));
+  run(schema::Script());
   run(QStringLiteral("WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < %1) "
                      "INSERT INTO tblCard_rows (CardID, SetID, Nr, Title, Information) "
                      "SELECT i, 1, i, 'Card ' || i, 'What the card tells in a few lines.' FROM n")
           .arg(kCards));
-  run(QStringLiteral("INSERT INTO tblCard_long SELECT CardID, randomblob(%1), NULL FROM tblCard_rows")
+  run(QStringLiteral(
+          "INSERT INTO tblCard_long (CardID, Picture) SELECT CardID, randomblob(%1) FROM tblCard_rows")
           .arg(kPictureSize));
   run(QStringLiteral("DELETE FROM tblCard WHERE CardID % 2 = 0"));
   sqlite3_close(database);

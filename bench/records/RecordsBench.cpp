@@ -13,10 +13,10 @@
 #include <map>
 #include <memory>
 
-#include "base/Files.h"
 #include "base/RuntimeError.h"
 #include "measuring/Measuring.h"
 #include "records/Recordset.h"
+#include "schema/Schema.h"
 
 namespace orv {
 namespace {
@@ -73,7 +73,7 @@ class Databases {
     sqlite3* database = nullptr;
     sqlite3_open(path.toUtf8().constData(), &database);
     Run(database, QStringLiteral("PRAGMA synchronous = OFF"));
-    Run(database, QString::fromUtf8(ReadWhole(QStringLiteral(ORV_SOURCE_DIR "/delivery/schema.sql"))));
+    Run(database, schema::Script());
     Run(database, QStringLiteral("BEGIN"));
     AddCards(database, kFew, kFewCards, picture_size);
     AddCards(database, kMany, kManyCards, picture_size);

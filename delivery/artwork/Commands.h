@@ -16,6 +16,9 @@ const CommandTable& ShapeCommands();   // style and outlines
 const CommandTable& SceneCommands();   // light, air and landscape
 const CommandTable& RepeatCommands();  // shapes many times over
 
+// A Player's CommandRunner over all of them.
+bool RunCommand(Player& player, const QString& name, const Words& words);
+
 inline int SeedOf(const Words& words) {
   return static_cast<int>(words.Named("seed", 1));
 }

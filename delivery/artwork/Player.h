@@ -11,12 +11,15 @@ namespace orv::artwork {
 // Carries out the lines of a script on a canvas.
 class Player {
  public:
-  Player(const Script& script, Canvas& canvas, int width, int height)
-      : script_(script), canvas_(canvas), width_(width), height_(height) {}
+  // Carries out one command; false if there is none of that name.
+  using CommandRunner = bool (*)(Player& player, const QString& name, const Words& words);
+
+  Player(const Script& script, CommandRunner run_command, Canvas& canvas, int width, int height)
+      : script_(script), run_command_(run_command), canvas_(canvas), width_(width), height_(height) {}
 
   void Run(const Script::Block& block, const QMap<QString, QString>& values);
 
-  // The commands are free functions over these (Commands.cpp).
+  // The commands are free functions over these.
   Canvas& Surface() { return canvas_; }
   int Width() const { return width_; }
   int Height() const { return height_; }
@@ -27,18 +30,15 @@ class Player {
   // Draws a shape with its origin at (x, y). Named words that are no parameter of it are an error.
   void Place(const QString& shape, double x, double y, double scale, double turn, bool flip,
              const QMap<QString, QString>& values);
-  bool IsShape(const QString& name) const { return script_.shapes_.contains(name); }
 
  private:
   void RunLine(const Script::Line& line, const QMap<QString, QString>& values);
   const Script& script_;
+  const CommandRunner run_command_;
   Canvas& canvas_;
   int width_, height_;
   int depth_ = 0;
   std::optional<QPainterPath> joint_;
 };
-
-// Carries out one command; false if there is none of that name.
-bool RunCommand(Player& player, const QString& name, const Words& words);
 
 }  // namespace orv::artwork

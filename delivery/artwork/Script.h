@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QImage>
 #include <QMap>
 #include <QString>
 #include <QStringList>
@@ -17,13 +16,13 @@ class Script {
 
   // Names of all pictures, in alphabetical order.
   QStringList Pictures() const { return pictures_.keys(); }
-  // 24-bit RGB. std::runtime_error if there is no such picture or a line of it fails.
-  QImage Draw(const QString& picture) const;
-
   struct Line {
     QString file;
     int number = 0;
     QStringList words;
+
+    // std::runtime_error that names the line.
+    [[noreturn]] void Fail(const QString& what) const;
   };
   // A picture (with width and height) or a shape (with parameters and their values when not given).
   struct Block {
@@ -31,12 +30,15 @@ class Script {
     QMap<QString, QString> defaults;
     std::vector<Line> lines;
   };
+  // std::runtime_error if there is none of that name.
+  const Block& Picture(const QString& name) const;
+  const Block& Shape(const QString& name) const;
+  bool IsShape(const QString& name) const { return shapes_.contains(name); }
 
  private:
   void ReadFile(const QString& path);
   QMap<QString, Block> pictures_;
   QMap<QString, Block> shapes_;
-  friend class Player;
 };
 
 }  // namespace orv::artwork

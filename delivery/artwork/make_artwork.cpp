@@ -5,8 +5,8 @@
 #include <cstdio>
 #include <exception>
 
+#include "artwork/Draw.h"
 #include "artwork/Encode.h"
-#include "artwork/Script.h"
 #include "base/Files.h"
 #include "base/RuntimeError.h"
 
@@ -19,7 +19,7 @@ void Make(const QStringList& arguments) {
   if (names.isEmpty()) names = script.Pictures();
   QDir().mkpath(arguments[1]);
   for (const QString& name : names) {
-    const QImage image = script.Draw(name);
+    const QImage image = Draw(script, name);
     const QString path = orv::JoinPath(arguments[1], name);
     if (png) {
       image.save(path + ".png");

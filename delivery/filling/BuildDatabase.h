@@ -4,9 +4,9 @@
 
 namespace orv::delivery {
 
-// Makes the delivered database at `path` from the schema and the content folder. It is made under another
+// Makes the delivered database at `path` from the content folder. It is made under another
 // name beside it, checked, and then takes its place; after a failure nothing is left behind.
 // RuntimeError or std::runtime_error.
-void BuildDatabase(const QString& path, const QString& schema, const QString& content_folder);
+void BuildDatabase(const QString& path, const QString& content_folder);
 
 }  // namespace orv::delivery

@@ -6,7 +6,7 @@
 
 #include "base/Files.h"
 #include "filling/ContentFiles.h"
-#include "records/Dialect.h"
+#include "records/Collation.h"
 #include "records/Recordset.h"
 
 namespace orv::delivery {

@@ -6,8 +6,8 @@
 #include <thread>
 #include <vector>
 
+#include "artwork/Draw.h"
 #include "artwork/Encode.h"
-#include "artwork/Script.h"
 
 namespace orv::delivery {
 namespace {
@@ -25,7 +25,7 @@ Gallery::Gallery(const QString& script_folder) {
   std::vector<QByteArray> drawn(static_cast<size_t>(names.size()));
   std::atomic<qsizetype> next = 0;
   const auto work = [&] {
-    for (qsizetype i = next++; i < names.size(); i = next++) drawn[i] = Encoded(script.Draw(names[i]));
+    for (qsizetype i = next++; i < names.size(); i = next++) drawn[i] = Encoded(Draw(script, names[i]));
   };
   std::vector<std::future<void>> workers;
   for (unsigned i = 0; i < std::max(1u, std::thread::hardware_concurrency()); ++i) {

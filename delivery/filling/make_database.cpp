@@ -28,7 +28,7 @@ int main(int argc, char** argv) {
     return if_missing ? 0 : Fail("the file is there already, and a database is never replaced");
   }
   try {
-    orv::delivery::BuildDatabase(arguments[0], ORV_SCHEMA, ORV_CONTENT_DIR);
+    orv::delivery::BuildDatabase(arguments[0], ORV_CONTENT_DIR);
   } catch (const orv::RuntimeError& error) {
     return Fail(qPrintable(error.NumberAndDescription()));
   } catch (const std::exception& error) {

@@ -10,7 +10,6 @@
 #include "base/RuntimeError.h"
 #include "forms/Application.h"
 #include "forms/Dialogs.h"
-#include "imaging/PixelRows.h"
 
 namespace orv {
 namespace {

@@ -3,25 +3,17 @@
 #include "base/App.h"
 #include "base/Files.h"
 #include "base/RuntimeError.h"
+#include "schema/Schema.h"
 
 namespace orv::modData {
 namespace {
 
-// What the program reads and writes. A file that lacks any of it is not ours.
-const char* const kSchema = R"(
-tblSet: SetID, SetName, LanguageID, EditionID, DefaultCardTypeID, DefaultCardBackID, ArtistColour, PicFormatID, Autonumber, UseSymbol, Symbol, SaveTo, FilenamePrefix, FileCardNr, NoBack, ReplaceSpace, CardTypeFontID, CardNumberFontID, CardTitleFontID, CardBoldFontID, CardInformationFontID, AutonumberFontID, CardLargeTitleFontID, CardLargeInfoFontID, CharacterNameFontID, CharacterSpecialTitleFontID, CharacterSpecialFontID, CharacterInfoFontID, CharacterPieceFontID
-tblCard: CardID, SetID, Nr, Title, Copies, CardTypeID, Number, OneLine, UsePicture, Picture, PicTop, PicLeft, PicHeight, Resize, UseFrame, Artist, BoldText, Information, CardBackID, BGColour, Background, FileName
-tblCharacter: CharacterID, SetID, Nr, Name, StartingAreaID, IncludeBoard, AlignmentID, Strength, Craft, Gold, Lives, UsePicture, UseFrame, Picture, PicTop, PicLeft, PicHeight, PicWidth, Abilities, CharacterBackID, Background, PlayingPiece, PPTop, PPLeft
-tblLargeCard: LargeCardID, SetID, Nr, Title, Information, UsePicture, Picture, PicTop, PicLeft, PicWidth, UseFrame, Resize, BGColour, BGPicture, LargeCardBack, Copies
-tblFont: FontID, Font, Size, Bold, Italic, Colour
-tblCardType: CardTypeID, UpperLeft, LowerLeft, UpperRight, LowerRight, Number, LanguageID, EditionID, Original, UsedInSet
-tblCardBack: CardBackID, BackText, Picture, Original, LanguageID, EditionID
-tblCharacterBack: CharacterBackID, BackText, Picture, Original, LanguageID, EditionID
-tblArea: AreaID, Board, Area, LanguageID, EditionID
-tblAlignment: AlignmentID, Alignment, AlignmentNr, LanguageID
-tblLanguage: LanguageID, Language
-tblPicFormat: PicFormatID, PicFormat
-)";
+// A file that lacks a column of ours is not ours.
+void CheckSchema(const Connection& connection) {
+  for (const schema::Table& table : schema::Tables()) {
+    connection.RequireColumns(QLatin1String(table.name), schema::ColumnNames(table));
+  }
+}
 
 }  // namespace
 
@@ -37,7 +29,7 @@ void OpenDatabase(const std::function<void()>& before_connection, const QString&
     ClearAttributes(path);
     before_connection();
     Connection connection = Connection::Open(path);
-    connection.RequireColumns(QString::fromLatin1(kSchema));
+    CheckSchema(connection);
     cn = connection;
     DatabaseFound = true;
   } catch (const RuntimeError&) {

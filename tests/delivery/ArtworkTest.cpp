@@ -3,23 +3,24 @@
 #include <QImage>
 #include <QTemporaryDir>
 
+#include "artwork/Draw.h"
 #include "artwork/Outline.h"
-#include "artwork/Script.h"
 #include "base/Files.h"
 #include "builtin/BuiltIn.h"
 
 namespace orv::artwork {
 namespace {
 
-Script ScriptOf(const QByteArray& text) {
+// The picture p of a script.
+QImage Drawn(const QByteArray& text) {
   const QTemporaryDir folder;
   ReplaceFile(folder.filePath("test.art"), text);
-  return Script::Load(folder.path());
+  return Draw(Script::Load(folder.path()), "p");
 }
 
 std::string ErrorOf(const QByteArray& text) {
   try {
-    ScriptOf(text).Draw("p");
+    Drawn(text);
   } catch (const std::exception& error) {
     return error.what();
   }
@@ -53,12 +54,11 @@ TEST(BuiltIn, SheetSuitsTheTextsPrintedOnIt) {
 }
 
 TEST(Script, PaintsWhereItIsToldAndShapesKeepTheirStyleToThemselves) {
-  const QImage image = ScriptOf(
-                           "shape dot c=#00ff00\n  paint $c\n  rect -2 -2 4 4\n"
-                           "shape pale\n  alpha .1\n  rect 0 0 2 2\n"
-                           "picture p 40 20\n  sky #ffffff\n  paint #ff0000  // a comment\n  pale 36 1\n"
-                           "  dot 20 10\n  dot 30 10 2 c=#0000ff\n  rect 2 2 6 6\n")
-                           .Draw("p");
+  const QImage image = Drawn(
+      "shape dot c=#00ff00\n  paint $c\n  rect -2 -2 4 4\n"
+      "shape pale\n  alpha .1\n  rect 0 0 2 2\n"
+      "picture p 40 20\n  sky #ffffff\n  paint #ff0000  // a comment\n  pale 36 1\n"
+      "  dot 20 10\n  dot 30 10 2 c=#0000ff\n  rect 2 2 6 6\n");
   EXPECT_EQ(image.size(), QSize(40, 20));
   EXPECT_EQ(At(image, 3, 3), QColor("#ff0000"));
   EXPECT_EQ(At(image, 1, 3), QColor("#ffffff"));
@@ -73,7 +73,7 @@ TEST(Script, IsTheSameEachTime) {
       "shape s\n  paint #206040\n  relief 2 shine=.5\n  grain .5\n  blob -4,0 0,-4 4,0* 0,4\n"
       "picture p 60 40\n  sky #102040 #c08060\n  stars 20 20\n  clouds 0 20 #ffffff #404040\n"
       "  ridge 25 10 20 #808080 #202020 #404040\n  water 25 #406080 #001020\n  scatter s 6 5 5 50 30 1 2\n";
-  EXPECT_EQ(ScriptOf(text).Draw("p"), ScriptOf(text).Draw("p"));
+  EXPECT_EQ(Drawn(text), Drawn(text));
 }
 
 TEST(Script, FaultsNameTheirLine) {

@@ -65,8 +65,7 @@ class SmallContent : public MakingTest {
     Write("content/sets/s.txt", set);
   }
   std::string Make() {
-    return ErrorOf(
-        [&] { BuildDatabase(Path(), ORV_SOURCE_DIR "/delivery/schema.sql", folder_.filePath("content")); });
+    return ErrorOf([&] { BuildDatabase(Path(), folder_.filePath("content")); });
   }
   QString Path() const { return folder_.filePath("made.mdb"); }
 };

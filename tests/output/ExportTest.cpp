@@ -12,6 +12,8 @@ const QByteArray kHead =
 
 class ExportTest : public OutputScene {
  protected:
+  using OutputScene::OutputScene;
+
   // What is exported of the current set.
   QByteArray Export() {
     database_.SelectSet(set_);
@@ -31,7 +33,12 @@ TEST_F(ExportTest, AnEmptySetIsFiveLines) {
   EXPECT_EQ(dialogs_.boxes[0].icon, Icon::Information);
 }
 
-TEST_F(ExportTest, ListsCardsLargeCardsAndCharacters) {
+class OlderFile : public ExportTest {
+ protected:
+  OlderFile() : ExportTest(TestDatabase::Age::kOlder) {}
+};
+
+TEST_F(OlderFile, ListsCardsLargeCardsAndCharacters) {
   database_.AddCard(database_.AddSet("Other", 2), 1, "Foreign");
   set_ = database_.AddSet("Set", 2);
   database_.AddCard(set_, 2, "Zwölf € 龍");

@@ -14,6 +14,8 @@ namespace orv {
 // A set whose files go to a folder of their own.
 class OutputScene : public testing::Test {
  protected:
+  explicit OutputScene(TestDatabase::Age age = TestDatabase::Age::kNew) : database_(age) {}
+
   // A new set of an edition, current, with cards "Magic Sword 1" and so on.
   void Open(int edition, int cards = 0) {
     set_ = database_.AddSet("Set", edition);

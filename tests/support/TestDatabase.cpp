@@ -4,7 +4,9 @@
 #include <sqlite3.h>
 
 #include <QDir>
+#include <QRegularExpression>
 #include <QSettings>
+#include <algorithm>
 
 #include "base/App.h"
 #include "base/Files.h"
@@ -13,6 +15,7 @@
 #include "forms/Form.h"
 #include "forms/Lifetime.h"
 #include "forms/Surface.h"
+#include "schema/Schema.h"
 #include "state/modData.h"
 
 namespace orv {
@@ -34,6 +37,9 @@ INSERT INTO tblCardBack (CardBackID, BackText, Picture, Original, LanguageID, Ed
 INSERT INTO tblCharacterBack (CharacterBackID, BackText, Picture, Original, LanguageID, EditionID) VALUES
   (1, 'Shield', NULL, -1, 1, 2), (2, 'Banner', NULL, 0, 1, 2), (3, 'Other', NULL, -1, 1, 3);
 )";
+
+// What makes a Null that is written to a view an empty text.
+const QRegularExpression kWithoutNull(QStringLiteral("IFNULL\\(NEW\\.(\\w+), ''\\)"));
 
 QString Quoted(QString text) {
   return u'\'' + text.replace(u'\'', QStringLiteral("''")) + u'\'';
@@ -61,11 +67,11 @@ void ClearState() {
 
 }  // namespace
 
-TestDatabase::TestDatabase() {
+TestDatabase::TestDatabase(Age age) {
   qputenv("XDG_CONFIG_HOME", folder_.path().toUtf8());
   QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, folder_.path());
   App::SetPath(folder_.path());
-  MakeFile(Path(QStringLiteral("orv.mdb")));
+  MakeFile(Path(QStringLiteral("orv.mdb")), age);
   modData::OpenDatabase([] {});
   EXPECT_TRUE(modData::DatabaseFound);
   const struct {
@@ -88,8 +94,11 @@ TestDatabase::~TestDatabase() {
   App::SetPath(QString());
 }
 
-void TestDatabase::MakeFile(const QString& path) {
-  Make(path, ReadWhole(QStringLiteral(ORV_SOURCE_DIR "/delivery/schema.sql")) + kRows);
+void TestDatabase::MakeFile(const QString& path, Age age) {
+  QString script = schema::Script();
+  if (age == Age::kOlder)
+    script.remove(QStringLiteral(" NOT NULL DEFAULT ''")).replace(kWithoutNull, QStringLiteral("NEW.\\1"));
+  Make(path, script.toUtf8() + kRows);
 }
 
 QString TestDatabase::Path(const QString& name) const {
@@ -116,41 +125,60 @@ int TestDatabase::AddSet(const QString& name, int edition, int language) {
 
 int TestDatabase::AddCard(int set, int nr, const QString& title) {
   const bool third = Scalar(QStringLiteral("SELECT EditionID FROM tblSet WHERE SetID = %1").arg(set)) == u"3";
-  const int type = third ? 4 : 1;
-  Execute(QStringLiteral("INSERT INTO tblCard_rows (SetID, Nr, Title, Copies, CardTypeID, Number, OneLine, "
-                         "UsePicture, PicTop, PicLeft, "
-                         "PicHeight, Resize, UseFrame, Artist, BoldText, Information, CardBackID, BGColour, "
-                         "FileName) VALUES "
-                         "(%1, %2, %3, 1, %4, '%4', 0, -1, 0, 0, 105, 0, -1, '', '', '', %4, 16777215, '')")
-              .arg(set)
-              .arg(nr)
-              .arg(Quoted(title))
-              .arg(type));
-  return Scalar(QStringLiteral("SELECT MAX(CardID) FROM tblCard")).toInt();
+  const QString type = third ? "4" : "1";
+  return AddRow("tblCard", {{"SetID", QString::number(set)},
+                            {"Nr", QString::number(nr)},
+                            {"Title", Quoted(title)},
+                            {"Copies", "1"},
+                            {"CardTypeID", type},
+                            {"Number", Quoted(type)},
+                            {"UsePicture", "-1"},
+                            {"PicHeight", "105"},
+                            {"UseFrame", "-1"},
+                            {"CardBackID", type},
+                            {"BGColour", "16777215"}});
 }
 
 int TestDatabase::AddLargeCard(int set, int nr, const QString& title) {
-  Execute(
-      QStringLiteral("INSERT INTO tblLargeCard_rows (SetID, Nr, Title, Information, UsePicture, PicTop, "
-                     "PicLeft, PicWidth, UseFrame, "
-                     "Resize, BGColour, Copies) VALUES (%1, %2, %3, '', -1, 0, 0, 121, -1, 0, 16777215, 1)")
-          .arg(set)
-          .arg(nr)
-          .arg(Quoted(title)));
-  return Scalar(QStringLiteral("SELECT MAX(LargeCardID) FROM tblLargeCard")).toInt();
+  return AddRow("tblLargeCard", {{"SetID", QString::number(set)},
+                                 {"Nr", QString::number(nr)},
+                                 {"Title", Quoted(title)},
+                                 {"UsePicture", "-1"},
+                                 {"PicWidth", "121"},
+                                 {"UseFrame", "-1"},
+                                 {"BGColour", "16777215"},
+                                 {"Copies", "1"}});
 }
 
 int TestDatabase::AddCharacter(int set, int nr, const QString& name) {
-  Execute(
-      QStringLiteral("INSERT INTO tblCharacter_rows (SetID, Nr, Name, StartingAreaID, IncludeBoard, "
-                     "AlignmentID, Strength, Craft, Gold, "
-                     "Lives, UsePicture, UseFrame, PicTop, PicLeft, PicHeight, PicWidth, Abilities, "
-                     "CharacterBackID, PPTop, PPLeft) "
-                     "VALUES (%1, %2, %3, 1, 0, 2, '3', '3', '1', '4', -1, -1, 0, 0, 0, 121, '', 1, 0, 0)")
-          .arg(set)
-          .arg(nr)
-          .arg(Quoted(name)));
-  return Scalar(QStringLiteral("SELECT MAX(CharacterID) FROM tblCharacter")).toInt();
+  return AddRow("tblCharacter", {{"SetID", QString::number(set)},
+                                 {"Nr", QString::number(nr)},
+                                 {"Name", Quoted(name)},
+                                 {"StartingAreaID", "1"},
+                                 {"AlignmentID", "2"},
+                                 {"Strength", "'3'"},
+                                 {"Craft", "'3'"},
+                                 {"Gold", "'1'"},
+                                 {"Lives", "'4'"},
+                                 {"UsePicture", "-1"},
+                                 {"UseFrame", "-1"},
+                                 {"PicWidth", "121"},
+                                 {"CharacterBackID", "1"}});
+}
+
+int TestDatabase::AddRow(const QString& table, QMap<QString, QString> values) {
+  using schema::Kind;
+  const auto& tables = schema::Tables();
+  const auto found = std::ranges::find_if(
+      tables, [&](const schema::Table& each) { return table == QLatin1String(each.name); });
+  for (const schema::Column& column : found->columns) {
+    if (column.kind == Kind::kKey || column.kind == Kind::kLongBinary) continue;
+    const bool text = column.kind == Kind::kText || column.kind == Kind::kFilledText;
+    if (!values.contains(column.name)) values[column.name] = text ? "''" : "0";
+  }
+  Execute(QStringLiteral("INSERT INTO %1_rows (%2) VALUES (%3)")
+              .arg(table, QStringList(values.keys()).join(u','), QStringList(values.values()).join(u',')));
+  return Scalar(QStringLiteral("SELECT MAX(%1) FROM %2").arg(found->columns.front().name, table)).toInt();
 }
 
 void TestDatabase::SelectSet(int set) {

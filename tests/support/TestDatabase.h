@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QMap>
 #include <QTemporaryDir>
 
 #include "forms/Types.h"
@@ -15,14 +16,17 @@ namespace orv {
 // has four words and number 2; type 3 is locked to set 999.
 class TestDatabase {
  public:
-  TestDatabase();
+  // An older file lets each text be Null.
+  enum class Age { kNew, kOlder };
+
+  explicit TestDatabase(Age age = Age::kNew);
   // Unloads all forms and clears the shared state.
   ~TestDatabase();
   TestDatabase(const TestDatabase&) = delete;
   TestDatabase& operator=(const TestDatabase&) = delete;
 
   // A file with the same rows elsewhere.
-  static void MakeFile(const QString& path);
+  static void MakeFile(const QString& path, Age age = Age::kNew);
 
   QString Folder() const { return folder_.path(); }
   QString Path(const QString& name) const;
@@ -50,6 +54,9 @@ class TestDatabase {
   QString WriteFile(const QString& name, const QByteArray& bytes);
 
  private:
+  // Adds a row with these values (SQL) and 0 or an empty text in the other short columns; its key.
+  int AddRow(const QString& table, QMap<QString, QString> values);
+
   QTemporaryDir folder_;
 };
 

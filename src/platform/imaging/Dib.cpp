@@ -1,11 +1,12 @@
-#include "imaging/Dib.h"
+#include "imaging/inner/Dib.h"
 
 #include <QtEndian>
 #include <algorithm>
 #include <bit>
 
-#include "imaging/ByteReader.h"
-#include "imaging/Decoders.h"
+#include "imaging/inner/ByteReader.h"
+#include "imaging/inner/Decoders.h"
+#include "imaging/inner/NewImage.h"
 
 namespace orv {
 namespace {

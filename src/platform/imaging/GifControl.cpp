@@ -9,9 +9,9 @@
 
 #include "base/Files.h"
 #include "base/RuntimeError.h"
-#include "imaging/Decoders.h"
-#include "imaging/GifRows.h"
 #include "imaging/Picture.h"
+#include "imaging/inner/GifRows.h"
+#include "imaging/inner/NewImage.h"
 
 namespace orv {
 namespace {

@@ -6,8 +6,9 @@
 #include <memory>
 #include <vector>
 
-#include "imaging/Decoders.h"
-#include "imaging/GifRows.h"
+#include "imaging/inner/Decoders.h"
+#include "imaging/inner/GifRows.h"
+#include "imaging/inner/NewImage.h"
 
 namespace orv {
 namespace {

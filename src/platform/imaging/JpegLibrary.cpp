@@ -2,7 +2,7 @@
 
 #include <cstdlib>
 
-#include "imaging/JpegErrors.h"
+#include "imaging/inner/JpegErrors.h"
 
 namespace orv {
 namespace {

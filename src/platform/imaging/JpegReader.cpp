@@ -1,5 +1,6 @@
-#include "imaging/Decoders.h"
-#include "imaging/JpegErrors.h"
+#include "imaging/inner/Decoders.h"
+#include "imaging/inner/JpegErrors.h"
+#include "imaging/inner/NewImage.h"
 
 namespace orv {
 namespace {

@@ -2,13 +2,13 @@
 
 #include <QFileInfo>
 #include <QImage>
-#include <QPainter>
 #include <QtEndian>
 
 #include "base/Files.h"
 #include "base/RuntimeError.h"
-#include "imaging/Decoders.h"
-#include "imaging/PixelRows.h"
+#include "imaging/inner/Decoders.h"
+#include "imaging/inner/NewImage.h"
+#include "imaging/inner/PixelRows.h"
 
 namespace orv {
 namespace {
@@ -50,31 +50,6 @@ QByteArray BmpHeader(int width, int height, qsizetype pixel_bytes) {
 
 }  // namespace
 
-void BadPicture() {
-  throw RuntimeError(kErrInvalidPicture);
-}
-
-void CheckSize(qint64 width, qint64 height) {
-  if (width <= 0 || height <= 0 || width > kMaxPixels || height > kMaxPixels || width * height > kMaxPixels) {
-    BadPicture();
-  }
-}
-
-QImage NewImage(qint64 width, qint64 height, QImage::Format format) {
-  CheckSize(width, height);
-  QImage image(static_cast<int>(width), static_cast<int>(height), format);
-  if (image.isNull()) BadPicture();
-  return image;
-}
-
-QImage OverWhite(const QImage& image) {
-  if (!image.hasAlphaChannel()) return image.convertToFormat(QImage::Format_RGB32);
-  QImage result = NewImage(image.width(), image.height(), QImage::Format_RGB32);
-  result.fill(Qt::white);
-  QPainter(&result).drawImage(result.rect(), image);
-  return result;
-}
-
 Picture::Picture(const QImage& image)
     : image_(image.isNull() ? nullptr : std::make_shared<const QImage>(image)) {}
 
@@ -107,6 +82,14 @@ Picture LoadPicture(const QString& path) {
   if (info.exists() && !info.isFile()) throw RuntimeError(kErrPathFileAccess);
   if (info.size() > kMaxFileBytes) BadPicture();
   return LoadPicture(ReadWhole(path));
+}
+
+void CopyToRows(const Picture& picture, std::uint8_t* rows, int bytes_per_row) {
+  WriteRows(OverWhite(picture.Image()), rows, bytes_per_row);
+}
+
+Picture PictureFromRows(const std::uint8_t* rows, int width, int height, int bytes_per_row) {
+  return Picture(ReadRows(rows, width, height, bytes_per_row));
 }
 
 void SavePicture(const Picture& picture, const QString& path) {

@@ -1,13 +1,8 @@
-#include "imaging/PixelRows.h"
-
-#include <QImage>
-
-#include "imaging/Decoders.h"
+#include "imaging/inner/PixelRows.h"
 
 namespace orv {
 
-void CopyToRows(const Picture& picture, std::uint8_t* rows, int bytes_per_row) {
-  const QImage image = OverWhite(picture.Image());
+void WriteRows(const QImage& image, std::uint8_t* rows, int bytes_per_row) {
   const int width = image.width();
   for (int y = 0; y < image.height(); ++y) {
     const auto* from = reinterpret_cast<const QRgb*>(image.constScanLine(y));
@@ -20,14 +15,14 @@ void CopyToRows(const Picture& picture, std::uint8_t* rows, int bytes_per_row) {
   }
 }
 
-Picture PictureFromRows(const std::uint8_t* rows, int width, int height, int bytes_per_row) {
+QImage ReadRows(const std::uint8_t* rows, int width, int height, int bytes_per_row) {
   QImage image(width, height, QImage::Format_RGB32);
   for (int y = 0; y < height; ++y) {
     auto* to = reinterpret_cast<QRgb*>(image.scanLine(y));
     const std::uint8_t* from = rows + static_cast<std::ptrdiff_t>(height - 1 - y) * bytes_per_row;
     for (int x = 0; x < width; ++x, from += 3) to[x] = qRgb(from[2], from[1], from[0]);
   }
-  return Picture(image);
+  return image;
 }
 
 }  // namespace orv

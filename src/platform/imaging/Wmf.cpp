@@ -4,11 +4,12 @@
 #include <optional>
 #include <vector>
 
-#include "imaging/ByteReader.h"
-#include "imaging/Decoders.h"
-#include "imaging/WmfCanvas.h"
-#include "imaging/WmfFields.h"
-#include "imaging/WmfPlayer.h"
+#include "imaging/inner/ByteReader.h"
+#include "imaging/inner/Decoders.h"
+#include "imaging/inner/NewImage.h"
+#include "imaging/inner/WmfCanvas.h"
+#include "imaging/inner/WmfFields.h"
+#include "imaging/inner/WmfPlayer.h"
 
 namespace orv {
 namespace {

@@ -1,11 +1,11 @@
-#include "imaging/WmfCanvas.h"
+#include "imaging/inner/WmfCanvas.h"
 
 #include <QFontMetricsF>
 #include <QGuiApplication>
 #include <algorithm>
 #include <cmath>
 
-#include "imaging/Decoders.h"
+#include "imaging/inner/NewImage.h"
 
 namespace orv {
 namespace {

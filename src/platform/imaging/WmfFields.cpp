@@ -1,4 +1,4 @@
-#include "imaging/WmfFields.h"
+#include "imaging/inner/WmfFields.h"
 
 #include <algorithm>
 #include <array>

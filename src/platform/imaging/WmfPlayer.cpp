@@ -1,10 +1,10 @@
-#include "imaging/WmfPlayer.h"
+#include "imaging/inner/WmfPlayer.h"
 
 #include <algorithm>
 #include <cmath>
 
-#include "imaging/Dib.h"
-#include "imaging/WmfFields.h"
+#include "imaging/inner/Dib.h"
+#include "imaging/inner/WmfFields.h"
 
 namespace orv {
 namespace {

@@ -1,7 +1,8 @@
+#include "records/Collation.h"
+
 #include <algorithm>
 
-#include "records/Dialect.h"
-#include "records/Sqlite.h"
+#include "records/inner/Sqlite.h"
 
 namespace orv {
 namespace {

@@ -13,7 +13,7 @@
 #include "base/RuntimeError.h"
 #include "records/Connection.h"
 #include "records/FileLock.h"
-#include "records/Sqlite.h"
+#include "records/inner/Sqlite.h"
 
 namespace orv {
 namespace {

@@ -5,22 +5,20 @@
 #include <QSet>
 
 #include "base/RuntimeError.h"
-#include "records/ConnectionImpl.h"
+#include "records/Collation.h"
 #include "records/DatabaseFile.h"
+#include "records/inner/ConnectionImpl.h"
 
 namespace orv {
 namespace {
 
 constexpr int kBusyMilliseconds = 3000;
-// Texts of statements differ only where queries do; a program that makes ever new ones must not keep them
-// all.
-constexpr qsizetype kMaxPrepared = 200;
 
 void ExecuteOn(sqlite3* database, const char* statement) {
   CheckDatabase(database, sqlite3_exec(database, statement, nullptr, nullptr, nullptr));
 }
 
-void OpenDatabaseFile(Connection::Impl& connection, const QString& path) {
+void OpenDatabaseFile(ConnectionImpl& connection, const QString& path) {
   const int code = sqlite3_open_v2(QFile::encodeName(path).constData(), &connection.database,
                                    SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
   CheckDatabase(connection.database, code);
@@ -62,37 +60,9 @@ QSet<QString> ColumnsOf(sqlite3* database, const QString& table) {
 
 }  // namespace
 
-Connection::Impl::~Impl() {
-  prepared.clear();
-  sqlite3_close_v2(database);
-}
-
-std::shared_ptr<Statement> Connection::Impl::Prepared(const QString& sql) {
-  auto& statement = prepared[sql];
-  if (statement != nullptr && !statement->IsBusy()) return statement;
-  std::shared_ptr<Statement> made;
-  try {
-    made = std::make_shared<Statement>(database, sql);
-  } catch (...) {
-    if (statement == nullptr) prepared.remove(sql);
-    throw;
-  }
-  statement = made;
-  if (prepared.size() > kMaxPrepared) prepared.clear();
-  return made;
-}
-
-QString Connection::Impl::Translated(const QString& sql, const std::function<QString()>& translate) {
-  if (const auto found = translated.constFind(sql); found != translated.constEnd()) return *found;
-  const QString made = translate();
-  if (translated.size() > kMaxPrepared) translated.clear();
-  translated.insert(sql, made);
-  return made;
-}
-
 Connection Connection::Open(const QString& path) {
   Connection connection;
-  auto impl = std::make_shared<Impl>();
+  auto impl = std::make_shared<ConnectionImpl>();
   impl->lock = LockShared(path);
   const int descriptor = DescriptorOf(*impl->lock);
   const QString file = QFileInfo(path).canonicalFilePath();
@@ -107,18 +77,13 @@ Connection Connection::Open(const QString& path) {
   return connection;
 }
 
-void Connection::RequireColumns(const QString& schema) const {
+void Connection::RequireColumns(const QString& table, const QStringList& columns) const {
   if (!IsOpen()) throw RuntimeError(kErrObjectNotSet);
-  for (const QString& line : schema.split(u'\n')) {
-    const QString table = line.section(u':', 0, 0).trimmed();
-    if (table.isEmpty()) continue;
-    const QSet<QString> present = ColumnsOf(impl_->database, table);
-    for (const QString& name : line.section(u':', 1).split(u',', Qt::SkipEmptyParts)) {
-      const QString column = name.trimmed();
-      if (column.isEmpty() || present.contains(column.toLower())) continue;
-      throw RuntimeError(kErrDatabase,
-                         QStringLiteral("Database error: no such column: %1.%2").arg(table, column));
-    }
+  const QSet<QString> present = ColumnsOf(impl_->database, table);
+  for (const QString& column : columns) {
+    if (present.contains(column.toLower())) continue;
+    throw RuntimeError(kErrDatabase,
+                       QStringLiteral("Database error: no such column: %1.%2").arg(table, column));
   }
 }
 
@@ -129,7 +94,7 @@ void Connection::Execute(const QString& statement) const {
 
 Transaction::Transaction(const Connection& connection) : Transaction(connection.impl_) {}
 
-Transaction::Transaction(std::shared_ptr<Connection::Impl> connection) : connection_(std::move(connection)) {
+Transaction::Transaction(std::shared_ptr<ConnectionImpl> connection) : connection_(std::move(connection)) {
   if (connection_ == nullptr) throw RuntimeError(kErrObjectNotSet);
   // The outermost takes the right to write at once, so that another program's lock shows here and not
   // in the middle.

@@ -1,11 +1,13 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 #include <memory>
 
 namespace orv {
 
 class Recordset;
+struct ConnectionImpl;
 
 // The connection to one database file, an SQLite 3 file. Copies share it; it closes with the last copy
 // and the last recordset. One thread.
@@ -28,20 +30,18 @@ class Connection {
 
   bool IsOpen() const { return impl_ != nullptr; }
 
-  // RuntimeError 3000 that names what is missing, if the file lacks one of the columns. `schema` is
-  // lines of the form "table: column, column, ...", names without regard to case.
-  void RequireColumns(const QString& schema) const;
+  // RuntimeError 3000 that names what is missing, if the file lacks the table or one of its columns. Names
+  // without regard to case.
+  void RequireColumns(const QString& table, const QStringList& columns) const;
 
   // Runs a statement of SQLite's own dialect without a result.
   void Execute(const QString& statement) const;
-
-  struct Impl;
 
  private:
   friend class Recordset;
   friend class Transaction;
   friend class ReadScope;
-  std::shared_ptr<Impl> impl_;
+  std::shared_ptr<ConnectionImpl> impl_;
 };
 
 // What is done while one lives is one transaction. Rolled back by the destructor unless committed.
@@ -49,7 +49,7 @@ class Connection {
 class Transaction {
  public:
   explicit Transaction(const Connection& connection);
-  explicit Transaction(std::shared_ptr<Connection::Impl> connection);
+  explicit Transaction(std::shared_ptr<ConnectionImpl> connection);
   ~Transaction();
   Transaction(const Transaction&) = delete;
   Transaction& operator=(const Transaction&) = delete;
@@ -57,7 +57,7 @@ class Transaction {
   void Commit();
 
  private:
-  std::shared_ptr<Connection::Impl> connection_;
+  std::shared_ptr<ConnectionImpl> connection_;
   bool open_ = true;
 };
 
@@ -72,7 +72,7 @@ class ReadScope {
   ReadScope& operator=(const ReadScope&) = delete;
 
  private:
-  std::shared_ptr<Connection::Impl> connection_;  // nothing within a transaction
+  std::shared_ptr<ConnectionImpl> connection_;  // nothing within a transaction
 };
 
 }  // namespace orv

@@ -1,9 +1,9 @@
-#include "records/Dialect.h"
+#include "records/inner/Dialect.h"
 
 #include <algorithm>
 
-#include "records/Expression.h"
-#include "records/Tokens.h"
+#include "records/inner/Expression.h"
+#include "records/inner/Tokens.h"
 
 namespace orv {
 namespace {
@@ -77,17 +77,27 @@ bool HasWord(TokenSpan tokens, QStringView word) {
   return std::ranges::any_of(tokens, [&](const Token& token) { return token.IsWord(word); });
 }
 
+QString TranslateSelect(TokenSpan tokens);
+
+QString Expression(TokenSpan tokens) {
+  return TranslateExpression(tokens, TranslateSelect);
+}
+
+QString Terms(TokenSpan tokens) {
+  return TranslateTerms(tokens, TranslateSelect);
+}
+
 Query::Item TranslateItem(TokenSpan item) {
   item = Trimmed(item);
-  if (!item.empty() && item.back().IsSymbol(u"*")) return {TranslateExpression(item), {}, true};
+  if (!item.empty() && item.back().IsSymbol(u"*")) return {Expression(item), {}, true};
   for (size_t i = 0; i < item.size(); ++i) {
     if (item[i].IsSymbol(u"(")) {
       i = ClosingBracket(item, i);
     } else if (item[i].IsWord(u"AS") && !IsQualified(item, i)) {
-      return {TranslateExpression(Trimmed(item.first(i))), TranslateExpression(Trimmed(item.subspan(i + 1)))};
+      return {Expression(Trimmed(item.first(i))), Expression(Trimmed(item.subspan(i + 1)))};
     }
   }
-  return {TranslateExpression(item), {}};
+  return {Expression(item), {}};
 }
 
 // Terms that name a column of the result by its alias stand for its expression, so that they also
@@ -113,24 +123,24 @@ QString Clause(const char* words, const QString& text) {
 Query TranslateClauses(const Clauses& clauses) {
   Query query;
   for (const TokenSpan item : SplitAtCommas(clauses.columns)) query.items.push_back(TranslateItem(item));
-  query.columns = TranslateExpression(clauses.columns);
-  query.from = Clause("FROM ", TranslateExpression(clauses.from));
-  query.where = TranslateExpression(clauses.where);
+  query.columns = Expression(clauses.columns);
+  query.from = Clause("FROM ", Expression(clauses.from));
+  query.where = Expression(clauses.where);
   query.source = query.from + Clause(" WHERE ", query.where);
-  if (!clauses.group.empty()) query.source += Clause(" GROUP BY ", TranslateTerms(clauses.group));
-  query.source += Clause(" HAVING ", TranslateExpression(clauses.having));
+  if (!clauses.group.empty()) query.source += Clause(" GROUP BY ", Terms(clauses.group));
+  query.source += Clause(" HAVING ", Expression(clauses.having));
   query.joined = HasWord(clauses.from, u"JOIN") || SplitAtCommas(clauses.from).size() > 1;
   query.plain =
       clauses.group.empty() && clauses.tail.empty() && !HasWord(clauses.columns.first(1), u"DISTINCT");
-  if (!clauses.order.empty()) query.order = TranslateTerms(ResolveAliases(clauses.order, query.items));
+  if (!clauses.order.empty()) query.order = Terms(ResolveAliases(clauses.order, query.items));
   return query;
 }
 
 Query TranslateCompound(const Clauses& clauses) {
   Query query;
   query.plain = false;
-  if (!clauses.order.empty()) query.order = TranslateTerms(clauses.order);
-  query.sql = TranslateExpression(clauses.before_order);
+  if (!clauses.order.empty()) query.order = Terms(clauses.order);
+  query.sql = Expression(clauses.before_order);
   return query;
 }
 
@@ -141,10 +151,14 @@ Query TranslateTokens(TokenSpan tokens) {
   const Clauses clauses = Cut(tokens);
   if (clauses.columns.empty()) ThrowSyntaxError(QStringLiteral("no columns"));
   Query query = clauses.compound ? TranslateCompound(clauses) : TranslateClauses(clauses);
-  query.tail = TranslateExpression(clauses.tail);
+  query.tail = Expression(clauses.tail);
   if (!clauses.compound) query.sql = QStringLiteral("SELECT ") + query.columns + Clause(" ", query.source);
   query.sql += Clause(" ORDER BY ", query.order) + Clause(" ", query.tail);
   return query;
+}
+
+QString TranslateSelect(TokenSpan tokens) {
+  return TranslateTokens(tokens).sql;
 }
 
 // Whether a word of a criterion names a column.
@@ -168,16 +182,12 @@ Value NumberOf(const QString& digits) {
 
 }  // namespace
 
-QString TranslateSelect(TokenSpan tokens) {
-  return TranslateTokens(tokens).sql;
-}
-
 Query Translate(const QString& text) {
   return TranslateTokens(Tokenize(text));
 }
 
 QString TranslateCriterion(const QString& text) {
-  return TranslateExpression(Tokenize(text));
+  return Expression(Tokenize(text));
 }
 
 Criterion TranslateCriterion(const QString& text, const std::function<QString(const QString&)>& column) {
@@ -196,7 +206,7 @@ Criterion TranslateCriterion(const QString& text, const std::function<QString(co
       if (!expression.isEmpty()) token = {TokenKind::kFixed, expression};
     }
   }
-  criterion.sql = TranslateExpression(tokens);
+  criterion.sql = Expression(tokens);
   if (criterion.sql.trimmed().isEmpty()) ThrowSyntaxError(QStringLiteral("empty criterion"));
   return criterion;
 }

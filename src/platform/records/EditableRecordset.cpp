@@ -1,4 +1,4 @@
-#include "records/EditableRecordset.h"
+#include "records/inner/EditableRecordset.h"
 
 #include <algorithm>
 
@@ -6,7 +6,7 @@
 
 namespace orv {
 
-EditableRecordset::EditableRecordset(std::shared_ptr<Connection::Impl> connection, const QString& sql)
+EditableRecordset::EditableRecordset(std::shared_ptr<ConnectionImpl> connection, const QString& sql)
     : connection_(std::move(connection)),
       query_(Translate(sql)),
       shape_(ExamineQuery(*connection_, query_)),

@@ -1,9 +1,9 @@
-#include "records/Expression.h"
+#include "records/inner/Expression.h"
 
 #include <QStringList>
 #include <algorithm>
 
-#include "records/Dialect.h"
+#include "records/Collation.h"
 
 namespace orv {
 namespace {
@@ -57,7 +57,7 @@ bool IsLiteral(TokenSpan tokens) {
 }
 
 // Operands go on over blanks and brackets.
-std::vector<Piece> Split(TokenSpan tokens) {
+std::vector<Piece> Split(TokenSpan tokens, SelectTranslator select) {
   std::vector<Piece> pieces;
   size_t start = 0;
   QString operand;
@@ -75,7 +75,7 @@ std::vector<Piece> Split(TokenSpan tokens) {
     } else if (tokens[i].IsSymbol(u"(")) {
       const size_t close = ClosingBracket(tokens, i);
       const TokenSpan inner = tokens.subspan(i + 1, close - i - 1);
-      operand += u'(' + (IsSelect(inner) ? TranslateSelect(inner) : TranslateExpression(inner)) + u')';
+      operand += u'(' + (IsSelect(inner) ? select(inner) : TranslateExpression(inner, select)) + u')';
       i = close;
     } else {
       operand += tokens[i].kind == TokenKind::kText ? Quoted(tokens[i].text) : tokens[i].text;
@@ -141,11 +141,11 @@ size_t EndOfTerm(TokenSpan term) {
   return term.size();
 }
 
-QString TranslateTerm(TokenSpan term) {
+QString TranslateTerm(TokenSpan term, SelectTranslator select) {
   const size_t end = EndOfTerm(term);
   const TokenSpan expression = Trimmed(term.first(end));
   if (expression.empty()) ThrowSyntaxError(QStringLiteral("empty term"));
-  QString text = TranslateExpression(expression);
+  QString text = TranslateExpression(expression, select);
   // A lone number is the position of a column.
   const bool position = expression.size() == 1 && expression[0].kind == TokenKind::kNumber;
   const bool collated =
@@ -158,17 +158,17 @@ QString TranslateTerm(TokenSpan term) {
 
 }  // namespace
 
-QString TranslateExpression(TokenSpan tokens) {
-  std::vector<Piece> pieces = JoinOperands(Split(tokens));
+QString TranslateExpression(TokenSpan tokens, SelectTranslator select) {
+  std::vector<Piece> pieces = JoinOperands(Split(tokens, select));
   CollateComparisons(pieces);
   QString text;
   for (const Piece& piece : pieces) text += piece.text;
   return text;
 }
 
-QString TranslateTerms(TokenSpan tokens) {
+QString TranslateTerms(TokenSpan tokens, SelectTranslator select) {
   QStringList terms;
-  for (const TokenSpan term : SplitAtCommas(tokens)) terms.append(TranslateTerm(Trimmed(term)));
+  for (const TokenSpan term : SplitAtCommas(tokens)) terms.append(TranslateTerm(Trimmed(term), select));
   return terms.join(QStringLiteral(", "));
 }
 

@@ -1,4 +1,4 @@
-#include "records/LongBinary.h"
+#include "records/inner/LongBinary.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "records/QueryShape.h"
+#include "records/inner/QueryShape.h"
 
 #include <algorithm>
 
@@ -11,7 +11,7 @@ const QString kRows = QStringLiteral("_rows");
 const QString kLong = QStringLiteral("_long");
 
 // The counter that is a table's key; empty if the table has none.
-QString KeyColumn(Connection::Impl& connection, const QString& table) {
+QString KeyColumn(ConnectionImpl& connection, const QString& table) {
   StatementUse statement(connection,
                          QStringLiteral("SELECT name, type FROM pragma_table_info(?1) WHERE pk = 1"));
   statement->Bind(1, Value(table));
@@ -41,7 +41,7 @@ std::vector<ResultColumn> ColumnsOf(const Query& query, const Statement& stateme
   return columns;
 }
 
-QueryKey KeyOf(Connection::Impl& connection, const std::vector<ResultColumn>& columns) {
+QueryKey KeyOf(ConnectionImpl& connection, const std::vector<ResultColumn>& columns) {
   QueryKey key;
   for (size_t i = 0; i < columns.size(); ++i) {
     const ResultColumn& column = columns[i];
@@ -55,7 +55,7 @@ QueryKey KeyOf(Connection::Impl& connection, const std::vector<ResultColumn>& co
 
 }  // namespace
 
-QueryShape ExamineQuery(Connection::Impl& connection, const Query& query) {
+QueryShape ExamineQuery(ConnectionImpl& connection, const Query& query) {
   const Statement statement(connection.database, query.sql);
   QueryShape shape;
   shape.columns = ColumnsOf(query, statement);
@@ -70,7 +70,7 @@ QueryShape ExamineQuery(Connection::Impl& connection, const Query& query) {
   return shape;
 }
 
-QString TieBreaker(Connection::Impl& connection, const Query& query, const Statement& statement) {
+QString TieBreaker(ConnectionImpl& connection, const Query& query, const Statement& statement) {
   if (!query.plain) return {};
   const std::vector<ResultColumn> columns = ColumnsOf(query, statement);
   const QueryKey key = KeyOf(connection, columns);

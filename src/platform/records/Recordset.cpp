@@ -1,9 +1,9 @@
 #include "records/Recordset.h"
 
 #include "base/RuntimeError.h"
-#include "records/ConnectionImpl.h"
-#include "records/EditableRecordset.h"
-#include "records/SnapshotRecordset.h"
+#include "records/inner/ConnectionImpl.h"
+#include "records/inner/EditableRecordset.h"
+#include "records/inner/SnapshotRecordset.h"
 
 namespace orv {
 namespace {

@@ -1,4 +1,4 @@
-#include "records/RecordsetImpl.h"
+#include "records/inner/RecordsetImpl.h"
 
 #include <algorithm>
 

@@ -1,8 +1,9 @@
-#include "records/RowCriterion.h"
+#include "records/inner/RowCriterion.h"
 
 #include <algorithm>
 
 #include "base/RuntimeError.h"
+#include "records/Collation.h"
 
 namespace orv {
 namespace {

@@ -1,8 +1,9 @@
-#include "records/RowWriter.h"
+#include "records/inner/RowWriter.h"
 
 #include <optional>
 
 #include "base/RuntimeError.h"
+#include "records/Connection.h"
 
 namespace orv {
 

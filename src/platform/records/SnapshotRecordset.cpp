@@ -1,18 +1,18 @@
-#include "records/SnapshotRecordset.h"
+#include "records/inner/SnapshotRecordset.h"
 
 #include <algorithm>
 #include <numeric>
 
 #include "base/RuntimeError.h"
-#include "records/Dialect.h"
-#include "records/QueryShape.h"
-#include "records/RowCriterion.h"
+#include "records/inner/Dialect.h"
+#include "records/inner/QueryShape.h"
+#include "records/inner/RowCriterion.h"
 
 namespace orv {
 namespace {
 
 // A query in SQLite's dialect, with the key behind its ORDER BY where that can be had.
-QString StatementOf(Connection::Impl& connection, const QString& sql) {
+QString StatementOf(ConnectionImpl& connection, const QString& sql) {
   const Query query = Translate(sql);
   if (query.order.isEmpty()) return query.sql;
   const QString key = TieBreaker(connection, query, *connection.Prepared(query.sql));
@@ -32,7 +32,7 @@ QString StatementOf(Connection::Impl& connection, const QString& sql) {
 
 }  // namespace
 
-SnapshotRecordset::SnapshotRecordset(Connection::Impl& connection, const QString& sql) {
+SnapshotRecordset::SnapshotRecordset(ConnectionImpl& connection, const QString& sql) {
   const StatementUse statement(connection,
                                connection.Translated(sql, [&] { return StatementOf(connection, sql); }));
   // The first step sees the columns as they are now, also where another program has added one.

@@ -1,4 +1,4 @@
-#include "records/Sqlite.h"
+#include "records/inner/Sqlite.h"
 
 #include <unistd.h>
 

@@ -1,4 +1,4 @@
-#include "records/Tokens.h"
+#include "records/inner/Tokens.h"
 
 namespace orv {
 namespace {

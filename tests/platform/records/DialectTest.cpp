@@ -1,4 +1,5 @@
-#include "records/Dialect.h"
+#include "records/Collation.h"
+#include "records/inner/Dialect.h"
 
 #include "platform/records/Sample.h"
 
@@ -15,7 +16,7 @@ struct QueryCase {
 const QueryCase kQueries[] = {
     {"SELECT * FROM tblSet ORDER BY SetName", "SetID SetName AutoNumber", "3|Oase|0 / 2|Öde|0 / 1|zeta|0"},
     {"SELECT * FROM tblCard WHERE SetID = 1 ORDER BY Nr", "CardID Nr Title",
-     "2|1|Alpha / 1|2|Bravo / 3|2|alpha / 4|3|Delta / 5|4|~"},
+     "2|1|Alpha / 1|2|Bravo / 3|2|alpha / 4|3|Delta / 5|4|"},
     {"SELECT * FROM tblCharacter WHERE SetID = 1 ORDER BY Nr", "Name", "Gamma / Beta / Nowhere"},
     {"SELECT * FROM tblLargeCard WHERE SetID = 1 ORDER BY Nr", "Title", "One / Two"},
     {"SELECT * FROM tblFont WHERE FontID = 2", "Font Size Bold", "Arial|9|0"},
@@ -37,10 +38,10 @@ const QueryCase kQueries[] = {
      "Kind / Wicked"},
     {"SELECT tblCard.Nr, tblCard.Title, tblCard.BoldText, tblCard.Information FROM tblCard WHERE "
      "tblCard.SetID = 1 ORDER BY tblCard.Nr",
-     "Nr Title BoldText Information", "1|Alpha||~ / 2|Bravo|bold|info / 2|alpha|~| / 3|Delta|| / 4|~||"},
+     "Nr Title BoldText Information", "1|Alpha|| / 2|Bravo|bold|info / 2|alpha|| / 3|Delta|| / 4|||"},
     {"SELECT tblLargeCard.Nr, tblLargeCard.Title, tblLargeCard.Information FROM tblLargeCard WHERE "
      "tblLargeCard.SetID = 1 ORDER BY tblLargeCard.Nr",
-     "Nr Title Information", "1|One|~ / 2|Two|x"},
+     "Nr Title Information", "1|One| / 2|Two|x"},
     {"SELECT tblCharacter.Nr, tblCharacter.Name, tblCharacter.Strength, tblCharacter.Craft, "
      "tblCharacter.Gold, tblCharacter.Lives, tblAlignment.Alignment, tblArea.Board, tblArea.Area, "
      "tblCharacter.Abilities FROM tblArea INNER JOIN (tblAlignment INNER JOIN tblCharacter ON "

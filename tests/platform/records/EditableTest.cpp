@@ -153,7 +153,7 @@ TEST_F(EditableTest, AFailureInAddNewLeavesNoRowBehind) {
   cards["Picture"] = QByteArray("x");
   EXPECT_EQ(ErrorOf([&] { cards.Update(); }), 3000);
   EXPECT_EQ(cards["Title"].Text(), "both") << "waits on";
-  EXPECT_EQ(Raw("SELECT COUNT(*) || MIN(Title) FROM tblCard WHERE SetID = 1"), "5Alpha");
+  EXPECT_EQ(Raw("SELECT COUNT(*) || MAX(Title) FROM tblCard WHERE SetID = 1"), "5alpha");
 }
 
 TEST_F(EditableTest, DeleteLeavesNoCurrentRowUntilAMoveAndKeysAreNotUsedAgain) {
@@ -213,7 +213,7 @@ TEST_F(EditableTest, AnUpdateWritesNothingWhereTheFileDiffersInNothing) {
   cards["Nr"] = QString("1");
   cards["PicTop"] = 1.5;
   cards["OneLine"] = true;
-  cards["Information"] = Value::Null();
+  cards["Artist"] = Value::Null();
   cards["Picture"] = Value::Null();
   cards.Update();
   cards.MoveNext();
@@ -222,10 +222,10 @@ TEST_F(EditableTest, AnUpdateWritesNothingWhereTheFileDiffersInNothing) {
   EXPECT_TRUE(ReadWhole(Path()) == before);
   // Null is not the empty text, and the file is what counts, not what was read of it.
   cards.MoveFirst();
-  cards["Information"] = "";
+  cards["Artist"] = "";
   cards.Update();
-  EXPECT_EQ(Raw("SELECT Information IS NULL FROM tblCard WHERE CardID = 2"), "0");
-  EXPECT_FALSE(cards["Information"].IsNull());
+  EXPECT_EQ(Raw("SELECT Artist IS NULL FROM tblCard WHERE CardID = 2"), "0");
+  EXPECT_FALSE(cards["Artist"].IsNull());
   Raw("UPDATE tblCard SET Title = 'elsewhere' WHERE CardID = 2");
   cards["Title"] = "Alpha";
   cards.Update();

@@ -1,6 +1,6 @@
 #include "platform/records/Sample.h"
 
-#include "base/Files.h"
+#include "schema/Schema.h"
 
 namespace orv {
 namespace {
@@ -36,7 +36,7 @@ INSERT INTO tblLargeCard (SetID, Nr, Title, Information) VALUES (1, 2, 'Two', 'x
 Sample::Sample() {
   EXPECT_EQ(sqlite3_open(Path().toUtf8().constData(), &other_), SQLITE_OK);
   Raw("PRAGMA synchronous = OFF");
-  Raw(QString::fromUtf8(ReadWhole(ORV_SOURCE_DIR "/delivery/schema.sql")));
+  Raw(schema::Script());
   Raw(QString::fromUtf8(kRows));
   connection_ = Open();
 }

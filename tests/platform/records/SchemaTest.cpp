@@ -1,6 +1,8 @@
 #include <QRegularExpression>
+#include <map>
 
 #include "platform/records/Sample.h"
+#include "schema/Schema.h"
 
 namespace orv {
 namespace {
@@ -20,6 +22,15 @@ class SchemaTest : public Sample {
     return plan;
   }
 };
+
+TEST_F(SchemaTest, TheFileHoldsTheObjectsThatAreTold) {
+  QString told;
+  for (const schema::Object& object : schema::Objects()) told += object.type + object.name + object.sql;
+  EXPECT_EQ(
+      Raw("SELECT group_concat(type || name || sql, '') FROM (SELECT * FROM sqlite_schema WHERE name NOT "
+          "LIKE 'sqlite_%' ORDER BY rowid)"),
+      told);
+}
 
 // What another program reads and writes by the tables' names.
 TEST_F(SchemaTest, ARecordsetSeesWhatIsWrittenToAViewByItsName) {
@@ -68,6 +79,25 @@ TEST_F(SchemaTest, EachColumnOfAViewIsWrittenToItself) {
   }
   EXPECT_EQ(Raw("SELECT UseSymbol || IFNULL(SaveTo, 'null') FROM tblSet ORDER BY SetID DESC LIMIT 1"),
             "0null");
+}
+
+// The program takes a Null in these for an error.
+TEST_F(SchemaTest, ANullOfAnotherProgramInATextThatIsPrintedIsEmptyText) {
+  for (const auto& [table, columns] :
+       std::map<QString, QStringList>{{"tblCard", {"Title", "BoldText", "Information"}},
+                                      {"tblLargeCard", {"Title", "Information"}},
+                                      {"tblCharacter", {"Name"}}}) {
+    const QString empty =
+        "SELECT COUNT(*) FROM " + table + " WHERE SetID = 9 AND " + columns.join(" || ") + " = ''";
+    const QString nulls = columns.join(" = NULL, ") + " = NULL";
+    Raw(QString("INSERT INTO %1 (SetID, %2) VALUES (9, %3)")
+            .arg(table, columns.join(','), QStringList(columns.size(), "NULL").join(',')));
+    Raw(QString("INSERT INTO %1_rows (SetID) VALUES (9)").arg(table));
+    EXPECT_EQ(Raw(empty), "2") << table.toStdString();
+    Raw(QString("UPDATE %1 SET %2 = 'x'").arg(table, columns.join(" = 'x', ")));
+    Raw(QString("UPDATE %1 SET %2").arg(table, nulls));
+    EXPECT_EQ(Raw(empty), "2") << table.toStdString();
+  }
 }
 
 TEST_F(SchemaTest, ADeletedSetTakesItsRowsAndFontsAlong) {

@@ -3,7 +3,7 @@
 #include <QByteArrayView>
 #include <QtEndian>
 
-#include "imaging/Decoders.h"
+#include "imaging/inner/NewImage.h"
 
 namespace orv {
 

@@ -2,15 +2,15 @@
 
 #include <vector>
 
-#include "records/ConnectionImpl.h"
-#include "records/RecordsetImpl.h"
+#include "records/inner/ConnectionImpl.h"
+#include "records/inner/RecordsetImpl.h"
 
 namespace orv {
 
 // A read-only recordset that holds all rows of its query in memory.
 class SnapshotRecordset final : public RecordsetImpl {
  public:
-  SnapshotRecordset(Connection::Impl& connection, const QString& sql);
+  SnapshotRecordset(ConnectionImpl& connection, const QString& sql);
 
   int RecordCount() const override { return static_cast<int>(shown_.size()); }
   void SetFilter(const QString& criterion) override;

@@ -5,8 +5,8 @@
 #include <QRectF>
 #include <QString>
 
-#include "imaging/ByteReader.h"
-#include "imaging/WmfCanvas.h"
+#include "imaging/inner/ByteReader.h"
+#include "imaging/inner/WmfCanvas.h"
 
 namespace orv {
 

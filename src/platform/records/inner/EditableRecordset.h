@@ -3,16 +3,16 @@
 #include <QSet>
 #include <vector>
 
-#include "records/LongBinary.h"
-#include "records/RecordsetImpl.h"
-#include "records/RowWriter.h"
+#include "records/inner/LongBinary.h"
+#include "records/inner/RecordsetImpl.h"
+#include "records/inner/RowWriter.h"
 
 namespace orv {
 
 // A recordset of keys, attached to its connection: rows are read when it moves there and written one by one.
 class EditableRecordset final : public RecordsetImpl {
  public:
-  EditableRecordset(std::shared_ptr<Connection::Impl> connection, const QString& sql);
+  EditableRecordset(std::shared_ptr<ConnectionImpl> connection, const QString& sql);
 
   int RecordCount() const override { return alive_; }
   void SetFilter(const QString& criterion) override;
@@ -68,7 +68,7 @@ class EditableRecordset final : public RecordsetImpl {
   // Whether a column's value is had without the file's table of long binaries.
   bool IsInMemory(int column) const;
 
-  std::shared_ptr<Connection::Impl> connection_;
+  std::shared_ptr<ConnectionImpl> connection_;
   Query query_;
   QueryShape shape_;
   RowWriter writer_;

@@ -5,17 +5,17 @@
 #include <functional>
 #include <memory>
 
-#include "records/Connection.h"
 #include "records/FileLock.h"
-#include "records/Sqlite.h"
+#include "records/inner/Sqlite.h"
 
 namespace orv {
 
-struct Connection::Impl {
-  Impl() = default;
-  ~Impl();
-  Impl(const Impl&) = delete;
-  Impl& operator=(const Impl&) = delete;
+// The open database of a connection.
+struct ConnectionImpl {
+  ConnectionImpl() = default;
+  ~ConnectionImpl();
+  ConnectionImpl(const ConnectionImpl&) = delete;
+  ConnectionImpl& operator=(const ConnectionImpl&) = delete;
 
   // A statement that stays prepared for its next use with the same text.
   std::shared_ptr<Statement> Prepared(const QString& sql);
@@ -32,7 +32,7 @@ struct Connection::Impl {
 // One use of a prepared statement; its end gives up the rows and locks, also when an error passes by.
 class StatementUse {
  public:
-  StatementUse(Connection::Impl& connection, const QString& sql) : statement_(connection.Prepared(sql)) {}
+  StatementUse(ConnectionImpl& connection, const QString& sql) : statement_(connection.Prepared(sql)) {}
   explicit StatementUse(std::shared_ptr<Statement> statement) : statement_(std::move(statement)) {}
   ~StatementUse() {
     if (statement_ != nullptr) statement_->Reset();

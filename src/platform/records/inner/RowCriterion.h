@@ -4,8 +4,8 @@
 #include <memory>
 #include <vector>
 
-#include "records/Dialect.h"
-#include "records/Sqlite.h"
+#include "records/inner/Dialect.h"
+#include "records/inner/Sqlite.h"
 
 namespace orv {
 

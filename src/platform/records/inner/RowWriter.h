@@ -2,7 +2,7 @@
 
 #include <map>
 
-#include "records/QueryShape.h"
+#include "records/inner/QueryShape.h"
 
 namespace orv {
 
@@ -12,7 +12,7 @@ using RowChange = std::map<int, Value>;
 // Writes rows to the tables under a query: short columns to the row of the key, long binaries to theirs.
 class RowWriter {
  public:
-  RowWriter(std::shared_ptr<Connection::Impl> connection, const QueryShape& shape)
+  RowWriter(std::shared_ptr<ConnectionImpl> connection, const QueryShape& shape)
       : connection_(std::move(connection)), shape_(shape) {}
 
   // RuntimeError 3000 for a column that can't be written: the key, an expression, another table's.
@@ -37,7 +37,7 @@ class RowWriter {
   std::int64_t InsertShort(const Part& part);
   void WriteLong(std::int64_t key, const ResultColumn& column, const Value& value);
 
-  std::shared_ptr<Connection::Impl> connection_;
+  std::shared_ptr<ConnectionImpl> connection_;
   const QueryShape& shape_;
   // The columns of the last short update and its statement: a form writes the same ones again and again.
   std::vector<int> updated_;

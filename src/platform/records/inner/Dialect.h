@@ -46,10 +46,4 @@ struct Criterion {
 // `column` gives what stands for a column's name; an empty text leaves the name as it is.
 Criterion TranslateCriterion(const QString& text, const std::function<QString(const QString& name)>& column);
 
-// The name of the collation that the statements use: without regard to case, accented letters beside
-// their base letters and yet different from them.
-inline constexpr const char* kCollation = "ORVTEXT";
-// Its order: negative, 0 or positive.
-int CompareText(QStringView a, QStringView b);
-
 }  // namespace orv

@@ -2,14 +2,14 @@
 
 #include <sqlite3.h>
 
-#include "records/QueryShape.h"
+#include "records/inner/QueryShape.h"
 
 namespace orv {
 
 // Reads the long binaries of the rows under a query, no more of the file than asked for.
 class LongBinaryReader {
  public:
-  LongBinaryReader(Connection::Impl& connection, const QueryShape& shape)
+  LongBinaryReader(ConnectionImpl& connection, const QueryShape& shape)
       : connection_(connection), shape_(shape) {}
   ~LongBinaryReader() { Close(); }
   LongBinaryReader(const LongBinaryReader&) = delete;
@@ -32,7 +32,7 @@ class LongBinaryReader {
   // False for Null.
   bool Open(int column, std::int64_t key);
 
-  Connection::Impl& connection_;
+  ConnectionImpl& connection_;
   const QueryShape& shape_;
   sqlite3_blob* blob_ = nullptr;
   int column_ = -1;

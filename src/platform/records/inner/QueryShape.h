@@ -3,8 +3,8 @@
 #include <QString>
 #include <vector>
 
-#include "records/ConnectionImpl.h"
-#include "records/Dialect.h"
+#include "records/inner/ConnectionImpl.h"
+#include "records/inner/Dialect.h"
 
 namespace orv {
 
@@ -32,9 +32,9 @@ struct QueryShape {
 };
 
 // RuntimeError 3000 for a query that can't be run or has no key among its columns.
-QueryShape ExamineQuery(Connection::Impl& connection, const Query& query);
+QueryShape ExamineQuery(ConnectionImpl& connection, const Query& query);
 
 // What a snapshot may add to the ORDER BY of its query as the last tie-breaker; empty if no key is known.
-QString TieBreaker(Connection::Impl& connection, const Query& query, const Statement& statement);
+QString TieBreaker(ConnectionImpl& connection, const Query& query, const Statement& statement);
 
 }  // namespace orv

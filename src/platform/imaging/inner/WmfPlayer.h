@@ -3,8 +3,8 @@
 #include <QByteArrayView>
 #include <vector>
 
-#include "imaging/ByteReader.h"
-#include "imaging/WmfCanvas.h"
+#include "imaging/inner/ByteReader.h"
+#include "imaging/inner/WmfCanvas.h"
 
 namespace orv {
 

@@ -53,7 +53,4 @@ class Statement {
 // A name for use in a statement, whatever characters it has.
 QString QuotedName(const QString& name);
 
-// Adds the collation of texts to a connection.
-void RegisterCollation(sqlite3* database);
-
 }  // namespace orv

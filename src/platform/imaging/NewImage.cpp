@@ -1,0 +1,34 @@
+#include "imaging/inner/NewImage.h"
+
+#include <QPainter>
+
+#include "base/RuntimeError.h"
+
+namespace orv {
+
+void BadPicture() {
+  throw RuntimeError(kErrInvalidPicture);
+}
+
+void CheckSize(qint64 width, qint64 height) {
+  if (width <= 0 || height <= 0 || width > kMaxPixels || height > kMaxPixels || width * height > kMaxPixels) {
+    BadPicture();
+  }
+}
+
+QImage NewImage(qint64 width, qint64 height, QImage::Format format) {
+  CheckSize(width, height);
+  QImage image(static_cast<int>(width), static_cast<int>(height), format);
+  if (image.isNull()) BadPicture();
+  return image;
+}
+
+QImage OverWhite(const QImage& image) {
+  if (!image.hasAlphaChannel()) return image.convertToFormat(QImage::Format_RGB32);
+  QImage result = NewImage(image.width(), image.height(), QImage::Format_RGB32);
+  result.fill(Qt::white);
+  QPainter(&result).drawImage(result.rect(), image);
+  return result;
+}
+
+}  // namespace orv

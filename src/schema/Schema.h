@@ -1,0 +1,35 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <vector>
+
+#include "schema/Tables.h"
+
+// What the tables are in the file. The program never creates or alters one: the delivered file has them.
+//
+// Long binaries lie apart from the rows, so that an edit of a short column never rewrites a picture and a
+// walk over rows never reads one: a table T with long binaries is a view over T_rows (key and short columns)
+// and T_long (the same key and the long columns; a row there comes with the first picture). T itself can be
+// read and written like a table; the program writes to T_rows and T_long.
+//
+// Relations are kept by triggers, so that they hold whatever program deletes and whatever
+// PRAGMA foreign_keys says. No collation is declared: the file is open to every SQLite tool.
+namespace orv::schema {
+
+// An object of the file, as sqlite_schema tells it.
+struct Object {
+  const char* type;  // table, index, view or trigger
+  QString name;
+  QString sql;  // to the byte
+};
+
+// All in the order in which they are made, without SQLite's own (sqlite_sequence).
+std::vector<Object> Objects();
+
+// The statements that make them in an empty file, as one transaction.
+QString Script();
+
+QStringList ColumnNames(const Table& table);
+
+}  // namespace orv::schema
