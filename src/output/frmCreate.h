@@ -38,6 +38,7 @@ class CreateForm : public Form {
  private:
   struct Pass;
   void Arrange();
+  void PlaceCounters(int width);  // twips
   void ShowOptions();
   void Run(const Pass& pass);
   void SetLabelColour(Colour colour);
