@@ -22,7 +22,7 @@ void CardEditor::cmdGetType_Click() {
     DrawCard();
   }
   frmCardType.Unload();
-  SelectItemData(cboType, modData::rsCard["CardTypeID"].Int32());
+  SelectItemData(cboType, modData::rsCard["CardTypeID"].Int32Or(0));
 }
 
 void CardEditor::cmdGetCardBack_Click() {
@@ -37,7 +37,7 @@ void CardEditor::cmdGetCardBack_Click() {
     DrawCard();
   }
   frmCardBacks.Unload();
-  SelectItemData(cboCardBack, modData::rsCard["CardBackID"].Int32());
+  SelectItemData(cboCardBack, modData::rsCard["CardBackID"].Int32Or(0));
 }
 
 void CardEditor::cmdSort_Click() {

@@ -10,7 +10,7 @@ void ChooseBackgroundColour(Recordset& rows, Surface& sample, Surface& card) {
     CommonDialog dialog;
     dialog.CancelError = true;
     dialog.DialogTitle = QStringLiteral("Choose card background colour");
-    dialog.Color = rows["BGColour"].Int32();
+    dialog.Color = rows["BGColour"].Int32Or(kWhite);
     dialog.Flags = 1;
     dialog.ShowColor();
     sample.SetBackColor(dialog.Color);

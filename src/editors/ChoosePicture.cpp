@@ -22,9 +22,9 @@ void ChoosePicture(const PictureChoice& choice) {
   }
 }
 
-void ChooseFramedPicture(Recordset& rows, const char* column, Surface& image, QString& folder,
-                         std::function<void()> before_update) {
-  ChoosePicture({.title = QStringLiteral("Choose picture"),
+void ChooseFramedPicture(const char* title, Recordset& rows, const char* column, Surface& image,
+                         QString& folder, std::function<void()> before_update) {
+  ChoosePicture({.title = QString::fromLatin1(title),
                  .folder = &folder,
                  .rows = rows,
                  .column = column,

@@ -108,7 +108,7 @@ void RecordEditor::Initialise() {
   int highest = 0;
   if (!rows.IsEOF()) {
     rows.MoveLast();
-    highest = rows["Nr"].Int16();
+    highest = rows["Nr"].Int16Or(0);
     rows.MoveFirst();
   }
   lblCurrentCard.SetTag(QString::number(highest));
@@ -177,7 +177,7 @@ void RecordEditor::Add() {
   int last = 0;
   if (!rows.IsEmpty()) {
     rows.MoveLast();
-    last = rows["Nr"].Int16();
+    last = rows["Nr"].Int16Or(0);
   }
   rows.AddNew();
   try {
@@ -202,7 +202,7 @@ void RecordEditor::Add() {
 void RecordEditor::Delete() {
   Recordset& rows = kind_.rows;
   if (rows.IsEmpty()) return;
-  const int deleted = rows["Nr"].Int16();
+  const int deleted = rows["Nr"].Int16Or(0);
   {
     Transaction transaction(modData::cn);
     rows.Delete();
@@ -217,12 +217,12 @@ void RecordEditor::Delete() {
     return;
   }
   rows.MoveLast();
-  const int last = rows["Nr"].Int16();
+  const int last = rows["Nr"].Int16Or(0);
   FindByKey(rows, "Nr", deleted);
   if (rows.IsEOF()) rows.MoveLast();
   DrawRecord();
   ShowCard();
-  ShowPosition(rows["Nr"].Int16(), last);
+  ShowPosition(rows["Nr"].Int16Or(0), last);
 }
 
 // The records behind the deleted one move up by one, as far as their numbers follow each other. Each

@@ -111,7 +111,7 @@ void SaveSheet(const SheetKind& kind, Recordset& record, Surface& front, const S
     path = folder + WithoutFolders(BuildFileName(name, number, QString::fromLatin1(kind.kind_code)));
     AssembleSheet(kind, front, back);
     SaveThePicture(path);
-    saved = !frmClip->BMP2GIF1.Failed() || modData::rsSet["PicFormatID"].Int32() != 3;
+    saved = !frmClip->BMP2GIF1.Failed() || modData::rsSet["PicFormatID"].Int32Or(kBmp) != 3;
   } catch (const RuntimeError& error) {
     QString text = QStringLiteral("Something went wrong.");
     if (kind.tells_cause) text += QStringLiteral("\r\n\r\n") + error.NumberAndDescription();
@@ -135,7 +135,7 @@ void SaveAsGif(const QString& path) {
 QString GetPicFormat(std::int32_t pic_format_id) {
   Recordset format = modData::OpenSnapshot(
       QStringLiteral("SELECT * FROM tblPicFormat WHERE PicFormatID = %1").arg(pic_format_id));
-  return format.IsEOF() ? QStringLiteral("BMP") : format["PicFormat"].Text();
+  return format.IsEOF() ? QStringLiteral("BMP") : format["PicFormat"].TextOr(QStringLiteral("BMP"));
 }
 
 QString BuildFileName(const QString& name, std::int16_t number, const QString& kind) {
@@ -148,13 +148,13 @@ QString BuildFileName(const QString& name, std::int16_t number, const QString& k
   const QString prefix = set["FilenamePrefix"].TextOrEmpty();
   if (!prefix.isEmpty()) built = prefix + u' ' + built;
   if (set["ReplaceSpace"].BoolOrFalse()) built.replace(u' ', u'_');
-  return built + u'.' + GetPicFormat(set["PicFormatID"].Int32());
+  return built + u'.' + GetPicFormat(set["PicFormatID"].Int32Or(kBmp));
 }
 
 void SaveThePicture(const QString& path) {
   const Picture& sheet = frmClip->picDone.Picture();
-  switch (modData::rsSet["PicFormatID"].Int32()) {
-    case 1:
+  switch (modData::rsSet["PicFormatID"].Int32Or(kBmp)) {
+    case kBmp:
       SavePicture(sheet, path);
       break;
     case 2: {
