@@ -90,7 +90,7 @@ void CardBacksForm::InitBacks(std::int16_t edition) {
   EditionShown = edition;
   modData::OpenEditable(
       QStringLiteral("SELECT * FROM tblCardBack WHERE LanguageID = %1 AND EditionID = %2 ORDER BY BackText")
-          .arg(modData::rsSet["LanguageID"].Int16())
+          .arg(modData::rsSet["LanguageID"].Int16Or(0))
           .arg(EditionShown),
       rows_);
   FillList();

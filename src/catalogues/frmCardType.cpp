@@ -41,7 +41,7 @@ bool IsBlank(const QString& text) {
 }
 
 QString IsGlobal(const Recordset& row) {
-  return YesNo(row["UsedInSet"].Int32() == 0);
+  return YesNo(row["UsedInSet"].Int32Or(0) == 0);
 }
 
 }  // namespace
@@ -136,7 +136,7 @@ void CardTypeForm::Form_Load() {
   CatalogueForm::Form_Load();
   modData::OpenEditable(QStringLiteral("SELECT * FROM tblCardType WHERE LanguageID = %1 ORDER BY UpperLeft, "
                                        "LowerLeft, Number")
-                            .arg(modData::rsSet["LanguageID"].Int16()),
+                            .arg(modData::rsSet["LanguageID"].Int16Or(0)),
                         rows_);
   FillList();
 }
@@ -197,7 +197,7 @@ void CardTypeForm::cmdNew_Click() {
 void CardTypeForm::cmdSet_Click() {
   FindSelectedRow();
   if (rows_.IsEOF()) return;
-  const bool lock = rows_["UsedInSet"].Int32() == 0;
+  const bool lock = rows_["UsedInSet"].Int32Or(0) == 0;
   rows_["UsedInSet"] = lock ? int{modData::CurrentSetID} : 0;
   cmdSet.SetCaption(lock ? kMakeGlobal : kLock);
   rows_.Update();

@@ -15,7 +15,7 @@ class CardComposer {
   void Compose() {
     const ReadScope reading(modData::cn);
     Clear();
-    const Hug hug = card_["Resize"].Bool() ? Hug::Width : Hug::Nothing;
+    const Hug hug = card_["Resize"].BoolOrFalse() ? Hug::Width : Hug::Nothing;
     PaintPictureArea(target_, form_.picWhite.Picture(), {preview_.picFrame, preview_.picImage, hug}, card_);
     PaintSymbolAndArtist();
     PrintTitle();
@@ -33,12 +33,12 @@ class CardComposer {
     target_.SetHeight(preview_.picCard.Height());
     target_.SetWidth(preview_.picCard.Width());
     target_.SetPicture(LoadPicture());
-    target_.SetBackColor(card_["BGColour"].Int32());
+    target_.SetBackColor(card_["BGColour"].Int32Or(kWhite));
     target_.SetPicture(preview_.picCard.Picture());
   }
 
   void PaintSymbolAndArtist() {
-    if (set_["UseSymbol"].Bool()) {
+    if (set_["UseSymbol"].BoolOrFalse()) {
       target_.PaintPicture(preview_.picSymbol.Picture(), preview_.picSymbol.Left(), preview_.picSymbol.Top());
     }
     if (!card_["Artist"].TextOrEmpty().isEmpty()) {
@@ -57,7 +57,7 @@ class CardComposer {
   void PrintType() {
     form_.ApplySlot("CardTypeFontID");
     const auto& words = preview_.lblType;
-    if (preview_.Layout().has_one_line && card_["OneLine"].Bool()) {
+    if (preview_.Layout().has_one_line && card_["OneLine"].BoolOrFalse()) {
       // The width that centres the line counts the hidden upper right word too.
       const double width = target_.TextWidth(words[0]->Caption() + words[1]->Caption());
       PrintCentred(target_, *words[0], words[0]->Caption(), width);
@@ -87,9 +87,9 @@ class CardComposer {
   }
 
   void PrintAutonumber() {
-    if (!set_["Autonumber"].Bool()) return;
+    if (!set_["Autonumber"].BoolOrFalse()) return;
     form_.ApplySlot("AutonumberFontID");
-    PrintRight(target_, preview_.lblAutonumber, card_["Nr"].Text());
+    PrintRight(target_, preview_.lblAutonumber, card_["Nr"].TextOrEmpty());
   }
 
   CardForm& form_;

@@ -26,8 +26,8 @@ void CardPreview::Design() {
   PlaceAt(picCard, layout_.card);
   picCard.SetBorderStyle(1);
   picCard.SetName(QStringLiteral("Preview of the card"));
-  // The surface has no font of its own in its design: the platform's default measures on it.
-  picCard.SetFont({QStringLiteral("Arial"), 8.25, false, false});
+  // Where a title is measured on the preview, one in the usual font is centred.
+  picCard.SetFont(layout_.title_font);
   PlaceAt(picFrame, layout_.frame);
   picFrame.SetScaleMode(ScaleMode::Twips);
   picImage.SetScaleMode(ScaleMode::Twips);
@@ -67,14 +67,14 @@ void CardPreview::DrawCard() {
   Recordset& card = modData::rsCard;
   DrawInSteps({
       [&] { lblTitle.SetCaption(card["Title"].TextOrEmpty()); },
-      [&] { FindByKey(modData::rsCardType, "CardTypeID", KeyOrNone(card["CardTypeID"])); },
+      [&] { FindByKey(modData::rsCardType, "CardTypeID", card["CardTypeID"].Int32Or(0)); },
       [&] { DrawType(); },
       [&] { DrawTexts(); },
       [&] { DrawFrame(); },
       [&] { LoadPictureFromField(picImage, card["Picture"]); },
       [&] { PlacePicture(); },
       [&] { DrawBackground(); },
-      [&] { FindByKey(modData::rsCardBack, "CardBackID", KeyOrNone(card["CardBackID"])); },
+      [&] { FindByKey(modData::rsCardBack, "CardBackID", card["CardBackID"].Int32Or(0)); },
       [&] { DrawBack(); },
       [&] { PlaceSymbol(picSymbol, picCard, -1, 2); },
   });
@@ -129,7 +129,7 @@ void CardPreview::DrawFrame() {
   Recordset& card = modData::rsCard;
   picFrame.SetVisible(card["UsePicture"].BoolOrFalse());
   picFrame.SetBorderStyle(card["UseFrame"].BoolOrFalse() ? 1 : 0);
-  picFrame.SetHeight(card["PicHeight"].Number());
+  picFrame.SetHeight(card["PicHeight"].NumberOr(layout_.frame.height));
   lblPicSize.SetTop(picFrame.Top() + picFrame.Height());
   lblPicSize.SetVisible(picFrame.Visible());
   PlaceBold();
@@ -150,10 +150,11 @@ void CardPreview::PlacePicture() {
   Recordset& card = modData::rsCard;
   picFrame.SetVisible(card["UsePicture"].BoolOrFalse());
   picFrame.SetBorderStyle(card["UseFrame"].BoolOrFalse() ? 1 : 0);
-  picFrame.SetHeight(card["PicHeight"].Number());
+  picFrame.SetHeight(card["PicHeight"].NumberOr(layout_.frame.height));
   lblPicSize.SetTop(picFrame.Top() + picFrame.Height());
-  const double left = card["PicLeft"].Number();
-  if (card["Resize"].BoolOrFalse()) {
+  const double left = card["PicLeft"].NumberOr(0);
+  // Without a picture there is nothing to hug, and the frame stays what it is.
+  if (card["Resize"].BoolOrFalse() && !picImage.Picture().IsEmpty()) {
     picFrame.SetLeft(left / kTwipsPerPixel + layout_.frame.left);
     picFrame.SetWidth(picImage.Width() / kTwipsPerPixel);
     picImage.SetLeft(0);
@@ -162,14 +163,14 @@ void CardPreview::PlacePicture() {
     picFrame.SetWidth(layout_.frame.width);
     picImage.SetLeft(left);
   }
-  picImage.SetTop(card["PicTop"].Number());
+  picImage.SetTop(card["PicTop"].NumberOr(0));
 }
 
 void CardPreview::DrawBackground() {
   Recordset& card = modData::rsCard;
   LoadPictureFromField(picCard, card["Background"]);
-  picCard.SetBackColor(card["BGColour"].Int32());
-  RotateArtist(card["Artist"].TextOrEmpty(), card["BGColour"].Int32(), !card["Background"].IsNull());
+  picCard.SetBackColor(card["BGColour"].Int32Or(kWhite));
+  RotateArtist(card["Artist"].TextOrEmpty(), card["BGColour"].Int32Or(kWhite), !card["Background"].IsNull());
 }
 
 void CardPreview::DrawBack() {
@@ -178,7 +179,7 @@ void CardPreview::DrawBack() {
 
 void RotateArtist(const QString& artist, Colour colour, bool use_background) {
   CardPreview& second = CardPreviewOf(2);
-  const Colour text_colour = modData::rsSet["ArtistColour"].Int32();
+  const Colour text_colour = modData::rsSet["ArtistColour"].Int32Or(kArtistColour);
   DrawArtistStrip(second.picArtistDest, second.picCard, artist, text_colour, colour, use_background);
 }
 

@@ -42,10 +42,10 @@ class CharacterComposer {
     if (!character_["PlayingPiece"].IsNull()) {
       PaintFramed(piece_, form_.picWhite.Picture(),
                   {preview_.picPlayingPieceFrame, preview_.picPlayingPieceImage},
-                  {true, 0, character_["PPLeft"].Number(), character_["PPTop"].Number()});
+                  {true, 0, character_["PPLeft"].NumberOr(0), character_["PPTop"].NumberOr(0)});
     }
     piece_.LineB(8, 8, 141, 246, kBlack);
-    form_.ApplyPieceFont(set_["CharacterPieceFontID"].Int32());
+    form_.ApplyPieceFont(set_["CharacterPieceFontID"].Int32Or(0));
     PrintCentred(piece_, preview_.lblPlayingPieceName);
     PrintWatermark(piece_, preview_.lblWatermark[1]);
   }

@@ -15,6 +15,7 @@ namespace {
 constexpr PixelRect kSheet{0, 0, 304, 256};
 constexpr PixelRect kPanel{13, 13, 276, 228};
 constexpr int kTextsRight = 272;  // of the panel's texts, from its left edge
+constexpr int kFrameWidth = 121;
 constexpr int kFrameHeight = 220;
 constexpr int kFramedHeight = 218;  // with an outline
 constexpr PixelRect kStrips[] = {{0, 44, 12, 52}, {0, 159, 12, 52}, {290, 44, 12, 52}, {290, 159, 12, 52}};
@@ -84,7 +85,6 @@ void CharacterPreview::DesignSheet() {
   for (int i = 0; i < 4; ++i) PlaceAt(picCharAttrDisp[i], kStrips[i]);
   picCharAttribute.Place(0, 0, 52, 12);
   picCharAttribute.SetScaleMode(ScaleMode::Twips);
-  picCharAttribute.SetFont(Small(6));
   picCharAttribute.SetBackColor(kBlack);
   DesignCaption(lblCharacter, {80, 0, 140, 13}, QStringLiteral("CHARACTER NAME"), Small(7, true),
                 Alignment::Centre);
@@ -97,7 +97,7 @@ void CharacterPreview::DesignSheet() {
 
 void CharacterPreview::DesignPanel() {
   PlaceAt(picBackgroundChar, kPanel);
-  DesignPicture(picFrameCharacter, {1, 1, 121, kFrameHeight}, picImageCharacter,
+  DesignPicture(picFrameCharacter, {1, 1, kFrameWidth, kFrameHeight}, picImageCharacter,
                 QStringLiteral("Picture of the character"));
   PlaceAt(lblPicSizeCharacter, {122, 1, 5, 220});
   lblPicSizeCharacter.SetHandle(true);
@@ -159,13 +159,13 @@ void CharacterPreview::DrawCharacter() {
 void CharacterPreview::DrawTexts() {
   Recordset& character = modData::rsCharacter;
   lblCharacter.SetCaption(character["Name"].TextOrEmpty());
-  lblAlignment.SetCaption(AlignmentText(KeyOrNone(character["AlignmentID"])));
+  lblAlignment.SetCaption(AlignmentText(character["AlignmentID"].Int32Or(0)));
   ShowStart(character["IncludeBoard"].BoolOrFalse());
   lblSpecial.SetCaption(character["Abilities"].TextOrEmpty());
 }
 
 void CharacterPreview::ShowStart(bool include_board) {
-  lblStart.SetCaption(AreaText(KeyOrNone(modData::rsCharacter["StartingAreaID"]), false, include_board));
+  lblStart.SetCaption(AreaText(modData::rsCharacter["StartingAreaID"].Int32Or(0), false, include_board));
 }
 
 void CharacterPreview::DrawAttributes() {
@@ -184,6 +184,9 @@ void CharacterPreview::DrawAttribute(int index, const QString& value) {
   Surface& scratch = picCharAttribute;
   scratch.SetPicture(LoadPicture());
   scratch.SetForeColor(attribute.colour);
+  scratch.SetFont(Small(6));
+  // "STRENGTH+9" is too long for the strip in its usual size.
+  if (scratch.TextWidth(text) > scratch.Width() * kTwipsPerPixel) scratch.SetFont(Small(5.25));
   scratch.SetCurrentX(scratch.Width() / 2 * kTwipsPerPixel - scratch.TextWidth(text) / 2);
   scratch.SetCurrentY(scratch.Height() / 2 * kTwipsPerPixel - scratch.TextHeight(text) / 2);
   scratch.Print(text);
@@ -193,7 +196,7 @@ void CharacterPreview::DrawAttribute(int index, const QString& value) {
 
 void CharacterPreview::DrawFrame() {
   Recordset& character = modData::rsCharacter;
-  picFrameCharacter.SetWidth(character["PicWidth"].Number());
+  picFrameCharacter.SetWidth(character["PicWidth"].NumberOr(kFrameWidth));
   lblAutonumberCharacter.SetCaption(character["Nr"].TextOrEmpty());
   lblAutonumberCharacter.SetVisible(modData::rsSet["Autonumber"].BoolOrFalse());
   const bool framed = character["UseFrame"].BoolOrFalse();
@@ -222,17 +225,17 @@ void CharacterPreview::PlaceTexts() {
 void CharacterPreview::DrawPicture() {
   Recordset& character = modData::rsCharacter;
   LoadPictureFromField(picImageCharacter, character["Picture"]);
-  picImageCharacter.SetTop(character["PicTop"].Number());
-  picImageCharacter.SetLeft(character["PicLeft"].Number());
+  picImageCharacter.SetTop(character["PicTop"].NumberOr(0));
+  picImageCharacter.SetLeft(character["PicLeft"].NumberOr(0));
 }
 
 void CharacterPreview::PlacePicture() {
   Recordset& character = modData::rsCharacter;
   picFrameCharacter.SetHeight(character["UseFrame"].BoolOrFalse() ? kFramedHeight : kFrameHeight);
-  picFrameCharacter.SetWidth(character["PicWidth"].Number());
+  picFrameCharacter.SetWidth(character["PicWidth"].NumberOr(kFrameWidth));
   lblPicSizeCharacter.SetLeft(picFrameCharacter.Left() + picFrameCharacter.Width());
-  picImageCharacter.SetTop(character["PicTop"].Number());
-  picImageCharacter.SetLeft(character["PicLeft"].Number());
+  picImageCharacter.SetTop(character["PicTop"].NumberOr(0));
+  picImageCharacter.SetLeft(character["PicLeft"].NumberOr(0));
 }
 
 void CharacterPreview::DrawBackground() {
@@ -245,7 +248,7 @@ void CharacterPreview::DrawBackground() {
 }
 
 void CharacterPreview::DrawBack() {
-  FindByKey(modData::rsCharacterBack, "CharacterBackID", KeyOrNone(modData::rsCharacter["CharacterBackID"]));
+  FindByKey(modData::rsCharacterBack, "CharacterBackID", modData::rsCharacter["CharacterBackID"].Int32Or(0));
   LoadPictureFromField(picCharacterBack, modData::rsCharacterBack["Picture"]);
 }
 
@@ -256,8 +259,8 @@ void CharacterPreview::DrawPiece() {
 }
 
 void CharacterPreview::PlacePiece() {
-  picPlayingPieceImage.SetTop(modData::rsCharacter["PPTop"].Number());
-  picPlayingPieceImage.SetLeft(modData::rsCharacter["PPLeft"].Number());
+  picPlayingPieceImage.SetTop(modData::rsCharacter["PPTop"].NumberOr(0));
+  picPlayingPieceImage.SetLeft(modData::rsCharacter["PPLeft"].NumberOr(0));
 }
 
 CharacterPreview& TheCharacterPreview() {

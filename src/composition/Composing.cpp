@@ -89,12 +89,12 @@ void PaintFramed(Surface& target, const Picture& white, const PictureFrame& plac
 
 void PaintPictureArea(Surface& target, const Picture& white, const PictureFrame& place,
                       const Recordset& record, Origin origin) {
-  if (!record["UsePicture"].Bool()) return;
-  const bool outlined = record["UseFrame"].Bool();
-  PaintFramed(
-      target, white, place,
-      {!record["Picture"].IsNull(), outlined ? 1 : 0, record["PicLeft"].Number(), record["PicTop"].Number()},
-      origin);
+  if (!record["UsePicture"].BoolOrFalse()) return;
+  const bool outlined = record["UseFrame"].BoolOrFalse();
+  PaintFramed(target, white, place,
+              {!record["Picture"].IsNull(), outlined ? 1 : 0, record["PicLeft"].NumberOr(0),
+               record["PicTop"].NumberOr(0)},
+              origin);
   if (outlined) OutlineFrame(target, place.frame, origin);
 }
 

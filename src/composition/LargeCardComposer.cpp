@@ -18,7 +18,7 @@ class LargeCardComposer {
   void Compose() {
     const ReadScope reading(modData::cn);
     Clear();
-    const Hug hug = card_["Resize"].Bool() ? Hug::Height : Hug::Nothing;
+    const Hug hug = card_["Resize"].BoolOrFalse() ? Hug::Height : Hug::Nothing;
     PaintPictureArea(target_, form_.picWhite.Picture(),
                      {preview_.picFrameLarge, preview_.picImageLarge, hug, kSlack}, card_);
     PaintSymbol();
@@ -35,12 +35,12 @@ class LargeCardComposer {
     target_.SetWidth(preview_.picCardLarge.Width());
     target_.SetPicture(LoadPicture());
     if (!card_["BGPicture"].IsNull()) target_.SetPicture(preview_.picCardLarge.Picture());
-    target_.SetBackColor(card_["BGColour"].Int32());
+    target_.SetBackColor(card_["BGColour"].Int32Or(kWhite));
   }
 
   // The symbol of the set itself, at the place that it has in the preview.
   void PaintSymbol() {
-    if (!set_["UseSymbol"].Bool()) return;
+    if (!set_["UseSymbol"].BoolOrFalse()) return;
     target_.PaintPicture(modData::SetSymbol, preview_.picSymbolLarge.Left(), preview_.picSymbolLarge.Top());
   }
 
@@ -55,9 +55,9 @@ class LargeCardComposer {
   }
 
   void PrintAutonumber() {
-    if (!set_["Autonumber"].Bool()) return;
+    if (!set_["Autonumber"].BoolOrFalse()) return;
     form_.ApplySlot("AutonumberFontID");
-    PrintLeft(target_, preview_.lblAutonumberLarge, card_["Nr"].Text());
+    PrintLeft(target_, preview_.lblAutonumberLarge, card_["Nr"].TextOrEmpty());
   }
 
   CardForm& form_;

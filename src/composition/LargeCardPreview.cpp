@@ -72,7 +72,7 @@ void LargeCardPreview::DrawFrame() {
   picFrameLarge.SetVisible(card["UsePicture"].BoolOrFalse());
   lblPicSizeLarge.SetVisible(picFrameLarge.Visible());
   picFrameLarge.SetBorderStyle(card["UseFrame"].BoolOrFalse() ? 1 : 0);
-  picFrameLarge.SetWidth(card["PicWidth"].Number());
+  picFrameLarge.SetWidth(card["PicWidth"].NumberOr(kFrame.width));
   PlaceHandle();
 }
 
@@ -91,8 +91,9 @@ void LargeCardPreview::PlaceTexts() {
 
 void LargeCardPreview::PlacePicture() {
   Recordset& card = modData::rsLargeCard;
-  const double top = card["PicTop"].Number();
-  if (card["Resize"].BoolOrFalse()) {
+  const double top = card["PicTop"].NumberOr(0);
+  // Without a picture there is nothing to hug, and the frame stays what it is.
+  if (card["Resize"].BoolOrFalse() && !picImageLarge.Picture().IsEmpty()) {
     picFrameLarge.SetTop(top / kTwipsPerPixel + kFrame.top);
     picFrameLarge.SetHeight(picImageLarge.Height() / kTwipsPerPixel);
     picImageLarge.SetTop(0);
@@ -101,12 +102,12 @@ void LargeCardPreview::PlacePicture() {
     picFrameLarge.SetHeight(kFrame.height);
     picImageLarge.SetTop(top);
   }
-  picImageLarge.SetLeft(card["PicLeft"].Number());
+  picImageLarge.SetLeft(card["PicLeft"].NumberOr(0));
 }
 
 void LargeCardPreview::DrawBackground() {
   LoadPictureFromField(picCardLarge, modData::rsLargeCard["BGPicture"]);
-  picCardLarge.SetBackColor(modData::rsLargeCard["BGColour"].Int32());
+  picCardLarge.SetBackColor(modData::rsLargeCard["BGColour"].Int32Or(kWhite));
 }
 
 LargeCardPreview& TheLargeCardPreview() {

@@ -11,13 +11,15 @@ namespace {
 void ApplyFont(Surface& surface, std::int32_t font_id) {
   modData::strSQL = QStringLiteral("SELECT * FROM tblFont WHERE FontID = %1").arg(font_id);
   Recordset slot = modData::OpenSnapshot(modData::strSQL);
+  const Font fallback{QStringLiteral("Small Fonts"), 7, false, false};
   if (slot.IsEOF()) {
-    surface.SetFont({QStringLiteral("Small Fonts"), 7, false, false});
+    surface.SetFont(fallback);
     surface.SetForeColor(kBlack);
     return;
   }
-  surface.SetFont({slot["Font"].Text(), slot["Size"].Number(), slot["Bold"].Bool(), slot["Italic"].Bool()});
-  surface.SetForeColor(slot["Colour"].Int32());
+  surface.SetFont({slot["Font"].TextOr(fallback.Name), slot["Size"].NumberOr(fallback.Size),
+                   slot["Bold"].BoolOrFalse(), slot["Italic"].BoolOrFalse()});
+  surface.SetForeColor(slot["Colour"].Int32Or(kBlack));
 }
 
 class CardWindow : public Form {
@@ -63,7 +65,7 @@ void CardForm::ApplyPieceFont(std::int32_t FontID) {
 }
 
 void CardForm::ApplySlot(const char* column) {
-  ApplyCardFont(modData::rsSet[column].Int32());
+  ApplyCardFont(modData::rsSet[column].Int32Or(0));
 }
 
 }  // namespace orv

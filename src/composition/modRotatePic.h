@@ -6,6 +6,8 @@
 // turned by a quarter circle.
 namespace orv {
 
+inline constexpr Colour kArtistColour = 0x7F7F7F;  // of a set without one of its own
+
 // Turns the bitmap of `source` onto `destination`, which takes its size and keeps the result as its
 // picture. Clockwise, a text that reads from left to right comes to read from top to bottom.
 void RotatePicture(Surface& source, Surface& destination, bool clockwise);

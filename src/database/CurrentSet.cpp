@@ -22,8 +22,8 @@ Picture SymbolOfSet() {
 void MakeSetCurrent(std::int16_t set_id) {
   modData::CurrentSetID = set_id;
   modData::FindSet(set_id);
-  modData::CurrentEditionID = modData::rsSet["EditionID"].Int16();
-  modData::CurrentLanguageID = modData::rsSet["LanguageID"].Int16();
+  modData::CurrentEditionID = modData::rsSet["EditionID"].Int16Or(0);
+  modData::CurrentLanguageID = modData::rsSet["LanguageID"].Int16Or(0);
   LoadReferenceLists(modData::CurrentEditionID, modData::CurrentLanguageID);
   modData::SetSymbol = SymbolOfSet();
 }

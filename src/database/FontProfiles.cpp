@@ -49,7 +49,7 @@ void CreateSetFonts(Recordset& set) {
   Transaction transaction(modData::cn);
   Recordset fonts;
   modData::OpenEditable(QStringLiteral("SELECT * FROM tblFont ORDER BY FontID"), fonts);
-  const bool second = set["EditionID"].Int16() == 2;
+  const bool second = set["EditionID"].Int16Or(0) == 2;
   for (const Slot& slot : kSlots) {
     const Profile& profile = second ? slot.second_edition : slot.third_edition;
     fonts.AddNew();

@@ -25,10 +25,6 @@ std::int32_t ChosenItemData(const ComboBox& list) {
   return list.ItemData(list.ListIndex());
 }
 
-std::int32_t KeyOrNone(const Field& field) {
-  return field.IsNull() ? 0 : field.Int32();
-}
-
 void FindByKey(Recordset& rows, const char* key, std::int32_t value) {
   rows.FindFirst(QStringLiteral("%1 = %2").arg(QLatin1String(key)).arg(value));
 }

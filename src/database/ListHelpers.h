@@ -21,9 +21,6 @@ std::int32_t FirstItemData(const ComboBox& list);
 // The item data of the chosen entry; RuntimeError without a choice.
 std::int32_t ChosenItemData(const ComboBox& list);
 
-// The key that a field refers to; 0 for none yet.
-std::int32_t KeyOrNone(const Field& field);
-
 // Goes to the row that has a key; at EOF if there is none. RuntimeError 3021 without rows.
 void FindByKey(Recordset& rows, const char* key, std::int32_t value);
 

@@ -25,7 +25,7 @@ bool FindRow(Recordset& rows, const char* key, std::int32_t value) {
 // The default that the current set keeps in a column; where it has none yet, it takes this one.
 std::int32_t DefaultOf(const char* column, std::int32_t first) {
   Recordset& set = modData::rsSet;
-  if (KeyOrNone(set[column]) == 0) {
+  if (set[column].Int32Or(0) == 0) {
     set[column] = first;
     set.Update();
   }
@@ -68,7 +68,8 @@ void CardEditor::FillTypes() {
   modData::strSQL =
       QStringLiteral("SELECT tblCardType.CardTypeID, %1 AS DropText").arg(QLatin1String(kind_.drop_text)) +
       QStringLiteral(" FROM tblCardType") + QStringLiteral(" WHERE (tblCardType.LanguageID = ") +
-      set["LanguageID"].Text() + QStringLiteral(") AND (tblCardType.EditionID = %1").arg(kind_.edition) +
+      QString::number(set["LanguageID"].Int32Or(0)) +
+      QStringLiteral(") AND (tblCardType.EditionID = %1").arg(kind_.edition) +
       QStringLiteral(") AND ((tblCardType.UsedInSet = 0) OR (tblCardType.UsedInSet = ") +
       QString::number(modData::CurrentSetID) + QStringLiteral("))") +
       QStringLiteral(" ORDER BY UpperLeft, Lowerleft, Number");
@@ -85,7 +86,7 @@ void CardEditor::FillBacks() {
   }
   modData::strSQL = QStringLiteral("SELECT tblCardBack.CardBackID, tblCardBack.BackText") +
                     QStringLiteral(" FROM tblCardBack") + QStringLiteral(" WHERE tblCardBack.LanguageID = ") +
-                    set["LanguageID"].Text() +
+                    QString::number(set["LanguageID"].Int32Or(0)) +
                     QStringLiteral(" AND tblCardBack.EditionID = %1").arg(kind_.edition) +
                     QStringLiteral(" ORDER BY tblCardBack.BackText");
   Recordset backs = modData::OpenSnapshot(modData::strSQL);
@@ -132,8 +133,8 @@ void CardEditor::ShowCard() {
     const FlagScope loading(Loading);
     ShowCurrentPosition();
     txtTitle.SetText(card["Title"].TextOrEmpty());
-    udCopy.SetValue(card["Copies"].IsNull() ? 1 : card["Copies"].Int32());
-    SelectItemData(cboType, card["CardTypeID"].Int32());
+    udCopy.SetValue(card["Copies"].Int32Or(1));
+    SelectItemData(cboType, card["CardTypeID"].Int32Or(0));
     chkOneLine.SetValue(BoolToCheck(card["OneLine"].BoolOrFalse()));
     cboNumber.SetText(card["Number"].TextOrEmpty());
     chkShowPicture.SetValue(BoolToCheck(card["UsePicture"].BoolOrFalse()));
@@ -143,8 +144,8 @@ void CardEditor::ShowCard() {
     ShowDimension();
     txtBold.SetText(card["BoldText"].TextOrEmpty());
     txtInfo.SetText(card["Information"].TextOrEmpty());
-    SelectItemData(cboCardBack, card["CardBackID"].Int32());
-    picColour.SetBackColor(card["BGColour"].Int32());
+    SelectItemData(cboCardBack, card["CardBackID"].Int32Or(0));
+    picColour.SetBackColor(card["BGColour"].Int32Or(kWhite));
     preview_.picSymbol.BringToFront();
     preview_.ColourBold();
   }
@@ -238,11 +239,11 @@ void CardEditor::txtArtist_Change() {
 
 void CardEditor::RedrawArtist() {
   Recordset& card = modData::rsCard;
-  RotateArtist(card["Artist"].TextOrEmpty(), card["BGColour"].Int32(), !card["Background"].IsNull());
+  RotateArtist(card["Artist"].TextOrEmpty(), card["BGColour"].Int32Or(kWhite), !card["Background"].IsNull());
 }
 
 void CardEditor::cmdGetPic_Click() {
-  ChooseFramedPicture(Record(), "Picture", preview_.picImage, LastPicFolder);
+  ChooseFramedPicture("Choose picture", Record(), "Picture", preview_.picImage, LastPicFolder);
 }
 
 void CardEditor::cmdDelPic_Click() {

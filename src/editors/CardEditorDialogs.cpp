@@ -21,7 +21,7 @@ void CardEditor::cmdGetType_Click() {
     if (Write("CardTypeID", frmCardType->SelectedTypeID)) DrawCard();
   }
   frmCardType.Unload();
-  SelectItemData(cboType, modData::rsCard["CardTypeID"].Int32());
+  SelectItemData(cboType, modData::rsCard["CardTypeID"].Int32Or(0));
 }
 
 void CardEditor::cmdGetCardBack_Click() {
@@ -36,7 +36,7 @@ void CardEditor::cmdGetCardBack_Click() {
     if (Write("CardBackID", frmCardBacks->SelectedBackID)) DrawCard();
   }
   frmCardBacks.Unload();
-  SelectItemData(cboCardBack, modData::rsCard["CardBackID"].Int32());
+  SelectItemData(cboCardBack, modData::rsCard["CardBackID"].Int32Or(0));
 }
 
 void CardEditor::cmdSort_Click() {

@@ -11,7 +11,7 @@ void ChooseBackgroundColour(ShownRecord& record, Surface& sample, Surface& card)
     CommonDialog dialog;
     dialog.CancelError = true;
     dialog.DialogTitle = QStringLiteral("Choose card background colour");
-    dialog.Color = record["BGColour"].Int32();
+    dialog.Color = record["BGColour"].Int32Or(kWhite);
     dialog.Flags = 1;
     dialog.ShowColor();
     sample.SetBackColor(dialog.Color);

@@ -23,9 +23,9 @@ void ChoosePicture(const PictureChoice& choice) {
   }
 }
 
-void ChooseFramedPicture(ShownRecord& record, const char* column, Surface& image, QString& folder,
-                         std::function<void()> before_update) {
-  ChoosePicture({.title = QStringLiteral("Choose picture"),
+void ChooseFramedPicture(const char* title, ShownRecord& record, const char* column, Surface& image,
+                         QString& folder, std::function<void()> before_update) {
+  ChoosePicture({.title = QString::fromLatin1(title),
                  .folder = &folder,
                  .record = record,
                  .column = column,

@@ -27,7 +27,7 @@ void ChoosePicture(const PictureChoice& choice);
 // The same for a picture in a frame: it shows at the frame's corner until it is placed anew, the button
 // remembers its folder, and the focus goes to the picture, to be placed by keys.
 void ChooseFramedPicture(
-    ShownRecord& record, const char* column, Surface& image, QString& folder,
+    const char* title, ShownRecord& record, const char* column, Surface& image, QString& folder,
     std::function<void()> before_update = [] {});
 
 // The work of the button that takes a picture away again, out of the field and off the surface.

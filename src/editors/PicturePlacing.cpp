@@ -22,8 +22,8 @@ void PictureMover::Attach() {
 
 void PictureMover::MouseDown(const MouseEvent& event) {
   held_ = record_.Hold();
-  grip_x_ = ToInt16(event.X);
-  grip_y_ = ToInt16(event.Y);
+  grip_x_ = ToInt32(event.X);
+  grip_y_ = ToInt32(event.Y);
 }
 
 void PictureMover::MouseMove(const MouseEvent& event) {
@@ -31,15 +31,15 @@ void PictureMover::MouseMove(const MouseEvent& event) {
   held_ = held_ && record_.Hold();
   if (!held_) return;
   // The picture moves under the pointer, so the grip is never taken again during a drag.
-  SetOffset(left_column_, record_[left_column_].Number() + event.X - grip_x_);
-  SetOffset(top_column_, record_[top_column_].Number() + event.Y - grip_y_);
+  SetOffset(left_column_, record_[left_column_].NumberOr(0) + event.X - grip_x_);
+  SetOffset(top_column_, record_[top_column_].NumberOr(0) + event.Y - grip_y_);
   record_.Update();
   place_();
 }
 
 void PictureMover::Nudge(int key_code) {
-  const double left = record_[left_column_].Number();
-  const double top = record_[top_column_].Number();
+  const double left = record_[left_column_].NumberOr(0);
+  const double top = record_[top_column_].NumberOr(0);
   switch (key_code) {
     case kKeyPageUp:
       SetOffset(top_column_, 0);

@@ -140,7 +140,7 @@ int RecordEditor::HighestNumber() const {
       modData::OpenSnapshot(QStringLiteral("SELECT Max(Nr) AS Highest FROM %1 WHERE SetID = %2")
                                 .arg(QLatin1String(kind_.table))
                                 .arg(modData::CurrentSetID));
-  return highest["Highest"].IsNull() ? 0 : highest["Highest"].Int16();
+  return highest["Highest"].Int16Or(0);
 }
 
 void RecordEditor::OpenCards() {
@@ -226,7 +226,7 @@ void RecordEditor::Add() {
 void RecordEditor::Delete() {
   Recordset& rows = kind_.rows;
   if (rows.IsEmpty() || !record_.Hold()) return;
-  const int deleted = rows["Nr"].Int16();
+  const int deleted = rows["Nr"].Int16Or(0);
   {
     Transaction transaction(modData::cn);
     rows.Delete();
@@ -241,11 +241,11 @@ void RecordEditor::Delete() {
     return;
   }
   rows.MoveLast();
-  const int last = rows["Nr"].Int16();
+  const int last = rows["Nr"].Int16Or(0);
   FindByKey(rows, "Nr", deleted);
   if (rows.IsEOF()) rows.MoveLast();
   ShowCurrent();
-  ShowPosition(rows["Nr"].Int16(), last);
+  ShowPosition(rows["Nr"].Int16Or(0), last);
 }
 
 // The records behind the deleted one move up by one, as far as their numbers follow each other. Each

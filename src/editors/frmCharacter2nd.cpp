@@ -66,7 +66,7 @@ void Character2ndForm::FillLists() {
     for (ComboBox* list : {&cboAlignment, &cboStartArea, &cboCharacterCardback}) list->Clear();
     return;
   }
-  const QString language = set["LanguageID"].Text();
+  const QString language = QString::number(set["LanguageID"].Int32Or(0));
   FillFrom(cboAlignment,
            QStringLiteral("SELECT * FROM tblAlignment") + QStringLiteral(" WHERE LanguageID = ") + language +
                QStringLiteral(" ORDER BY AlignmentNr"),
@@ -110,15 +110,15 @@ void Character2ndForm::ShowCard() {
   Recordset& character = modData::rsCharacter;
   const FlagScope loading(Loading);
   txtCharName.SetText(character["Name"].TextOrEmpty());
-  SelectItemData(cboStartArea, KeyOrNone(character["StartingAreaID"]));
+  SelectItemData(cboStartArea, character["StartingAreaID"].Int32Or(0));
   chkIncludeBoard.SetValue(BoolToCheck(character["IncludeBoard"].BoolOrFalse()));
-  SelectItemData(cboAlignment, KeyOrNone(character["AlignmentID"]));
+  SelectItemData(cboAlignment, character["AlignmentID"].Int32Or(0));
   for (int i = 0; i < 4; ++i) cboCharAttr[i].SetText(character[kAttributeColumns[i]].TextOrEmpty());
   chkShowPictureCharacter.SetValue(BoolToCheck(character["UsePicture"].BoolOrFalse()));
   ShowPictureCharacter();
   chkFrameCharacter.SetValue(BoolToCheck(character["UseFrame"].BoolOrFalse()));
   txtSpecialAbilities.SetText(character["Abilities"].TextOrEmpty());
-  SelectItemData(cboCharacterCardback, KeyOrNone(character["CharacterBackID"]));
+  SelectItemData(cboCharacterCardback, character["CharacterBackID"].Int32Or(0));
   ShowDimensions();
   ShowCurrentPosition();
 }
@@ -177,7 +177,7 @@ void Character2ndForm::chkFrameCharacter_Click() {
 }
 
 void Character2ndForm::cmdGetCharPic_Click() {
-  ChooseFramedPicture(Record(), "Picture", preview_.picImageCharacter, LastPicFolder);
+  ChooseFramedPicture("Choose characterpicture", Record(), "Picture", preview_.picImageCharacter, LastPicFolder);
 }
 
 // The offset of the picture stays, for the next one.
@@ -187,7 +187,7 @@ void Character2ndForm::cmdDelCharPic_Click() {
 
 // A new piece starts at the corner of its frame, unlike the picture.
 void Character2ndForm::cmdGetPlayingPiecePic_Click() {
-  ChooseFramedPicture(Record(), "PlayingPiece", preview_.picPlayingPieceImage, LastPieceFolder, [this] {
+  ChooseFramedPicture("Choose playing piece picture", Record(), "PlayingPiece", preview_.picPlayingPieceImage, LastPieceFolder, [this] {
     Record()["PPTop"] = 0;
     Record()["PPLeft"] = 0;
   });
@@ -198,7 +198,7 @@ void Character2ndForm::cmdDelPlayingPiecePic_Click() {
 }
 
 void Character2ndForm::cmdBackCharPic_Click() {
-  ChoosePicture({.title = QStringLiteral("Choose picture"),
+  ChoosePicture({.title = QStringLiteral("Choose background picture"),
                  .folder = &LastBackFolder,
                  .record = Record(),
                  .column = "Background",

@@ -47,13 +47,13 @@ void Large2ndForm::ShowCard() {
     const FlagScope loading(Loading);
     ShowCurrentPosition();
     txtTitleLarge.SetText(card["Title"].TextOrEmpty());
-    udCopyLarge.SetValue(card["Copies"].IsNull() ? 1 : card["Copies"].Int32());
+    udCopyLarge.SetValue(card["Copies"].Int32Or(1));
     chkShowPictureLarge.SetValue(BoolToCheck(card["UsePicture"].BoolOrFalse()));
     chkFrameLarge.SetValue(BoolToCheck(card["UseFrame"].BoolOrFalse()));
     chkResizeLarge.SetValue(BoolToCheck(card["Resize"].BoolOrFalse()));
     ShowDimension();
     txtInfoLarge.SetText(card["Information"].TextOrEmpty());
-    picColourLarge.SetBackColor(card["BGColour"].Int32());
+    picColourLarge.SetBackColor(card["BGColour"].Int32Or(kWhite));
   }
   frmCard->CreateLargeCard2nd();
 }
@@ -82,7 +82,7 @@ void Large2ndForm::chkResizeLarge_Click() {
 }
 
 void Large2ndForm::cmdGetPicLarge_Click() {
-  ChooseFramedPicture(Record(), "Picture", preview_.picImageLarge, LastPicFolder);
+  ChooseFramedPicture("Choose picture", Record(), "Picture", preview_.picImageLarge, LastPicFolder);
 }
 
 void Large2ndForm::cmdDelPicLarge_Click() {
@@ -90,7 +90,7 @@ void Large2ndForm::cmdDelPicLarge_Click() {
 }
 
 void Large2ndForm::cmdBackPicLarge_Click() {
-  ChoosePicture({.title = QStringLiteral("Choose picture"),
+  ChoosePicture({.title = QStringLiteral("Choose background picture"),
                  .folder = nullptr,
                  .record = Record(),
                  .column = "BGPicture",

@@ -91,7 +91,7 @@ void SaveSheet(const SheetKind& kind, const SheetFormat& format) {
 }
 
 SheetFormat FormatOfSet() {
-  const std::int32_t key = modData::rsSet["PicFormatID"].Int32();
+  const std::int32_t key = modData::rsSet["PicFormatID"].Int32Or(kBmp);
   return {FormatOfKey(key), GetPicFormat(key)};
 }
 
@@ -102,7 +102,7 @@ SheetFormat FormatOf(const PictureFormat& format) {
 QString GetPicFormat(std::int32_t pic_format_id) {
   Recordset format = modData::OpenSnapshot(
       QStringLiteral("SELECT * FROM tblPicFormat WHERE PicFormatID = %1").arg(pic_format_id));
-  return format.IsEOF() ? QStringLiteral("BMP") : format["PicFormat"].Text();
+  return format.IsEOF() ? QStringLiteral("BMP") : format["PicFormat"].TextOr(QStringLiteral("BMP"));
 }
 
 QString BuildFileName(const QString& name, std::int16_t number, const QString& kind) {

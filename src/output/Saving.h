@@ -13,6 +13,8 @@
 // box and swallowed, so that a run goes on with the next record.
 namespace orv {
 
+inline constexpr std::int32_t kBmp = 1;  // the format of a set that names none
+
 void SaveTheCard2nd();
 void SaveTheCard3rd();
 void SaveTheCharacter2nd();

@@ -78,13 +78,11 @@ void CreateForm::Arrange() {
   chkNoBack.Place(240, 2115, 6480, 255);
   chkReplaceSpace.Place(240, 2490, 6480, 255);
   fraCreate.Place(120, 3240, 4500, 2280);
-  lblEdition.Place(360, 360, 1800, 255);
-  chk2ndCard.Place(360, 720, 1320, 255);
-  chk2ndChar.Place(360, 1080, 1320, 255);
+  lblEdition.Place(360, 360, 1215, 255);
+  chk2ndCard.Place(360, 720, 855, 255);
+  chk2ndChar.Place(360, 1080, 1095, 255);
   chk2ndLarge.Place(360, 1440, 1335, 255);
-  lblNr2ndCards.Place(1755, 720, 900, 255);
-  lblNr2ndChar.Place(1755, 1080, 900, 255);
-  lblNr2ndLarge.Place(1755, 1440, 900, 255);
+  PlaceCounters(375);
   cmdCreate.Place(5280, 4560, 1800, 435);
   cmdDone.Place(5280, 5085, 1800, 435);
   cmdDone.SetCancel(true);
@@ -92,6 +90,12 @@ void CreateForm::Arrange() {
   lblSaveTo.SetBuddy(txtSaveTo);
   lblFilenamePrefix.SetBuddy(txtFilenamePrefix);
   lblSaveFormat.SetBuddy(cboSaveFormat);
+}
+
+void CreateForm::PlaceCounters(int width) {
+  lblNr2ndCards.Place(1680, 720, width, 255);
+  lblNr2ndChar.Place(1680, 1080, width, 255);
+  lblNr2ndLarge.Place(1680, 1440, width, 255);
 }
 
 void CreateForm::Form_Load() {
@@ -113,9 +117,9 @@ void CreateForm::ShowOptions() {
   chkNoBack.SetValue(BoolToCheck(set["NoBack"].BoolOrFalse()));
   chkReplaceSpace.SetValue(BoolToCheck(set["ReplaceSpace"].BoolOrFalse()));
   txtFilenamePrefix.SetText(set["FilenamePrefix"].TextOrEmpty());
-  SelectItemData(cboSaveFormat, set["PicFormatID"].Int32());
-  if (set["EditionID"].Int16() == 2) lblEdition.SetCaption(QStringLiteral("2nd Edition"));
-  if (set["EditionID"].Int16() == 3) lblEdition.SetCaption(QStringLiteral("3rd Edition"));
+  SelectItemData(cboSaveFormat, set["PicFormatID"].Int32Or(kBmp));
+  if (set["EditionID"].Int16Or(0) == 2) lblEdition.SetCaption(QStringLiteral("2nd Edition"));
+  if (set["EditionID"].Int16Or(0) == 3) lblEdition.SetCaption(QStringLiteral("3rd Edition"));
 }
 
 void CreateForm::cboSaveFormat_Click() {
@@ -137,7 +141,7 @@ void CreateForm::cmdCreate_Click() {
   const bool cards = chk2ndCard.Value() == 1;
   const bool characters = chk2ndChar.Value() == 1;
   const bool large = chk2ndLarge.Value() == 1;
-  if (modData::rsSet["EditionID"].Int16() == 2) {
+  if (modData::rsSet["EditionID"].Int16Or(0) == 2) {
     CreateAllCards(cards, characters, large, false, false, false);
   } else {
     CreateAllCards(false, false, false, cards, characters, large);
@@ -167,6 +171,7 @@ void CreateForm::CreateAllCards(bool Card2nd, bool Character2nd, bool LargeCard2
     if (!pass.wanted || !pass.kind.records.IsOpen() || pass.kind.records.IsEmpty()) continue;
     RecordEditor& editor = pass.editor();  // made now, it opens the records anew
     editor.ShowLast(WriteRecords(pass.kind, FormatOfSet(), [&](int number) {
+      if (number == 1000) PlaceCounters(600);  // three digits fill the usual room
       pass.counter.SetCaption(QString::number(number));
       pass.counter.Refresh();
     }));

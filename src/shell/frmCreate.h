@@ -37,6 +37,7 @@ class CreateForm : public Form {
 
  private:
   void Arrange();
+  void PlaceCounters(int width);  // twips
   void ShowOptions();
   void SetLabelColour(Colour colour);
   void cmdCreate_Click();

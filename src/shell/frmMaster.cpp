@@ -6,6 +6,7 @@
 #include "base/Settings.h"
 #include "base/Value.h"
 #include "composition/frmCard.h"
+#include "composition/modRotatePic.h"
 #include "database/CurrentSet.h"
 #include "database/FontProfiles.h"
 #include "database/ListHelpers.h"
@@ -238,7 +239,7 @@ void MasterForm::cmdNew_Click() {
     set.AddNew();
     set["DefaultCardTypeID"] = 0;
     set["DefaultCardBackID"] = 0;
-    set["ArtistColour"] = 0x7F7F7F;
+    set["ArtistColour"] = kArtistColour;
     set["PicFormatID"] = 1;
     WriteSet();
     CreateSetFonts(set);
@@ -254,7 +255,7 @@ void MasterForm::cmdNew_Click() {
 
 void MasterForm::cmdEdit_Click() {
   Recordset& set = modData::rsSet;
-  frmSetName->Init(set["SetName"].TextOrEmpty(), set["LanguageID"].Int32(), set["EditionID"].Int16());
+  frmSetName->Init(set["SetName"].TextOrEmpty(), set["LanguageID"].Int32Or(0), set["EditionID"].Int16Or(0));
   frmSetName->ShowModal();
   if (frmSetName->OK) {
     WriteSet();

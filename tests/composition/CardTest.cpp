@@ -101,6 +101,9 @@ TEST_P(CardTest, PictureArea) {
                    {68, 6, GradientAt(57, 0)},
                    {69, 20, kBlack},
                    {70, 20, kCardColour}}),
+      PictureCase(
+          "a frame without one to hug", kShown | kOutlined | kResized, 0, 0, 10, 0,
+          {{0, 0, kBlack}, {1, 1, kWhite}, {129, 103, kWhite}, {30, 104, kBlack}, {-1, 5, kCardColour}}),
   };
   Set("Number", "");
   for (const PictureCase& row : rows) {
@@ -224,6 +227,7 @@ TEST_P(SecondEditionTest, TheTitleIsCentredByThePreviewsFont) {
   Set("UsePicture", false);
   const int font = modData::rsSet["CardTitleFontID"].Int32();
   const QRect small = InkOf("Title", "HIGH TOWER");
+  EXPECT_NEAR(small.left() + small.right(), 2 * 5 + 139, 3) << "the usual font is centred";
   database_.Execute(QStringLiteral("UPDATE tblFont SET Size = 14 WHERE FontID = %1").arg(font));
   Set("Title", "");
   const QRect large = InkOf("Title", "HIGH TOWER");

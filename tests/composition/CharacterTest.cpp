@@ -75,8 +75,10 @@ TEST_F(CharacterTest, AttributeStrips) {
     Colour colour;
     int left, top;
     bool clockwise;
+    double points = 6;
   } rows[] = {
       {"Strength", "3", "STRENGTH 3", Rgb(0xFF, 0x1F, 0x10), 0, 44, true},
+      {"Strength", "+9", "STRENGTH+9", Rgb(0xFF, 0x1F, 0x10), 0, 44, true, 5.25},
       {"Craft", "+9", "CRAFT+9", Rgb(0, 0xBF, 0xF0), 0, 159, true},
       {"Gold", "---", "GOLD", Rgb(0xFF, 0xB0, 0x0F), 290, 44, false},
       {"Lives", "2d", "LIVES 2d", Rgb(0, 0xB7, 0), 290, 159, false},
@@ -88,9 +90,10 @@ TEST_F(CharacterTest, AttributeStrips) {
     Surface flat;
     flat.Place(0, 0, 52, 12);
     flat.SetBackColor(kBlack);
-    flat.SetFont({"Small Fonts", 6, false, false});
+    flat.SetFont({"Small Fonts", row.points, false, false});
     flat.SetForeColor(row.colour);
     const QString text = QString::fromLatin1(row.text);
+    EXPECT_LE(flat.TextWidth(text), 52) << "nothing of it is cut";
     flat.SetCurrentX(26 - flat.TextWidth(text) / 2);
     flat.SetCurrentY(6 - flat.TextHeight(text) / 2);
     flat.Print(text);

@@ -58,6 +58,8 @@ TEST_F(LargeCardTest, PictureArea) {
                   {{9, 5, GradientAt(0, 16)}, {8, 20, kBlack}, {20, 47, kBlack}, {20, 48, kCardColour}}),
       PictureCase("resize, sideways in the frame", kShown | kOutlined | kResized, 60, 50, 30, 0,
                   {{38, 20, kWhite}, {39, 20, GradientAt(0, 11)}, {128, 20, kBlack}}),
+      PictureCase("resize, without a picture to hug", kShown | kOutlined | kResized, 0, 0, 0, 20,
+                  {{8, 8, kBlack}, {9, 9, kWhite}, {127, 244, kWhite}, {128, 245, kBlack}}),
       PictureCase("switched off", kHidden | kOutlined, 60, 50, 0, 0,
                   {{8, 8, kCardColour}, {9, 40, kCardColour}, {100, 100, kCardColour}}),
   };

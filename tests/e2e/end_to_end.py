@@ -191,7 +191,7 @@ class Walk:
         self.program.wait_value(0, "SELECT UseFrame " + of_set)
         # Past the two buttons of the picture.
         self.display.key("Tab", "Tab", "Tab", "space")
-        self.choose_file("Choose picture", self.picture)
+        self.choose_file("Choose playing piece picture", self.picture)
         self.check_stored_file(self.picture, "SELECT PlayingPiece " + of_set)
         check(self.program.value("SELECT Picture " + of_set) is None, "the piece went to the picture")
         self.toolbar("character")

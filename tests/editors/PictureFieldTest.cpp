@@ -10,6 +10,7 @@ namespace {
 
 struct PictureField {
   const char* column;
+  const char* title;  // of the dialog
   CommandButton &select, &remove;
   Surface& surface;
   bool remembers_folder;  // the button starts where it was left
@@ -26,27 +27,29 @@ using Fields = std::vector<PictureField>;
 Fields FieldsOf(RecordEditor& editor) {
   if (auto* form = dynamic_cast<CardEditor*>(&editor)) {
     CardPreview& shown = form->Preview();
-    return {PictureField("Picture", form->cmdGetPic, form->cmdDelPic, shown.picImage, true, &shown.picFrame,
-                         "Pic", "45|60", "0|0"),
-            PictureField("Background", form->cmdBackPic, form->cmdDelBackPic, shown.picCard, false)};
+    return {PictureField("Picture", "Choose picture", form->cmdGetPic, form->cmdDelPic, shown.picImage, true,
+                         &shown.picFrame, "Pic", "45|60", "0|0"),
+            PictureField("Background", "Choose picture", form->cmdBackPic, form->cmdDelBackPic, shown.picCard,
+                         false)};
   }
   if (auto* form = dynamic_cast<Large2ndForm*>(&editor)) {
     LargeCardPreview& shown = form->Preview();
-    return {
-        PictureField("Picture", form->cmdGetPicLarge, form->cmdDelPicLarge, shown.picImageLarge, true,
-                     &shown.picFrameLarge, "Pic", "45|60", "0|0"),
-        PictureField("BGPicture", form->cmdBackPicLarge, form->cmdDelBackPicLarge, shown.picCardLarge, false),
-        PictureField("LargeCardBack", form->cmdCardbackLarge, form->cmdDelCardbackLarge, shown.picBackLarge,
-                     true)};
+    return {PictureField("Picture", "Choose picture", form->cmdGetPicLarge, form->cmdDelPicLarge,
+                         shown.picImageLarge, true, &shown.picFrameLarge, "Pic", "45|60", "0|0"),
+            PictureField("BGPicture", "Choose background picture", form->cmdBackPicLarge,
+                         form->cmdDelBackPicLarge, shown.picCardLarge, false),
+            PictureField("LargeCardBack", "Choose card back", form->cmdCardbackLarge,
+                         form->cmdDelCardbackLarge, shown.picBackLarge, true)};
   }
   auto& form = dynamic_cast<Character2ndForm&>(editor);
   CharacterPreview& shown = form.Preview();
-  return {
-      PictureField("Picture", form.cmdGetCharPic, form.cmdDelCharPic, shown.picImageCharacter, true,
-                   &shown.picFrameCharacter, "Pic", "45|60", "45|60"),
-      PictureField("PlayingPiece", form.cmdGetPlayingPiecePic, form.cmdDelPlayingPiecePic,
-                   shown.picPlayingPieceImage, true, &shown.picPlayingPieceFrame, "PP", "0|0", "0|0"),
-      PictureField("Background", form.cmdBackCharPic, form.cmdDelBackCharPic, shown.picBackgroundChar, true)};
+  return {PictureField("Picture", "Choose characterpicture", form.cmdGetCharPic, form.cmdDelCharPic,
+                       shown.picImageCharacter, true, &shown.picFrameCharacter, "Pic", "45|60", "45|60"),
+          PictureField("PlayingPiece", "Choose playing piece picture", form.cmdGetPlayingPiecePic,
+                       form.cmdDelPlayingPiecePic, shown.picPlayingPieceImage, true,
+                       &shown.picPlayingPieceFrame, "PP", "0|0", "0|0"),
+          PictureField("Background", "Choose background picture", form.cmdBackCharPic, form.cmdDelBackCharPic,
+                       shown.picBackgroundChar, true)};
 }
 
 class PictureFieldTest : public testing::TestWithParam<const EditorKind*>, protected EditorScene {
@@ -89,6 +92,7 @@ TEST_P(PictureFieldTest, IsChosenAndRemoved) {
     EXPECT_EQ(field.surface.GetPixel(0, 0), Rgb(5, 6, 7));
     ClickOn(field.select);
     EXPECT_EQ(length(), "11") << "cancelled";
+    EXPECT_EQ(dialogs_.file_dialogs[0].DialogTitle, field.title);
     EXPECT_EQ(dialogs_.file_dialogs[0].InitDir, QString()) << "each button has a memory of its own";
     EXPECT_EQ(dialogs_.file_dialogs[1].InitDir,
               field.remembers_folder ? database_.Folder() + u'/' : QString());
@@ -126,6 +130,10 @@ TEST_P(PictureFieldTest, TheMouseDragsAndKeysNudge) {
       EXPECT_EQ(Offset(field), QStringLiteral("%1|%2").arg(row.left).arg(row.top)) << row.key;
       EXPECT_EQ(Place(field), Offset(field)) << row.key;
     }
+    // Far from the corner of a photo.
+    image.MouseDown({1, 0, 59000, 44000});
+    image.MouseMove({1, 0, 59015, 43985});
+    EXPECT_EQ(Offset(field), "15|-15");
   }
 }
 

@@ -3,6 +3,7 @@
 #include <QAccessible>
 #include <QApplication>
 #include <QMdiSubWindow>
+#include <QToolButton>
 #include <QWidget>
 
 #include "catalogues/frmCardBacks.h"
@@ -60,6 +61,28 @@ TEST(AccessibilityTest, WhateverTheKeyboardReachesHasAName) {
       EXPECT_NE(NameOf(widget), QString())
           << widget->metaObject()->className() << " in " << form->Caption().toStdString();
     }
+  }
+  for (const auto* button : frmMaster->tbar.Handle()->findChildren<QToolButton*>()) {
+    if (!button->accessibleName().isEmpty()) {
+      EXPECT_EQ(button->toolTip(),
+                button->accessibleName() == u"Exit" ? QString() : button->accessibleName());
+    }
+  }
+}
+
+TEST(AccessibilityTest, WordsAndCountersOfTheBatchFit) {
+  TestDatabase database;
+  database.SelectSet(database.AddSet(QStringLiteral("Set"), 2));
+  CreateForm& form = *frmCreate;
+  form.Show();
+  for (FormLabel* counter : {&form.lblNr2ndCards, &form.lblNr2ndChar, &form.lblNr2ndLarge}) {
+    counter->SetCaption(QStringLiteral("999"));
+  }
+  for (const Control* control : std::initializer_list<const Control*>{
+           &form.lblEdition, &form.chk2ndCard, &form.chk2ndChar, &form.chk2ndLarge, &form.lblNr2ndCards,
+           &form.lblNr2ndChar, &form.lblNr2ndLarge}) {
+    EXPECT_LE(control->Handle()->sizeHint().width(), control->Handle()->width())
+        << NameOf(control->Handle()).toStdString();
   }
 }
 

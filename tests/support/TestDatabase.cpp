@@ -185,8 +185,8 @@ void TestDatabase::SelectSet(int set) {
   modData::OpenEditable(QStringLiteral("SELECT * FROM tblSet ORDER BY SetName"), modData::rsSet);
   modData::CurrentSetID = static_cast<std::int16_t>(set);
   modData::FindSet(set);
-  modData::CurrentEditionID = modData::rsSet["EditionID"].Int16();
-  modData::CurrentLanguageID = modData::rsSet["LanguageID"].Int16();
+  modData::CurrentEditionID = modData::rsSet["EditionID"].Int16Or(0);
+  modData::CurrentLanguageID = modData::rsSet["LanguageID"].Int16Or(0);
   LoadReferenceLists(modData::CurrentEditionID, modData::CurrentLanguageID);
   const auto open = [set](const char* table, Recordset& rows) {
     modData::OpenEditable(

@@ -26,17 +26,15 @@ void Cancel(const CommonDialog& dialog) {
   if (dialog.CancelError) throw RuntimeError(kErrCancel, QStringLiteral("Cancel was selected."));
 }
 
-// "text|*.a;*.b|text|*.*" as the toolkit's "text (*.a *.b)".
+// "text|*.a;*.b|text|*.*" as the toolkit's "text (*.a *.b)", of which it shows the text alone.
 QStringList NameFilters(const QString& filter) {
   QStringList filters;
   const QStringList parts = filter.split(u'|');
   for (int i = 0; i + 1 < parts.size(); i += 2) {
-    QString text = parts[i];
-    text.truncate(text.lastIndexOf(u'(') < 0 ? text.size() : text.lastIndexOf(u'('));
     QStringList patterns = parts[i + 1].split(u';', Qt::SkipEmptyParts);
     // Names need not have a dot here.
     patterns.replaceInStrings(QStringLiteral("*.*"), QStringLiteral("*"));
-    filters += QStringLiteral("%1 (%2)").arg(text.trimmed(), patterns.join(u' '));
+    filters += QStringLiteral("%1 (%2)").arg(parts[i], patterns.join(u' '));
   }
   return filters;
 }
@@ -49,7 +47,7 @@ QString ProposedName(const QString& name) {
 }
 
 void SetUp(QFileDialog& dialog, const CommonDialog& wanted, bool save) {
-  QFileDialog::Options options = QFileDialog::DontUseNativeDialog;
+  QFileDialog::Options options = QFileDialog::DontUseNativeDialog | QFileDialog::HideNameFilterDetails;
   if ((wanted.Flags & kAskOverwrite) == 0) options |= QFileDialog::DontConfirmOverwrite;
   dialog.setOptions(options);
   dialog.setAcceptMode(save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
@@ -93,8 +91,10 @@ void ShowFile(CommonDialog& wanted, bool save) {
   if (path.isEmpty()) return Cancel(wanted);
   LastFolder() = QFileInfo(path).absolutePath();
   wanted.FileName = QDir::toNativeSeparators(path);
-  const auto filter = dialog.nameFilters().indexOf(dialog.selectedNameFilter());
-  if (filter >= 0) wanted.FilterIndex = static_cast<int>(filter) + 1;
+  const QStringList filters = dialog.nameFilters();
+  for (int i = 0; i < filters.size(); ++i) {
+    if (filters[i].startsWith(dialog.selectedNameFilter())) wanted.FilterIndex = i + 1;
+  }
 }
 
 }  // namespace

@@ -56,20 +56,20 @@ void Label::Draw(QPainter& painter) const {
     return;
   }
   if (caption_.isEmpty()) return;
-  QImage image(width, height, QImage::Format_ARGB32_Premultiplied);
-  image.fill(Qt::transparent);
   const TextFace& face = TextFace::For(GetFont());
-  if (wrap_) {
-    double y = 0;
-    for (const QString& line : WrapAtBlanks(face, caption_, width_)) {
-      if (y >= height_) break;
-      DrawLine(image, line, y);
-      y += face.Height();
-    }
-  } else {
-    DrawLine(image, caption_, 0);
+  const QStringList lines = wrap_ ? WrapAtBlanks(face, caption_, width_) : QStringList{caption_};
+  // The marks of the first line's letters stand above the label, or in it at the upper edge of the surface.
+  const int rise = face.Rise(lines.first());
+  const int room = top_ < 0 ? rise : std::min(rise, static_cast<int>(RoundHalfEven(top_)));
+  QImage image(width, room + height, QImage::Format_ARGB32_Premultiplied);
+  image.fill(Qt::transparent);
+  double y = top_ < 0 ? room : rise;
+  for (const QString& line : lines) {
+    if (y >= room + height_) break;
+    DrawLine(image, line, y);
+    y += face.Height();
   }
-  painter.drawImage(0, 0, image);
+  painter.drawImage(0, -room, image);
 }
 
 }  // namespace orv

@@ -112,7 +112,10 @@ int Surface::Y(double value) const {
 void Surface::Print(const QString& text) {
   const TextFace& face = TextFace::For(GetFont());
   QImage& image = Persistent().image;
-  if (!image.isNull()) face.Draw(image, X(current_x_), Y(current_y_), text, ForeColor());
+  int y = Y(current_y_);
+  // A line at the upper edge goes down as far as the marks of its letters need room.
+  if (y >= 0 && y < face.Height()) y = std::max(y, face.Rise(text));
+  if (!image.isNull()) face.Draw(image, X(current_x_), y, text, ForeColor());
   current_x_ = 0;
   current_y_ += TextHeight(text);
   InvalidatePixels();

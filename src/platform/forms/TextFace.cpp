@@ -98,10 +98,14 @@ QString FamilyFor(const QString& face) {
 }
 
 struct TextFace::Impl {
-  struct Glyph {
-    QImage mask;   // coverage, 8 bits, no larger than its ink
+  struct Coverage {
+    QImage mask;   // 8 bits, no larger than its ink
     int left = 0;  // of the mask, from the cell's corner
     int top = 0;
+  };
+
+  struct Glyph {
+    Coverage ink;
     int advance = 0;
   };
 
@@ -120,31 +124,29 @@ struct TextFace::Impl {
     return font;
   }
 
-  // The coverage of a text, its cell's corner at (margin, 0): slanted and wide letters reach beyond the cell.
-  QImage Mask(const QString& text, int width) const {
-    QImage image(width + 2 * margin, metrics.height() + margin / 2, QImage::Format_ARGB32_Premultiplied);
-    image.setDevicePixelRatio(1);
+  // What a text covers. Slanted and wide letters reach beyond the cell, and so do marks on capital letters.
+  Coverage Cover(const QString& text) const {
+    const QRect cell(0, 0, metrics.horizontalAdvance(text), metrics.height());
+    const QRect room = (cell | metrics.boundingRect(text).translated(0, metrics.ascent()))
+                           .adjusted(-margin, -margin, margin, margin);
+    QImage image(room.size(), QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
     QPainter painter(&image);
     painter.setFont(font);
     painter.setPen(Qt::white);
-    painter.drawText(margin, metrics.ascent(), text);
+    painter.drawText(-room.left(), metrics.ascent() - room.top(), text);
     painter.end();
-    return image.convertToFormat(QImage::Format_Alpha8);
+    const QImage mask = image.convertToFormat(QImage::Format_Alpha8);
+    const QRect ink = InkOf(mask);
+    if (ink.isNull()) return {};
+    return {mask.copy(ink), ink.left() + room.left(), ink.top() + room.top()};
   }
 
   const Glyph& GlyphOf(QChar c) {
     const auto known = glyphs.constFind(c);
     if (known != glyphs.constEnd()) return *known;
     Glyph glyph;
-    if (!IsControl(c)) {
-      glyph.advance = metrics.horizontalAdvance(c);
-      const QImage mask = Mask(QString(c), glyph.advance);
-      const QRect ink = InkOf(mask);
-      if (!ink.isNull()) glyph.mask = mask.copy(ink);
-      glyph.left = ink.left() - margin;
-      glyph.top = ink.top();
-    }
+    if (!IsControl(c)) glyph = {Cover(c), metrics.horizontalAdvance(c)};
     return *glyphs.insert(c, glyph);
   }
 
@@ -157,7 +159,7 @@ struct TextFace::Impl {
 
   QFont font;
   QFontMetrics metrics;
-  int margin;  // pixels around a glyph's cell
+  int margin;  // pixels around what a text is measured to cover
   QHash<QChar, Glyph> glyphs;
   std::vector<int> advances = std::vector<int>(256, -1);
 };
@@ -189,15 +191,25 @@ int TextFace::Height() const {
   return impl_->metrics.height();
 }
 
+int TextFace::Rise(QStringView text) const {
+  if (!IsPlain(text)) return std::max(0, -impl_->Cover(text.toString()).top);
+  int rise = 0;
+  for (const QChar c : text) rise = std::max(rise, -impl_->GlyphOf(c).ink.top);
+  return rise;
+}
+
 void TextFace::Draw(QImage& target, int x, int y, QStringView text, Colour colour) const {
   const QRgb rgb = ToRgb(colour);
+  const auto blend = [&](const Impl::Coverage& ink) {
+    BlendMask(target, x + ink.left, y + ink.top, ink.mask, rgb);
+  };
   if (!IsPlain(text)) {
-    BlendMask(target, x - impl_->margin, y, impl_->Mask(text.toString(), Width(text)), rgb);
+    blend(impl_->Cover(text.toString()));
     return;
   }
   for (const QChar c : text) {
     const Impl::Glyph& glyph = impl_->GlyphOf(c);
-    BlendMask(target, x + glyph.left, y + glyph.top, glyph.mask, rgb);
+    blend(glyph.ink);
     x += glyph.advance;
   }
 }

@@ -19,7 +19,10 @@ class TextFace {
 
   int Width(QStringView text) const;  // pixels
   int Height() const;                 // pixels, the same for every text
-  // The corner of the text's cell at (x, y). `target` is RGB32 or premultiplied ARGB32.
+  // By how many pixels its ink rises above its cell, as the marks of capital letters do; mostly 0.
+  int Rise(QStringView text) const;
+  // The corner of the text's cell at (x, y); ink outside of the cell is drawn too. `target` is RGB32 or
+  // premultiplied ARGB32.
   void Draw(QImage& target, int x, int y, QStringView text, Colour colour) const;
 
  private:

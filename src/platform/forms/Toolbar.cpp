@@ -48,8 +48,8 @@ void Toolbar::Add(const QString& key, const QString& name, const QString& tool_t
     buttons_.push_back(bar.addSeparator());
     return;
   }
-  QAction* const action = bar.addAction(NamedIcon(icon), name);
-  action->setToolTip(tool_tip.isEmpty() ? name : tool_tip);
+  // The text of an action without a tool tip would be shown as one.
+  QAction* const action = bar.addAction(NamedIcon(icon), tool_tip);
   action->setCheckable(style == ToolbarStyle::Check);
   QWidget* const button = bar.widgetForAction(action);
   button->setFocusPolicy(Qt::TabFocus);

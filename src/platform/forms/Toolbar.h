@@ -15,8 +15,7 @@ enum class ToolbarStyle { Plain, Check, Separator };
 class Toolbar : public Control {
  public:
   explicit Toolbar(Container& parent);
-  // `icon` is the name of an icon (Icons.h). The name is for screen readers and for buttons without a tool
-  // tip.
+  // `icon` is the name of an icon (Icons.h). The name is for screen readers.
   void Add(const QString& key, const QString& name, const QString& tool_tip, ToolbarStyle style,
            const QString& icon = {});
   int Value(int index) const;  // 1 pressed, 0 released

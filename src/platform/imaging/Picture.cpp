@@ -16,6 +16,7 @@ namespace {
 // No picture within the bound on pixels needs a larger file.
 constexpr qint64 kMaxFileBytes = kMaxPixels * 4 + 1'000'000;
 constexpr int kDotsPerMeter = 3780;  // 96 an inch
+constexpr int kMaxSide = 32767;      // what 16 bits can measure
 
 QImage Decode(QByteArrayView bytes) {
   if (bytes.startsWith("BM")) return DecodeBmp(bytes);
@@ -72,6 +73,7 @@ Picture LoadPicture() {
 
 Picture LoadPicture(const QByteArray& bytes) {
   QImage image = Decode(bytes);
+  if (image.width() > kMaxSide || image.height() > kMaxSide) BadPicture();
   image.setDotsPerMeterX(kDotsPerMeter);
   image.setDotsPerMeterY(kDotsPerMeter);
   return Picture(image);

@@ -31,7 +31,7 @@ Picture LoadPicture();
 // CMYK), GIF (first frame, transparent where the file says so) or WMF file (with or without a placeable
 // header), told by their content. Bytes behind the end of the picture are ignored, and so are resolution
 // and orientation tags. RuntimeError 481 for anything else, for a picture that is broken or cut short,
-// and for one of more than 64 megapixels; time and memory are bounded.
+// and for one of more than 64 megapixels or with a side of more than 32767; time and memory are bounded.
 Picture LoadPicture(const QByteArray& bytes);
 // From a file; RuntimeError 53, 75 or 76 if it can't be read.
 Picture LoadPicture(const QString& path);

@@ -38,6 +38,11 @@ class Field {
   bool BoolOrFalse() const { return Get().BoolOrFalse(); }
   QString Text() const { return Get().Text(); }
   QString TextOrEmpty() const { return Get().TextOrEmpty(); }
+  // The same, with a value that stands for Null.
+  std::int16_t Int16Or(std::int16_t null) const { return IsNull() ? null : Int16(); }
+  std::int32_t Int32Or(std::int32_t null) const { return IsNull() ? null : Int32(); }
+  double NumberOr(double null) const { return IsNull() ? null : Number(); }
+  QString TextOr(const QString& null) const { return IsNull() ? null : Text(); }
   // Null or not, without reading a long binary.
   bool IsNull() const;
 

@@ -6,6 +6,7 @@
 #include <QAbstractItemView>
 #include <QApplication>
 #include <QColorDialog>
+#include <QComboBox>
 #include <QDir>
 #include <QFileDialog>
 #include <QInputDialog>
@@ -104,6 +105,9 @@ TEST_F(FileDialogs, TheFilterCountsFromOneAndKnowsNoCase) {
   WhenShown<QFileDialog>([&](QFileDialog& box) {
     const QStringList pictures{"a.JPG", "b.bmp"}, all{"a.JPG", "b.bmp", "bare", "c.txt"};
     EXPECT_TRUE(QTest::qWaitFor([&] { return Names(box) == pictures; }));
+    const auto* const types = box.findChild<QComboBox*>("fileTypeCombo");
+    EXPECT_EQ(types->itemText(0), "All files(*.*)");
+    EXPECT_EQ(types->currentText(), "Picture files (*.bmp;*.jpg;*.gif;*.wmf)");
     box.selectNameFilter(box.nameFilters().first());
     EXPECT_TRUE(QTest::qWaitFor([&] { return Names(box) == all; })) << "names without a dot, too";
     Accept(box, "a.JPG");

@@ -2,7 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <QFontMetrics>
 #include <QImage>
+#include <QPainter>
+#include <cmath>
+
+#include "forms/Surface.h"
 
 namespace orv {
 namespace {
@@ -27,12 +32,75 @@ QRect InkOf(const QImage& image) {
   return ink;
 }
 
+// The same by the toolkit's own text output, with room on all sides.
+QRect InkByPainter(const Font& font, const QString& text, int top) {
+  QFont plain(FamilyFor(font.Name));
+  plain.setPixelSize(static_cast<int>(std::lround(font.Size * 96 / 72)));
+  plain.setBold(font.Bold);
+  plain.setHintingPreference(QFont::PreferFullHinting);
+  plain.setStyleStrategy(QFont::NoSubpixelAntialias);
+  QImage image(80, 100, QImage::Format_RGB32);
+  image.fill(Qt::white);
+  QPainter painter(&image);
+  painter.setFont(plain);
+  painter.drawText(20, top + QFontMetrics(plain).ascent(), text);
+  painter.end();
+  return InkOf(image);
+}
+
+// The ink of a text that a label or Print puts on a surface, the corner of its cell at (20, top).
+QRect InkOnSurface(const Font& font, const QString& text, int top, bool by_label) {
+  Surface surface;
+  surface.Place(0, 0, 80, 100);
+  Label label(&surface);
+  label.Place(20, top, 40, 30);
+  label.SetFont(font);
+  if (by_label) {
+    label.SetCaption(text);
+  } else {
+    surface.SetFont(font);
+    surface.SetCurrentX(20);
+    surface.SetCurrentY(top);
+    surface.Print(text);
+  }
+  return InkOf(surface.Render().Image());
+}
+
+TEST(TextFace, MarksOfLettersAreNeverCut) {
+  const char16_t* const marked[] = {u"\u00C4", u"\u00D6",        u"\u00DC", u"\u00C5", u"\u00C9",
+                                    u"\u00CA", u"\u00C7",        u"\u00D1", u"\u0160", u"\u1E68",
+                                    u"\u01D5", u"A\u0308\u0301", u"H"};
+  for (const Font& font : {Font{"Small Fonts", 5, false, false},
+                           {"Small Fonts", 5.25, false, false},
+                           {"Small Fonts", 6, false, false},
+                           {"Small Fonts", 6, true, false},
+                           {"Small Fonts", 7, false, false},
+                           {"Small Fonts", 7, true, false},
+                           {"Arial", 14.25, false, false},
+                           {"CasablancaAntique", 14, false, false}}) {
+    for (const char16_t* letters : marked) {
+      const QString text = QString::fromUtf16(letters);
+      SCOPED_TRACE(font.Name.toStdString() + " " + std::to_string(font.Size) + ": " + text.toStdString());
+      const QRect whole = InkByPainter(font, text, 20);
+      for (const bool by_label : {true, false}) {
+        const QRect ink = InkOnSurface(font, text, 20, by_label);
+        EXPECT_EQ(ink.top(), whole.top());
+        EXPECT_EQ(ink.height(), whole.height());
+        const QRect at_edge = InkOnSurface(font, text, 0, by_label);
+        EXPECT_EQ(at_edge.top(), std::max(0, whole.top() - 20)) << "no lower than the marks need";
+        EXPECT_EQ(at_edge.height(), whole.height());
+      }
+    }
+  }
+}
+
 TEST(TextFace, WidthIsTheSumOfWholeAdvances) {
   const TextFace& face = TextFace::For(kSmall);
   const QString text = "AVATAR To Wä.";
   int sum = 0;
   for (const QChar c : text) sum += face.Width(QString(c));
   EXPECT_EQ(face.Width(text), sum) << "no kerning";
+  EXPECT_EQ(face.Width(text + u'\u0301'), sum) << "nor where the shaper sets the text";
   EXPECT_EQ(face.Width(u""), 0);
   EXPECT_EQ(face.Width(u"\r\n"), 0) << "a line end is not treated";
 }
@@ -53,6 +121,11 @@ TEST(TextFace, InkLiesInTheCellAndIsGreyOnly) {
   EXPECT_GT(ink.width(), 5);
   EXPECT_TRUE(QRect(20, 8, face.Width(u"HEM") + 1, face.Height()).contains(ink));
   EXPECT_TRUE(image.allGray());
+  for (const int edge : {ink.top(), ink.bottom()}) {
+    int darkest = 255;
+    for (int x = 0; x < image.width(); ++x) darkest = std::min(darkest, qGray(image.pixel(x, edge)));
+    EXPECT_LT(darkest, 40) << "letters are hinted onto whole pixels: row " << edge;
+  }
 }
 
 TEST(TextFace, TextsThatNeedShapingAreMeasuredAsTheyAreDrawn) {

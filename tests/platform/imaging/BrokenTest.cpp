@@ -122,11 +122,18 @@ TEST(BrokenPicture, TooLarge) {
       patched(samples::Gif({}), 6, QByteArray(4, '\xff')),
       samples::Wmf().Placeable({-30000, -30000, 60000, 60000}, 96),
       samples::Wmf().Placeable({0, 0, 5000, 5000}, 1),
+      // A side that 16 bits can't measure.
+      samples::Bmp({1, 40, 0, false, 32768, 2}),
+      samples::Jpeg({32768, 8}),
+      samples::Gif({{32768, 2}, {0, 0, 32768, 2}}),
+      samples::Gif({{2, 32768}, {0, 0, 2, 32768}}),
+      samples::Wmf().Placeable({-16000, 0, 32000, 1}, 90),
   };
   for (const QByteArray& bytes : kTooLarge) {
     EXPECT_EQ(ErrorOfLoading(bytes), kErrInvalidPicture) << bytes.left(6).toHex().toStdString();
   }
-  EXPECT_EQ(ErrorOfLoading(samples::RunLengthBmp(8, 64000, 1000, QByteArray("\0\1", 2))), 0);
+  EXPECT_EQ(ErrorOfLoading(samples::RunLengthBmp(8, 32000, 2000, QByteArray("\0\1", 2))), 0);
+  EXPECT_EQ(ErrorOfLoading(samples::Bmp({1, 40, 0, false, 32767, 2})), 0);
 }
 
 // A progressive picture of few bytes that asks for a pass over everything again and again.
