@@ -270,7 +270,10 @@ class Walk:
         number = 1 + self.program.value("SELECT MAX(Nr) FROM tblCard WHERE SetID = ?", self.set_id)
         self.choose_set()
         self.display.key("F6", "Tab", "space")  # past the exit button
+        first = self.card("CardBackID", 1)
+        self.display.key("alt+a")  # a list knows the key for a new card, too
         self.add_card(number, "Typed Tide")
+        check(self.card("CardBackID", 1) == first, "the title went to the list of backs")
         kind, back = self.card("CardTypeID", number), self.card("CardBackID", number)
         self.display.key("alt+y", "Down")
         wait_for("another type", lambda: self.card("CardTypeID", number) != kind)
