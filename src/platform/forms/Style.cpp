@@ -104,7 +104,13 @@ class Style : public QProxyStyle {
 
   void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
                           const QWidget* widget) const override {
-    QProxyStyle::drawComplexControl(control, option, painter, widget);
+    if (const auto* const button = qstyleoption_cast<const QStyleOptionToolButton*>(option)) {
+      QStyleOptionToolButton bare(*button);
+      bare.state.setFlag(State_HasFocus, false);  // one mark, around the whole button
+      QProxyStyle::drawComplexControl(control, &bare, painter, widget);
+    } else {
+      QProxyStyle::drawComplexControl(control, option, painter, widget);
+    }
     const bool marked = control == CC_ToolButton || control == CC_ComboBox;
     if (marked && option->state.testFlag(State_HasFocus)) DrawFocus(*painter, option->rect, option->palette);
   }
