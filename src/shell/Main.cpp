@@ -20,6 +20,7 @@ bool Main() {
   modData::CurrentSetID = 0;
   frmMaster->Show();
   frmMaster->InitialiseSet();
+  frmMaster->FocusSets();
   frmCard2nd.Load();
   frmCharacter2nd.Load();
   frmLarge2nd.Load();

@@ -166,6 +166,14 @@ void MasterForm::InitialiseSet() {
   }
 }
 
+void MasterForm::FocusSets() {
+  if (cboSet.Enabled()) {
+    cboSet.SetFocus();
+  } else {
+    cmdNew.SetFocus();
+  }
+}
+
 void MasterForm::cboSet_Click() {
   if (cboSet.ListIndex() < 0) return;
   const WaitCursor hourglass;
@@ -197,6 +205,7 @@ void MasterForm::ShowNoSet() {
   chkAutonumber.SetValue(0);
   ShowSymbol(LoadPicture(), false);
   ptSet.SetVisible(false);
+  if (cmdDelete.HasFocus()) FocusSets();
   cmdDelete.SetEnabled(false);
   RecordEditor::LockAll();
 }
@@ -268,7 +277,7 @@ void MasterForm::cmdEdit_Click() {
 
 void MasterForm::cmdDelete_Click() {
   if (MsgBox(QStringLiteral("Are you sure you want to delete the set?"), Icon::Question,
-             QStringLiteral("Delete Set"), Buttons::YesNo) != Answer::Yes) {
+             QStringLiteral("Delete Set"), Buttons::NoYes) != Answer::Yes) {
     return;
   }
   modData::FindSet(modData::CurrentSetID);

@@ -17,6 +17,8 @@ class MasterForm : public Form {
 
   // Opens rsSet anew and fills the list of sets; the current set, or the first by name, is chosen.
   void InitialiseSet();
+  // The keyboard goes to the list of sets, or without one to the button that makes the first.
+  void FocusSets();
   // Makes the editors follow the current set.
   void SetChange();
   // Sets the toolbar button that belongs to a form to pressed (1) or released (0); no button for an unknown

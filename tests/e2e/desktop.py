@@ -98,6 +98,19 @@ class Display:
         clicks = ["click", "--repeat", "2", "--delay", "60", "1"] if twice else ["click", "1"]
         self.xdotool("mousemove", "--window", window, x, y, *clicks)
 
+    def drag(self, window, start, end):
+        """With the left button from one place of a window to another, in pixels."""
+        self.xdotool("mousemove", "--window", window, *start, "mousedown", "1")
+        self.xdotool("mousemove", "--window", window, *end)
+        self.xdotool("mouseup", "1")
+
+    def picture(self, left, top, width, height):
+        """What a part of the display shows, as bytes."""
+        area = f"{width}x{height}+{left}+{top}"
+        done = subprocess.run(["import", "-window", "root", "-crop", area, "rgb:-"], capture_output=True,
+                              env=self.environment(), check=True, timeout=LIMIT)
+        return done.stdout
+
     def click_twips(self, window, left, top):
         self.click(window, left // TWIPS, top // TWIPS)
 

@@ -1,5 +1,6 @@
 #!/usr/bin/env python3
-"""Makes a set of cards in the program as a user does, on a display of its own, and ends it in mid-work.
+"""Takes the walk of the README in the program as a user does, on a display of its own, makes a card by keyboard
+alone, and ends the program in mid-work.
 
 usage: end_to_end.py EXECUTABLE DATABASE
 """
@@ -19,7 +20,21 @@ SET = "The Lamp Islands"
 TOOLBAR = {"card": 48, "character": 73, "large": 98, "createall": 130, "exporttotext": 155}
 TOOLBAR_Y = 15
 PANEL_Y = 31
-CARD_LIST = (438, 145)  # the button of the card editor in the corner of the area under the panel
+# Places within the editor of cards, in the corner of the area under the panel.
+WALK = [(33, 145), (79, 145), (211, 145), (257, 145)]  # << < > >>
+CARD_LIST = (438, 145)
+BLANK = [(150, 600), (500, 300), (300, 112)]  # in an editor without cards; the last is its title
+TITLE = (550, 203)
+TYPE = (540, 232)
+SELECT_PICTURE = (428, 358)
+BOLD = (567, 455)
+INFORMATION = (567, 560)
+SELECT_BACKGROUND = (455, 722)
+BACK = (550, 779)
+FRONT = (15, 165, 148, 252)  # left, top, width, height of the preview
+PICTURE = (88, 255)
+HANDLE = (88, 310)
+SAMPLE = "The Saltwind Coast"
 CARD_TEXTS = [
     ("Keeper of the Lamp", "C2 Keeper of the Lamp.BMP"),
     ("Salt Wind", "C2 Salt Wind.BMP"),
@@ -63,14 +78,49 @@ class Walk:
         self.program.start()
         self.display.focus(MAIN)
 
+    def click(self, place):
+        self.display.click(self.display.focus(MAIN), *place)
+
+    def front(self):
+        return self.display.picture(*FRONT)
+
+    def changes(self, what, before):
+        """Waits until the preview differs from what it was, and gives what it is."""
+        return wait_for(what, lambda: (now := self.front()) != before and now)
+
+    def see_sample(self):
+        """Steps 1 to 3: the sample set is the chosen one, and the buttons walk through its cards."""
+        query = ("SELECT Title FROM tblCard c JOIN tblSet s ON c.SetID = s.SetID WHERE SetName = ? AND "
+                 "Nr = (SELECT {} FROM tblCard WHERE SetID = s.SetID)")
+        first, last = query.format("MIN(Nr)"), query.format("MAX(Nr)")
+        self.toolbar("card")
+        one = wait_for("the preview", lambda: len(set(now := self.front())) > 100 and now)
+        shown = [one]
+        for button in (3, 1, 2, 0):
+            self.click(WALK[button])
+            shown.append(self.changes(f"button {button}", shown[-1]))
+        check(shown[0] == shown[4] and shown[1] == shown[3] != shown[2], "the buttons lead elsewhere")
+        for button, which in ((0, first), (3, last)):
+            self.click(WALK[button])
+            title = self.program.value(which, SAMPLE)
+            self.click(TITLE)
+            self.display.key("End", "x")
+            self.program.wait_value(title + "x", which, SAMPLE)
+            self.display.key("BackSpace")
+            self.program.wait_value(title, which, SAMPLE)
+
     def make_set(self):
-        main = self.display.focus(MAIN)
-        self.display.click(main, (480 + 1095 // 2) // 15, PANEL_Y + (480 + 375 // 2) // 15)
-        self.display.focus("Set")
+        """Step 4: by the mouse but for the name."""
+        self.click(((480 + 1095 // 2) // 15, PANEL_Y + (480 + 375 // 2) // 15))
+        dialog = self.display.focus("Set")
         self.display.type(SET)
-        self.display.key("Return")
+        self.display.click_twips(dialog, 1200 + 1500, 720 + 157)
+        self.display.key("Home", "Return")
+        self.display.click_twips(dialog, 1200 + 120, 1560 + 127)
+        self.display.click_twips(dialog, 1200 + 120, 1200 + 127)
+        self.display.click_twips(dialog, 1860 + 600, 2100 + 187)
         self.display.gone("Set")
-        self.program.wait_value(1, "SELECT COUNT(*) FROM tblSet WHERE SetName = ?", SET)
+        self.program.wait_value(2, "SELECT EditionID FROM tblSet WHERE SetName = ?", SET)
         self.set_id = self.program.value("SELECT SetID FROM tblSet WHERE SetName = ?", SET)
 
     def check_stored_file(self, path, query):
@@ -95,48 +145,84 @@ class Walk:
         self.wait_card(number, "Title", title)
 
     def make_cards(self):
-        self.toolbar("card")
+        """Step 5: a click on any place of the empty editor gives it the keyboard."""
         for number, (title, _) in enumerate(CARD_TEXTS, 1):
+            self.click(BLANK[number - 1])
             self.add_card(number, title)
-        # One letter becomes a word, whose rest is selected and typed over.
-        self.display.key("alt+o")
+
+    def choose_in_list(self, place, column):
+        before = self.card(column, 3)
+        self.click(place)
+        self.display.key("Down", "Return")
+        wait_for(f"another {column}", lambda: self.card(column, 3) != before)
+
+    def choose_picture(self):
+        """Step 7: the picture, its place and the height of its frame."""
+        self.click(SELECT_PICTURE)
+        self.choose_file("Choose picture", self.picture)
+        self.check_stored_file(
+            self.picture, f"SELECT Picture FROM tblCard WHERE SetID = {self.set_id} AND Nr = 3")
+        main = self.display.focus(MAIN)
+        self.display.drag(main, PICTURE, (PICTURE[0] + 10, PICTURE[1] - 7))
+        self.wait_card(3, "PicLeft", 150)
+        self.wait_card(3, "PicTop", -105)
+        self.display.key("Left", "Down")
+        self.wait_card(3, "PicLeft", 135)
+        self.wait_card(3, "PicTop", -90)
+        self.display.drag(main, HANDLE, (HANDLE[0], HANDLE[1] - 20))
+        self.wait_card(3, "PicHeight", 85)
+        self.display.key("shift+Down")
+        self.wait_card(3, "PicHeight", 86)
+
+    def type_texts(self):
+        """Step 8: one letter becomes a word, whose rest is selected and typed over."""
+        before = self.front()
+        self.click(BOLD)
         self.display.type("S")
         self.wait_card(3, "BoldText", "STRENGTH ")
         self.display.key("End")
         self.display.type("4")
         self.wait_card(3, "BoldText", "STRENGTH 4")
-        self.display.key("Tab")
-        self.display.type("Roll a die.")
-        self.wait_card(3, "Information", "Roll a die.")
+        self.click(INFORMATION)
+        text = "Roll a die."
+        for i, letter in enumerate(text):
+            self.display.type(letter)
+            self.wait_card(3, "Information", text[:i + 1])
+            if letter != " ":
+                before = self.changes(f"the preview of {letter}", before)
 
-    def choose_picture(self):
-        # By Tab from the frames, which are left as they were, past Resize to the button.
-        self.display.key("alt+f")
-        self.wait_card(3, "UseFrame", 0)
-        self.display.key("alt+f")
-        self.wait_card(3, "UseFrame", -1)
-        self.display.key("Tab", "Tab", "space")
-        self.choose_file("Choose picture", self.picture)
-        self.check_stored_file(
-            self.picture, f"SELECT Picture FROM tblCard WHERE SetID = {self.set_id} AND Nr = 3")
+    def choose_background(self):
+        background = os.path.join(self.folder, "blue.bmp")
+        write_bitmap(background, 152, 256, (20, 40, 200))
+        before = self.front()
+        self.click(SELECT_BACKGROUND)
+        self.choose_file("Choose picture", background)
+        self.changes("the background", before)
 
     def create_cards(self):
+        """Step 10."""
         cards = os.path.join(self.folder, "cards")
         os.mkdir(cards)
         self.toolbar("createall")
         dialog = self.display.focus("Create Cards")
-        self.display.key("alt+t")
+        self.display.click_twips(dialog, 1740 + 600, 375 + 165)
         self.display.type(cards)
         self.program.wait_value(cards, "SELECT SaveTo FROM tblSet WHERE SetID = ?", self.set_id)
+        self.display.click_twips(dialog, 1740 + 600, 1215 + 165)
+        self.display.type("BMP")
+        self.display.key("Return")
         self.display.click_twips(dialog, 120 + 360 + 120, 3240 + 720 + 127)
         self.display.click_twips(dialog, 5280 + 900, 4560 + 217)
+        self.end_of_run()
+        self.check_cards(cards)
+
+    def end_of_run(self):
         self.display.focus("Create cards")
         self.confirm("Create cards")
         self.display.focus("Create Cards")
         self.display.key("Escape")
         self.display.gone("Create Cards")
         self.display.focus(MAIN)
-        self.check_cards(cards)
 
     def check_cards(self, cards):
         names = sorted(os.listdir(cards))
@@ -173,11 +259,58 @@ class Walk:
         check(result == [("ok",)], f"integrity: {result}")
 
     def choose_set(self):
-        """The list of sets by keyboard: the new one is reached by its first letters."""
-        main = self.display.focus(MAIN)
-        self.display.click(main, (480 + 1000) // 15, PANEL_Y + (120 + 157) // 15)
+        """After a start the list of sets has the keyboard; the new one is reached by its first letters."""
+        self.display.focus(MAIN)
+        self.display.key("alt+Down")
         self.display.type(SET)
         self.display.key("Return")
+
+    def make_card_by_keyboard(self):
+        """From the start to the file, and no mouse."""
+        number = 1 + self.program.value("SELECT MAX(Nr) FROM tblCard WHERE SetID = ?", self.set_id)
+        self.choose_set()
+        self.display.key("F6", "Tab", "space")  # past the exit button
+        first = self.card("CardBackID", 1)
+        self.display.key("alt+a")  # a list knows the key for a new card, too
+        self.add_card(number, "Typed Tide")
+        check(self.card("CardBackID", 1) == first, "the title went to the list of backs")
+        kind, back = self.card("CardTypeID", number), self.card("CardBackID", number)
+        self.display.key("alt+y", "Down")
+        wait_for("another type", lambda: self.card("CardTypeID", number) != kind)
+        # By Tab from the frames, which are left as they were, past Resize to the button.
+        self.display.key("alt+f")
+        self.wait_card(number, "UseFrame", 0)
+        self.display.key("alt+f")
+        self.wait_card(number, "UseFrame", -1)
+        self.display.key("Tab", "Tab", "space")
+        self.choose_file("Choose picture", self.picture)
+        # The picture is the stop before the title.
+        self.display.key("alt+t", "shift+Tab", "Left", "Left", "shift+Up")
+        self.wait_card(number, "PicLeft", -30)
+        self.wait_card(number, "PicHeight", 104)
+        self.display.key("alt+o")
+        self.display.type("C")
+        self.wait_card(number, "BoldText", "CRAFT ")
+        self.display.key("Tab")
+        self.display.type("The tide turns.")
+        self.wait_card(number, "Information", "The tide turns.")
+        self.display.key("alt+a", "Down")
+        wait_for("another back", lambda: self.card("CardBackID", number) != back)
+        # F6 to the panel and the toolbar, where the last button was that of the cards.
+        self.display.key("F6", "F6", "Tab", "Tab", "Tab", "space")
+        self.display.focus("Create Cards")
+        cards = os.path.join(self.folder, "typed")
+        os.mkdir(cards)
+        self.display.key("alt+t", "ctrl+a")
+        self.display.type(cards)
+        self.program.wait_value(cards, "SELECT SaveTo FROM tblSet WHERE SetID = ?", self.set_id)
+        self.display.key("alt+v")
+        self.display.type("J")
+        self.display.key("Tab", "Tab", "space", "Tab", "space")
+        self.end_of_run()
+        check(any("Typed" in name and name.endswith(".JPG") for name in os.listdir(cards)),
+              f"files: {os.listdir(cards)}")
+        self.display.key("ctrl+F4")
 
     def make_character(self):
         self.toolbar("character")
@@ -259,7 +392,7 @@ class Walk:
         self.confirm("Save text")
         with open(path, "rb") as file:
             lines = file.read().decode("cp1252").split("\r\n")
-        for line in ["Set: " + SET, "6 Cards", "Bold: STRENGTH 4", "Text: Roll a die.", "1 Characters",
+        for line in ["Set: " + SET, "7 Cards", "Bold: STRENGTH 4", "Text: Roll a die.", "1 Characters",
                      "Lamplighter", "1 Large Cards", "The Sunken Stair"]:
             check(line in lines, f"not in the listing: {line}")
         titles = [line for line in lines if line in dict(CARD_TEXTS)]
@@ -267,13 +400,21 @@ class Walk:
 
     def run(self):
         self.start()
+        self.see_sample()
         self.make_set()
         self.make_cards()
+        self.choose_in_list(TYPE, "CardTypeID")
         self.choose_picture()
+        self.type_texts()
+        self.choose_in_list(BACK, "CardBackID")
+        self.choose_background()
         self.create_cards()
         for seconds in (0, 0.002, 0.006):
             self.kill_while_typing(seconds)
-            self.choose_set()
+            if seconds == 0:
+                self.make_card_by_keyboard()
+            else:
+                self.choose_set()
             self.toolbar("card")
         self.make_type()
         self.make_back()

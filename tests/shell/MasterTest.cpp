@@ -1,5 +1,8 @@
 #include "MasterScene.h"
 
+#include <QApplication>
+#include <QTest>
+
 #include "base/Files.h"
 #include "base/Settings.h"
 #include "editors/frmCard2nd.h"
@@ -22,6 +25,33 @@ TEST_F(MasterTest, WithoutASetThePanelIsHidden) {
   EXPECT_EQ(dialogs_.LastPrompt(), "Select a set first.");
   frmMaster->tbar.ButtonClick("exporttotext");
   EXPECT_EQ(dialogs_.boxes.size(), 1u) << "without a set it ends silently";
+}
+
+TEST_F(MasterTest, TheKeyboardIsNeverOnTheExitButtonByItself) {
+  const int set = database_.AddSet("A", 2);
+  database_.AddCard(set, 1, "Card");
+  Start();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(frmMaster->Handle()));
+  EXPECT_TRUE(frmMaster->cboSet.HasFocus());
+  for (const bool by_frame : {false, true}) {
+    frmMaster->tbar.ButtonClick("card2nd");
+    frmCard2nd->txtTitle.SetFocus();
+    if (by_frame) {
+      QTest::keyClick(QApplication::focusWidget(), Qt::Key_F4, Qt::ControlModifier);
+    } else {
+      frmMaster->tbar.ButtonClick("card2nd");
+    }
+    EXPECT_FALSE(frmCard2nd.IsVisible());
+    EXPECT_TRUE(frmMaster->cboSet.HasFocus()) << by_frame;
+  }
+  dialogs_.answers = {Answer::Yes};
+  frmMaster->cmdDelete.SetFocus();
+  PressKey(frmMaster->cmdDelete, Qt::Key_Space);
+  EXPECT_EQ(dialogs_.boxes.back().buttons, Buttons::NoYes);
+  EXPECT_TRUE(frmMaster->cmdNew.HasFocus()) << "the last set is gone";
+  frmMaster.Unload();
+  Start();
+  EXPECT_TRUE(frmMaster->cmdNew.HasFocus());
 }
 
 TEST_F(MasterTest, ANewSetBecomesCurrentWithItsFonts) {

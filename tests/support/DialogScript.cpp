@@ -14,12 +14,12 @@ T Next(std::deque<T>& queue, T otherwise) {
 }  // namespace
 
 Answer DialogScript::OnMsgBox(const QString& prompt, Icon icon, const QString& title, Buttons buttons) {
-  boxes.push_back({prompt, icon, title});
-  return buttons == Buttons::YesNo ? Next(answers, Answer::No) : Answer::Ok;
+  boxes.push_back({prompt, icon, title, buttons});
+  return buttons == Buttons::Ok ? Answer::Ok : Next(answers, Answer::No);
 }
 
 QString DialogScript::OnInputBox(const QString& prompt, const QString& title, const QString&) {
-  boxes.push_back({prompt, Icon::None, title});
+  boxes.push_back({prompt, Icon::None, title, Buttons::Ok});
   return Next(inputs, QString());
 }
 

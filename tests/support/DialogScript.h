@@ -15,6 +15,7 @@ class DialogScript : public DialogResponder {
     QString prompt;
     Icon icon;
     QString title;
+    Buttons buttons;
   };
   std::vector<Box> boxes;
   std::vector<CommonDialog> file_dialogs;  // as they were when shown

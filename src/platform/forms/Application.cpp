@@ -12,6 +12,7 @@
 
 #include "base/Rounding.h"
 #include "base/RuntimeError.h"
+#include "forms/CommandKeys.h"
 #include "forms/Dialogs.h"
 #include "forms/Lifetime.h"
 #include "forms/Style.h"
@@ -75,6 +76,7 @@ Application::Application(int& argc, char** argv, Display display) {
   quit_asked = false;
   QApplication::setApplicationName(QStringLiteral("Varnholt Card Set Creator"));
   QApplication::setQuitOnLastWindowClosed(false);
+  new CommandKeys;
   QApplication::setStyle(NewStyle());
   QApplication::setFont(InterfaceFont());
 }

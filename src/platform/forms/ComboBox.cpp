@@ -37,6 +37,7 @@ ComboBox::ComboBox(Container& parent, Kind kind) : kind_(kind) {
   box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
   box->setMinimumContentsLength(6);
   box->setMaxVisibleItems(20);
+  box->setFocusPolicy(Qt::StrongFocus);  // not by the wheel
   if (kind == DropDownCombo) {
     box->setEditable(true);
     box->setInsertPolicy(QComboBox::NoInsert);

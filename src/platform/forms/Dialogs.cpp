@@ -67,7 +67,7 @@ Answer MsgBox(const QString& prompt, Icon icon, const QString& title, Buttons bu
     return Answer::Ok;
   }
   box.setStandardButtons(QMessageBox::Yes | QMessageBox::No);
-  box.setDefaultButton(QMessageBox::Yes);
+  box.setDefaultButton(buttons == Buttons::YesNo ? QMessageBox::Yes : QMessageBox::No);
   box.setEscapeButton(QMessageBox::No);
   return box.exec() == QMessageBox::Yes ? Answer::Yes : Answer::No;
 }

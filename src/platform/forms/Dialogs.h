@@ -7,10 +7,11 @@
 namespace orv {
 
 enum class Icon { None, Critical, Question, Exclamation, Information };
-enum class Buttons { Ok, YesNo };
+enum class Buttons { Ok, YesNo, NoYes };
 enum class Answer { Ok = 1, Cancel = 2, Yes = 6, No = 7 };
 
-// A modal box. An empty title shows the program's name. Closing a Yes-and-No box by its frame is No.
+// A modal box. An empty title shows the program's name. Closing a Yes-and-No box by its frame is No. Enter
+// presses the button that is named first.
 Answer MsgBox(const QString& prompt, Icon icon, const QString& title, Buttons buttons = Buttons::Ok);
 
 // A modal box with a text field. Cancel gives the empty text.

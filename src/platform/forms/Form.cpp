@@ -13,6 +13,7 @@
 
 #include "base/Rounding.h"
 #include "forms/Application.h"
+#include "forms/ChildFocus.h"
 #include "forms/Dialogs.h"
 #include "forms/FormWindow.h"
 #include "forms/Icons.h"
@@ -24,19 +25,6 @@ namespace {
 QPointer<QMdiArea>& ChildArea() {
   static QPointer<QMdiArea> area;
   return area;
-}
-
-// The keys of an active child are its own. The toolkit gives the focus to the first control only, which may
-// be disabled.
-void TakeFocus(QWidget& content) {
-  const QWidget* const focused = content.window()->focusWidget();
-  if (focused != nullptr && content.isAncestorOf(focused) && focused->isEnabled()) return;
-  for (QWidget* next = content.nextInFocusChain(); next != &content; next = next->nextInFocusChain()) {
-    const bool takes_keys = (next->focusPolicy() & Qt::TabFocus) != 0 && next->isEnabled();
-    if (!takes_keys || !content.isAncestorOf(next) || !next->isVisibleTo(&content)) continue;
-    return next->setFocus(Qt::ActiveWindowFocusReason);
-  }
-  content.setFocus(Qt::ActiveWindowFocusReason);
 }
 
 // What the area offers; as much as is wanted while it isn't on show.
@@ -70,7 +58,9 @@ Form::Form(FormKind kind) : kind_(kind), impl_(std::make_unique<Impl>()) {
     QObject::connect(impl_->child, &QMdiSubWindow::windowStateChanged, content,
                      [content](Qt::WindowStates before, Qt::WindowStates now) {
                        const auto active = Qt::WindowActive;
-                       if (now.testFlag(active) && !before.testFlag(active)) TakeFocus(*content);
+                       const bool is_new = now.testFlag(active) && !before.testFlag(active);
+                       // The toolkit also makes a hidden child the active one.
+                       if (is_new && content->isVisible()) TakeFocus(*content);
                      });
   } else {
     content->setWindowFlags(kind == FormKind::Dialog ? Qt::Dialog : Qt::Window);
@@ -85,6 +75,7 @@ Form::Form(FormKind kind) : kind_(kind), impl_(std::make_unique<Impl>()) {
     area->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     impl_->rows->addWidget(area, 1);
     ChildArea() = area;
+    new ChildFocus(*impl_->rows, *area);
   }
   Window()->setWindowIcon(NamedIcon(QStringLiteral("app")));
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QMdiSubWindow>
+#include <QMenu>
 #include <QScrollArea>
 #include <QWidget>
 
@@ -34,7 +35,11 @@ class FormScroller : public QScrollArea {
 // The frame around a child within the main window.
 class ChildWindow : public QMdiSubWindow {
  public:
-  explicit ChildWindow(Form& form) : form_(form) {}
+  // The keyboard is never on the frame itself, where no control and no form would see a key.
+  explicit ChildWindow(Form& form) : form_(form) {
+    setFocusPolicy(Qt::NoFocus);
+    systemMenu()->actions().constLast()->setShortcut(QKeySequence(QStringLiteral("Ctrl+F4")));
+  }
 
  protected:
   void closeEvent(QCloseEvent* event) override;

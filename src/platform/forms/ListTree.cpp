@@ -70,6 +70,7 @@ ListTree::ListTree(QWidget* parent) : QTreeWidget(parent) {
   setSelectionBehavior(SelectRows);
   setEditTriggers(NoEditTriggers);
   setTabKeyNavigation(false);
+  setFocusPolicy(Qt::StrongFocus);  // not by the wheel
   setTextElideMode(Qt::ElideRight);
   header()->setMinimumSectionSize(12);
   header()->setStretchLastSection(false);

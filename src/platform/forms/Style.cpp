@@ -60,6 +60,13 @@ void DrawRounded(QPainter& painter, const QRect& rect, double radius, const QCol
   painter.restore();
 }
 
+// The mark of the focus, two pixels wide, however the focus came.
+void DrawFocus(QPainter& painter, const QRect& rect, const QPalette& palette) {
+  const QColor colour = palette.color(QPalette::Highlight);
+  DrawRounded(painter, rect, 2, colour);
+  DrawRounded(painter, rect.adjusted(1, 1, -1, -1), 1, colour);
+}
+
 class Style : public QProxyStyle {
  public:
   Style() : QProxyStyle(QStringLiteral("Fusion")) {}
@@ -75,10 +82,20 @@ class Style : public QProxyStyle {
   void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
                      const QWidget* widget) const override {
     const QColor outline = Outline(option->palette);
-    if (element == PE_Frame) return DrawEdges(*painter, option->rect, outline);
-    QProxyStyle::drawPrimitive(element, option, painter, widget);
-    if (!IsDark(option->palette) || option->state.testFlag(State_HasFocus)) return;
-    if (element == PE_FrameLineEdit || element == PE_IndicatorCheckBox) {
+    const bool focus = option->state.testFlag(State_HasFocus);
+    if (element == PE_FrameFocusRect) {
+      return DrawRounded(*painter, option->rect, 2, option->palette.color(QPalette::Highlight));
+    }
+    if (element == PE_Frame) {
+      DrawEdges(*painter, option->rect, outline);
+    } else {
+      QProxyStyle::drawPrimitive(element, option, painter, widget);
+    }
+    const bool marked =
+        element == PE_Frame || element == PE_PanelButtonCommand || element == PE_FrameLineEdit;
+    if (focus && marked) DrawFocus(*painter, option->rect, option->palette);
+    if (!IsDark(option->palette)) return;
+    if ((element == PE_FrameLineEdit && !focus) || element == PE_IndicatorCheckBox) {
       DrawRounded(*painter, option->rect, 2, outline);
     } else if (element == PE_IndicatorRadioButton) {
       DrawRounded(*painter, option->rect, option->rect.width() / 2.0, outline);
@@ -87,12 +104,15 @@ class Style : public QProxyStyle {
 
   void drawComplexControl(ComplexControl control, const QStyleOptionComplex* option, QPainter* painter,
                           const QWidget* widget) const override {
-    QProxyStyle::drawComplexControl(control, option, painter, widget);
-    // A flat button of a toolbar would not show that it has the focus.
-    if (control != CC_ToolButton || !option->state.testFlag(State_HasFocus)) return;
-    painter->setPen(option->palette.color(QPalette::Highlight));
-    painter->setBrush(Qt::NoBrush);
-    painter->drawRect(option->rect.adjusted(0, 0, -1, -1));
+    if (const auto* const button = qstyleoption_cast<const QStyleOptionToolButton*>(option)) {
+      QStyleOptionToolButton bare(*button);
+      bare.state.setFlag(State_HasFocus, false);  // one mark, around the whole button
+      QProxyStyle::drawComplexControl(control, &bare, painter, widget);
+    } else {
+      QProxyStyle::drawComplexControl(control, option, painter, widget);
+    }
+    const bool marked = control == CC_ToolButton || control == CC_ComboBox;
+    if (marked && option->state.testFlag(State_HasFocus)) DrawFocus(*painter, option->rect, option->palette);
   }
 
   // The signs of message boxes in the hand of the other icons.

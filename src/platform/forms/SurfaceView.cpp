@@ -115,7 +115,7 @@ class SurfaceView::Widget : public QWidget, public SurfaceHost {
     const QSize size(static_cast<int>(std::lround(surface_->width_)),
                      static_cast<int>(std::lround(surface_->height_)));
     if (size != minimumSize() || size != maximumSize()) setFixedSize(size);
-    const auto policy = Stops().empty() && focused_ == nullptr ? Qt::NoFocus : Qt::StrongFocus;
+    const auto policy = Stops().empty() && focused_ == nullptr ? Qt::NoFocus : Qt::TabFocus;
     if (policy != focusPolicy()) setFocusPolicy(policy);
   }
 
@@ -190,9 +190,11 @@ void SurfaceView::Widget::mousePressEvent(QMouseEvent* event) {
   if (pressed_ == nullptr) pressed_ = ItemAt(event->position());
   if (pressed_ == nullptr) return;
   const auto* const stop = dynamic_cast<Surface*>(pressed_);
-  if (stop != nullptr && stop->TabStop()) focused_ = pressed_;
-  if (focusPolicy() != Qt::NoFocus) setFocus(Qt::MouseFocusReason);
-  update();
+  if (stop != nullptr && stop->TabStop()) {
+    focused_ = pressed_;
+    setFocus(Qt::MouseFocusReason);
+    update();
+  }
   pressed_->MouseDown(EventFor(pressed_, *event, ButtonOf(event->button())));
 }
 

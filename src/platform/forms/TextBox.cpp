@@ -85,6 +85,7 @@ TextBox::TextBox(Container& parent, Kind kind) : kind_(kind) {
   } else {
     auto* const edit = new TextArea(parent.Handle());
     edit->setTabChangesFocus(true);
+    edit->setFocusPolicy(Qt::StrongFocus);  // not by the wheel
     Adopt(edit);
     QObject::connect(edit, &QPlainTextEdit::textChanged, Watcher(), [this] { TextEdited(); });
   }

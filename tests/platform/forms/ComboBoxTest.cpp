@@ -2,6 +2,8 @@
 
 #include <QAbstractItemView>
 #include <QComboBox>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QTest>
 
 #include "forms/Controls.h"
@@ -145,6 +147,36 @@ TEST_F(ComboBoxTest, TheWheelLeavesAListWithoutTheFocusAlone) {
   TurnWheel(list, -120);
   EXPECT_EQ(list.ListIndex(), 1);
   Expect(1, 0, "meant");
+  button.SetFocus();
+  QScrollArea around;
+  around.resize(100, 100);
+  window.Handle()->setParent(nullptr);
+  around.setWidget(window.Handle());
+  around.show();
+  TurnWheel(list, -120);
+  EXPECT_GT(around.verticalScrollBar()->value(), 0) << "it is for the area around";
+  around.takeWidget();
+  Expect(0, 0, "scrolled");
+}
+
+TEST_F(ComboBoxTest, AKeyOfTheFormIsNoLetterAndClosesTheList) {
+  for (ComboBox* box : {&list, &combo}) {
+    auto& widget = *static_cast<QComboBox*>(box->Handle());
+    box->SetListIndex(0);
+    box->SetFocus();
+    clicks = 0;
+    for (const bool open : {false, true}) {
+      window.keys.clear();
+      if (open) widget.showPopup();
+      QTest::keyClick(open ? static_cast<QWidget*>(widget.view()) : &widget, Qt::Key_T, Qt::ControlModifier);
+      ASSERT_EQ(window.keys.size(), 1U) << open;
+      EXPECT_EQ(window.keys[0].KeyCode, Qt::Key_T);
+      EXPECT_FALSE(widget.view()->isVisible());
+    }
+    QTest::keyClick(&widget, Qt::Key_T, Qt::AltModifier);
+    EXPECT_EQ(box->Text(), "one");
+    Expect(0, 0, "nothing chosen and nothing typed");
+  }
 }
 
 }  // namespace

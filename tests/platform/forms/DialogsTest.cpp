@@ -54,6 +54,10 @@ TEST(Dialogs, MessageBoxes) {
   EXPECT_EQ(ask([](QMessageBox& box) { box.button(QMessageBox::Yes)->click(); }), Answer::Yes);
   EXPECT_EQ(ask([](QMessageBox& box) { box.button(QMessageBox::No)->click(); }), Answer::No);
   EXPECT_EQ(ask([](QMessageBox& box) { box.close(); }), Answer::No);
+  const auto enter = [](QMessageBox& box) { QTest::keyClick(&box, Qt::Key_Return); };
+  EXPECT_EQ(ask(enter), Answer::Yes);
+  WhenShown<QMessageBox>(enter);
+  EXPECT_EQ(MsgBox("Sure?", Icon::Question, "Ask", Buttons::NoYes), Answer::No);
 }
 
 TEST(Dialogs, InputBoxes) {

@@ -77,6 +77,7 @@ class DialogForm : public TestWindow {
   TextBox txt{*this};
   TextBox txtLines{*this, TextBox::MultiLine};
   ComboBox cbo{*this, ComboBox::DropDownCombo};
+  ComboBox list{*this};
   ListView lv{*this};
   CommandButton cmdOther{*this, "Other"};
   CommandButton cmdOK{*this, "OK"};
@@ -105,7 +106,8 @@ TEST(FormTest, KeysThatNoControlUsesReachTheForm) {
   DialogForm form;
   form.lv.AddColumn("A", 50);
   form.Open();
-  for (const Control* control : Controls{&form.txt, &form.txtLines, &form.cbo, &form.lv, &form.cmdOther}) {
+  for (const Control* control :
+       Controls{&form.txt, &form.txtLines, &form.cbo, &form.list, &form.lv, &form.cmdOther}) {
     control->Handle()->setFocus();
     form.keys.clear();
     PressKey(*control, Qt::Key_N, Qt::ControlModifier);

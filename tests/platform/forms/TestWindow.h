@@ -1,5 +1,6 @@
 #pragma once
 
+#include <qtestspontaneevent.h>
 #include <QApplication>
 #include <QTest>
 #include <QWheelEvent>
@@ -35,7 +36,9 @@ inline void TurnWheel(const Control& control, int angle) {
   const QPointF place(5, 5);
   QWheelEvent event(place, control.Handle()->mapToGlobal(place), {}, QPoint(0, angle), Qt::NoButton,
                     Qt::NoModifier, Qt::NoScrollPhase, false);
-  QApplication::sendEvent(control.Handle(), &event);
+  // As from the desktop, which may give the focus to what is under the pointer.
+  QSpontaneKeyEvent::setSpontaneous(&event);
+  qApp->notify(control.Handle(), &event);
 }
 
 }  // namespace orv

@@ -117,6 +117,15 @@ TEST_F(TextBoxTest, AHandlerReplacesTheTextThatIsTyped) {
   EXPECT_EQ(changes, 3);
 }
 
+TEST_F(TextBoxTest, ALetterWithAltIsNotTypedAndTheWheelTakesNoFocus) {
+  line.SetFocus();
+  for (const Control* box : {&line, &lines}) PressKey(*box, Qt::Key_S, Qt::AltModifier);
+  EXPECT_EQ(line.Text() + lines.Text(), "");
+  EXPECT_EQ(window.keys.size(), 2u) << "the form sees it";
+  TurnWheel(lines, -120);
+  EXPECT_TRUE(line.HasFocus());
+}
+
 TEST_F(TextBoxTest, TabLeavesTheField) {
   lines.SetFocus();
   TypeInto(lines, "a");
