@@ -129,7 +129,7 @@ void CardEditor::ArrangeTexts() {
   AddField(grid, 1, lblInfoName, txtInfo);
   grid.SetColumnStretch(1, 1);
   grid.SetRowStretch(1, 1);
-  SetMinimumSize(txtInfo, 220, 90);
+  SetMinimumSize(txtInfo, 220, 60);
 }
 
 void CardEditor::ArrangeBack() {
