@@ -7,7 +7,7 @@
 namespace orv {
 
 CardEditor::CardEditor(const CardEditorKind& kind)
-    : RecordEditor({kind.form_name, "tblCard", "CardID", modData::rsCard}),
+    : RecordEditor({kind.form_name, "tblCard", "CardID", "card", modData::rsCard}),
       pic2ndCard(*this),
       viewCard(pic2ndCard, CardPreviewOf(kind.edition).picCard),
       viewBack(pic2ndCard, CardPreviewOf(kind.edition).picBack),

@@ -21,6 +21,7 @@ struct RecordKind {
   const char* form_name;
   const char* table;
   const char* key;
+  const char* noun;        // what a user calls a record
   Recordset& rows;         // the shared recordset of the kind
   bool can_delete = true;  // the button works
 };
@@ -53,6 +54,7 @@ class RecordEditor : public Form {
   FormLabel lblCurrentCard;
   CommandButton cmdCardAdd;
   CommandButton cmdCardDelete;
+  FormLabel lblHint;  // how to begin, while there is no record to show
 
   // The navigation: 0 first, 1 previous, 2 next, 3 last, any other stays. Does not wrap around.
   void cmdCardNav_Click(int Index);
@@ -101,6 +103,7 @@ class RecordEditor : public Form {
   // What the user may do: nothing, walk and add, or edit too.
   enum class Access { Locked, Bar, All };
   void SetAccess(Access access);
+  void WordHint();
   // The recordset was opened anew or has grown: tells the other editors of it.
   void TellOthers();
   static std::vector<RecordEditor*>& Living();

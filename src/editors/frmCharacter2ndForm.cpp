@@ -13,7 +13,8 @@ constexpr int kHandleHighest = 154;
 }  // namespace
 
 Character2ndForm::Character2ndForm()
-    : RecordEditor({"frmCharacter2nd", "tblCharacter", "CharacterID", modData::rsCharacter, false}),
+    : RecordEditor(
+          {"frmCharacter2nd", "tblCharacter", "CharacterID", "character", modData::rsCharacter, false}),
       pic2ndCharacter(*this),
       viewCharacter(pic2ndCharacter, TheCharacterPreview().picCharacter),
       viewBack(pic2ndCharacter, TheCharacterPreview().picCharacterBack),
