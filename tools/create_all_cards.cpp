@@ -1,4 +1,4 @@
-// The batch run without a window: the same forms and routines as the program, on Qt's offscreen platform.
+// The batch run without a window: the same routines as the program, on Qt's offscreen platform.
 #include <QTextStream>
 #include <cstdio>
 
@@ -6,9 +6,10 @@
 #include "BatchReport.h"
 #include "base/App.h"
 #include "base/Files.h"
+#include "composition/CardPreview.h"
+#include "database/CurrentSet.h"
 #include "forms/Application.h"
-#include "output/frmCreate.h"
-#include "shell/CurrentSet.h"
+#include "output/WriteRecords.h"
 #include "state/modData.h"
 
 namespace orv {
@@ -50,6 +51,25 @@ void StoreOptions(const BatchOptions& options) {
   set.Update();
 }
 
+bool IsWanted(const OutputKind& kind, const BatchOptions& options) {
+  if ((kind.edition == 2) != (modData::CurrentEditionID == 2)) return false;
+  if (&kind.records == &modData::rsCard) return options.cards;
+  return &kind.records == &modData::rsCharacter ? options.characters : options.large;
+}
+
+void WriteSet(const BatchOptions& options) {
+  for (const OutputKind* kind : OutputKinds()) {
+    if (IsWanted(*kind, options)) OpenRecordsOfSet(kind->table, kind->records);
+  }
+  // The main window has the preview of the 2nd edition draw the first card of each set that is chosen, and a
+  // sheet of the 3rd edition takes its back from there.
+  const bool cards = modData::rsCard.IsOpen() && !modData::rsCard.IsEmpty();
+  if (cards && modData::CurrentEditionID != 2) CardPreviewOf(2).DrawCard();
+  for (const OutputKind* kind : OutputKinds()) {
+    if (IsWanted(*kind, options)) WriteRecords(*kind, FormatOfSet(), [](int) {});
+  }
+}
+
 int RunBatch(const BatchOptions& options) {
   App::SetPath(FolderPart(options.database));
   modData::OpenDatabase([] {}, options.database);
@@ -68,11 +88,7 @@ int RunBatch(const BatchOptions& options) {
   if (set_id == 0) return kWrongUsage;
   MakeSetCurrent(set_id);
   StoreOptions(options);
-  EditorsFollowSet();
-  const bool second = modData::CurrentEditionID == 2;
-  frmCreate->CreateAllCards(second && options.cards, second && options.characters, second && options.large,
-                            !second && options.cards, !second && options.characters,
-                            !second && options.large);
+  WriteSet(options);
   report.Conclude();
   return report.ToldFailure() ? kFailureTold : 0;
 }

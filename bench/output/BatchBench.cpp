@@ -11,13 +11,13 @@
 #include <vector>
 
 #include "base/Files.h"
+#include "database/CurrentSet.h"
 #include "forms/Application.h"
 #include "measuring/Measuring.h"
 #include "measuring/Photo.h"
-#include "output/frmCreate.h"
+#include "output/WriteRecords.h"
 #include "pictures/cDIBSection.h"
 #include "pictures/mIntelJPEGLibrary.h"
-#include "shell/CurrentSet.h"
 #include "state/modData.h"
 #include "support/DialogScript.h"
 #include "support/TestDatabase.h"
@@ -118,8 +118,11 @@ int Batch::MakeSet(const Share& share) {
 double Batch::Run(int set, const Share& share) {
   database_.SelectSet(set);
   MakeSetCurrent(static_cast<std::int16_t>(set));
-  EditorsFollowSet();
-  return Milliseconds([] { frmCreate->CreateAllCards(true, true, true, false, false, false); }) /
+  return Milliseconds([] {
+           for (const OutputKind* kind : {&kCards2nd, &kCharacters2nd, &kLargeCards2nd}) {
+             WriteRecords(*kind, FormatOfSet(), [](int) {});
+           }
+         }) /
          share.Count();
 }
 

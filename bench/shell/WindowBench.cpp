@@ -14,12 +14,12 @@
 #include "base/App.h"
 #include "base/Files.h"
 #include "base/RuntimeError.h"
+#include "database/CurrentSet.h"
 #include "editors/frmCard2nd.h"
 #include "forms/Application.h"
 #include "icons/Icons.h"
 #include "measuring/Measuring.h"
 #include "measuring/Photo.h"
-#include "shell/CurrentSet.h"
 #include "shell/Main.h"
 #include "shell/frmMaster.h"
 #include "state/modData.h"
@@ -73,7 +73,7 @@ int MakePictureSet(TestDatabase& database, const Pictures& pictures) {
 void OpenEditor(TestDatabase& database, int set) {
   database.SelectSet(set);
   MakeSetCurrent(static_cast<std::int16_t>(set));
-  EditorsFollowSet();
+  frmCard2nd->InitCard2nd();
   frmCard2nd->Show();
 }
 

@@ -87,6 +87,12 @@ void CatalogueForm::FindRow(std::int32_t id) {
   FindByKey(rows_, kind_.id_column, id);
 }
 
+bool CatalogueForm::HasRow(std::int32_t id) {
+  if (rows_.IsEmpty()) return false;
+  FindRow(id);
+  return !rows_.IsEOF();
+}
+
 bool CatalogueForm::IsCustom(const ListItem& entry) const {
   return entry.SubItems.value(kind_.custom_column - 1) == YesNo(true);
 }
@@ -111,12 +117,14 @@ void CatalogueForm::cmdDelete_Click() {
 }
 
 void CatalogueForm::cmdDefault_Click() {
+  if (!HasRow(SelectedID)) return;
   modData::rsSet[kind_.default_column] = SelectedID;
   modData::rsSet.Update();
 }
 
+// An entry that was deleted since it was clicked is no choice.
 void CatalogueForm::End(bool ok) {
-  OK = ok;
+  OK = ok && HasRow(SelectedID);
   Hide();
 }
 

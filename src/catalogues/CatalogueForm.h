@@ -67,6 +67,7 @@ class CatalogueForm : public Form {
   std::int32_t IdOf(const ListItem& entry) const;
   // Goes to the row with this id, EOF if it is gone; the id of the selected entry by default.
   void FindRow(std::int32_t id);
+  bool HasRow(std::int32_t id);
   void FindSelectedRow() { FindRow(IdOf(lvEntries.SelectedItem())); }
   bool IsCustom(const ListItem& entry) const;
 

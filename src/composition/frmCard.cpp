@@ -1,5 +1,7 @@
 #include "composition/frmCard.h"
 
+#include "forms/Controls.h"
+#include "forms/Form.h"
 #include "forms/Layout.h"
 #include "state/modData.h"
 
@@ -18,10 +20,27 @@ void ApplyFont(Surface& surface, std::int32_t font_id) {
   surface.SetForeColor(slot["Colour"].Int32());
 }
 
+class CardWindow : public Form {
+ public:
+  CardWindow()
+      : Form(FormKind::Child), view_card_(*this, frmCard->picACard), view_piece_(*this, frmCard->picACardPP) {
+    SetCaption(QStringLiteral("Card"));
+    BoxLayout row(*this, BoxLayout::Row);
+    row.Add(view_card_);
+    row.Add(view_piece_);
+    row.AddStretch();
+  }
+
+ private:
+  SurfaceView view_card_;
+  SurfaceView view_piece_;
+};
+
+FormInstance<CardWindow> window;
+
 }  // namespace
 
-CardForm::CardForm() : Form(FormKind::Child), view_card_(*this, picACard), view_piece_(*this, picACardPP) {
-  SetCaption(QStringLiteral("Card"));
+CardForm::CardForm() {
   for (Surface* surface : {&picACard, &picACardPP}) {
     surface->Place(0, 0, 89, 121);
     surface->SetBorderStyle(1);
@@ -30,10 +49,10 @@ CardForm::CardForm() : Form(FormKind::Child), view_card_(*this, picACard), view_
   picACardPP.SetName(QStringLiteral("Composed playing piece"));
   picWhite.Place(0, 0, 16, 16);
   picWhite.SetPicture(picWhite.Image());
-  BoxLayout row(*this, BoxLayout::Row);
-  row.Add(view_card_);
-  row.Add(view_piece_);
-  row.AddStretch();
+}
+
+void CardForm::ShowBehind() {
+  window->ShowBehind();
 }
 
 void CardForm::ApplyCardFont(std::int32_t FontID) {

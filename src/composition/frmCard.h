@@ -1,17 +1,20 @@
 #pragma once
 
-#include "forms/Controls.h"
-#include "forms/Form.h"
+#include "base/Instance.h"
 #include "forms/Surface.h"
 
 namespace orv {
 
-// The form on whose surfaces cards are composed. It stands hidden until the first batch run shows it;
-// nothing depends on its being seen. Each composer repeats on picACard what the preview of its editor
-// shows for the current record, so the preview must have drawn that record before.
-class CardForm : public Form {
+// The form on whose surfaces cards are composed. It stands hidden until the first batch run of the main
+// window shows it; nothing depends on its being seen, and until then it has no window. Each composer repeats
+// on picACard what the preview of its editor shows for the current record, so the preview must have drawn
+// that record before.
+class CardForm {
  public:
   CardForm();
+
+  // Shows the surfaces in a window behind the editors.
+  void ShowBehind();
 
   // Puts the font of a slot, a key of tblFont, on picACard; a key without a row gives a small black font.
   void ApplyCardFont(std::int32_t FontID);
@@ -31,12 +34,8 @@ class CardForm : public Form {
   Surface picACard;    // the composed card, character or large card
   Surface picACardPP;  // the composed playing piece
   Surface picWhite;    // 16 by 16 white pixels to paint with
-
- private:
-  SurfaceView view_card_;
-  SurfaceView view_piece_;
 };
 
-inline FormInstance<CardForm> frmCard;
+inline Instance<CardForm> frmCard;
 
 }  // namespace orv

@@ -22,14 +22,21 @@ bool FindRow(Recordset& rows, const char* key, std::int32_t value) {
   return !rows.IsEOF();
 }
 
-// The default that the current set keeps in a column; none yet is taken from the first entry of a list.
-std::int32_t DefaultOf(const char* column, const ComboBox& list) {
+// The default that the current set keeps in a column; where it has none yet, it takes this one.
+std::int32_t DefaultOf(const char* column, std::int32_t first) {
   Recordset& set = modData::rsSet;
-  if (set[column].IsNull() || set[column].Int32() == 0) {
-    set[column] = FirstItemData(list);
+  if (KeyOrNone(set[column]) == 0) {
+    set[column] = first;
     set.Update();
   }
   return set[column].Int32();
+}
+
+bool HasItemData(const ComboBox& list, std::int32_t key) {
+  for (int i = 0; i < list.ListCount(); ++i) {
+    if (list.ItemData(i) == key) return true;
+  }
+  return false;
 }
 
 }  // namespace
@@ -98,7 +105,8 @@ void CardEditor::SetCardDefaults() {
   card["SetID"] = modData::rsSet["SetID"].Get();
   card["Title"] = QStringLiteral("CARD %1").arg(Highest() + 1);
   card["Copies"] = 1;
-  const std::int32_t type = DefaultOf("DefaultCardTypeID", cboType);
+  const std::int32_t first_type = FirstItemData(cboType);
+  const std::int32_t type = DefaultOf("DefaultCardTypeID", first_type);
   card["CardTypeID"] = type;
   // A default whose type was deleted since has no number to give.
   card["Number"] =
@@ -111,8 +119,9 @@ void CardEditor::SetCardDefaults() {
   card["Resize"] = false;
   card["UseFrame"] = true;
   for (const char* text : {"Artist", "BoldText", "Information"}) card[text] = "";
-  // The first default of the back comes from the list of types too.
-  card["CardBackID"] = DefaultOf("DefaultCardBackID", cboType);
+  // The first default of the back comes from the list of types too, as far as a back has that key.
+  card["CardBackID"] = DefaultOf(
+      "DefaultCardBackID", HasItemData(cboCardBack, first_type) ? first_type : FirstItemData(cboCardBack));
   card["BGColour"] = kWhite;
   card["FileName"] = "";
 }
@@ -149,26 +158,25 @@ void CardEditor::ShowDimension() {
 void CardEditor::cboType_Click() {
   if (Loading || cboType.ListIndex() < 0) return;
   const std::int32_t type = ChosenItemData(cboType);
-  modData::rsCard["CardTypeID"] = type;
   if (FindRow(modData::rsCardType, "CardTypeID", type)) {
     const Value number = modData::rsCardType["Number"].Get();
-    Write("Number", number);
+    if (!Record().Write({{"CardTypeID", type}, {"Number", number}})) return;
     cboNumber.SetText(number.TextOrEmpty());
+  } else if (!Write("CardTypeID", type)) {
+    return;
   }
-  modData::rsCard.Update();
   DrawCard();
 }
 
 void CardEditor::cboNumber_Change() {
   if (Loading) return;
-  Write("Number", cboNumber.Text());
-  preview_.lblNumber.SetCaption(cboNumber.Text());
+  if (Write("Number", cboNumber.Text())) preview_.lblNumber.SetCaption(cboNumber.Text());
 }
 
 void CardEditor::cboCardBack_Click() {
   if (Loading || cboCardBack.ListIndex() < 0) return;
   const std::int32_t back = ChosenItemData(cboCardBack);
-  Write("CardBackID", back);
+  if (!Write("CardBackID", back)) return;
   DrawInSteps({[&] {
     if (FindRow(modData::rsCardBack, "CardBackID", back)) {
       LoadPictureFromField(preview_.picBack, modData::rsCardBack["Picture"]);
@@ -179,7 +187,7 @@ void CardEditor::cboCardBack_Click() {
 void CardEditor::chkShowPicture_Click() {
   if (Loading) return;
   const bool show = chkShowPicture.Value() == 1;
-  Write("UsePicture", show);
+  if (!Write("UsePicture", show)) return;
   preview_.picFrame.SetVisible(show);
   preview_.lblPicSize.SetVisible(show);
   preview_.PlaceBold();
@@ -191,25 +199,25 @@ void CardEditor::chkShowPicture_Click() {
 
 void CardEditor::chkFrame_Click() {
   if (Loading) return;
-  Write("UseFrame", chkFrame.Value() == 1);
+  if (!Write("UseFrame", chkFrame.Value() == 1)) return;
   preview_.picFrame.SetBorderStyle(chkFrame.Value());
 }
 
 void CardEditor::chkResize_Click() {
-  if (Loading) return;
+  if (Loading || !Record().Hold()) return;
   const bool resize = chkResize.Value() == 1;
-  modData::rsCard["Resize"] = resize;
+  Record()["Resize"] = resize;
   if (resize) {
     // Centres the picture between the side margins.
     const double room = preview_.picCard.Width() - 10 - preview_.picImage.Width() / kTwipsPerPixel;
-    modData::rsCard["PicLeft"] = room / 2 * kTwipsPerPixel;
+    Record()["PicLeft"] = room / 2 * kTwipsPerPixel;
   }
-  modData::rsCard.Update();
+  Record().Update();
   DrawCard();
 }
 
 void CardEditor::txtBold_Change() {
-  if (Loading) return;
+  if (Loading || !Record().Hold()) return;
   // One letter stands for the word that is wanted most; the rest of it is selected, to be typed over.
   for (const char* word : {"STRENGTH ", "CRAFT "}) {
     const QString whole = QString::fromLatin1(word);
@@ -218,13 +226,12 @@ void CardEditor::txtBold_Change() {
     txtBold.SetSelStart(1);
     txtBold.SetSelLength(static_cast<int>(whole.size()) - 1);
   }
-  Write("BoldText", txtBold.Text());
-  preview_.SetBoldText(txtBold.Text());
+  if (Write("BoldText", txtBold.Text())) preview_.SetBoldText(txtBold.Text());
 }
 
 void CardEditor::txtArtist_Change() {
   if (Loading) return;
-  Write("Artist", txtArtist.Text());
+  if (!Write("Artist", txtArtist.Text())) return;
   DrawInSteps({[&] { LoadPictureFromField(preview_.picCard, modData::rsCard["Background"]); },
                [&] { RedrawArtist(); }});
 }
@@ -235,37 +242,39 @@ void CardEditor::RedrawArtist() {
 }
 
 void CardEditor::cmdGetPic_Click() {
-  ChooseFramedPicture(modData::rsCard, "Picture", preview_.picImage, LastPicFolder);
+  ChooseFramedPicture(Record(), "Picture", preview_.picImage, LastPicFolder);
 }
 
 void CardEditor::cmdDelPic_Click() {
-  RemoveFramedPicture(modData::rsCard, preview_.picImage);
+  RemoveFramedPicture(Record(), preview_.picImage);
 }
 
 void CardEditor::cmdBackPic_Click() {
   ChoosePicture({.title = QStringLiteral("Choose picture"),
                  .folder = nullptr,
-                 .rows = modData::rsCard,
+                 .record = Record(),
                  .column = "Background",
                  .surface = preview_.picCard,
-                 .stored = [this](const QString& path) { LastBackPic = path; },
-                 .shown = [this] { RedrawArtist(); }});
+                 .shown = [this](const QString& path) {
+                   LastBackPic = path;
+                   RedrawArtist();
+                 }});
 }
 
 // Gives a run of cards the same background.
 void CardEditor::cmdLastBackPic_Click() {
-  if (LastBackPic.isEmpty()) return;
-  ReadFileToField(LastBackPic, modData::rsCard["Background"]);
-  modData::rsCard.Update();
+  if (LastBackPic.isEmpty() || !Record().Hold()) return;
+  ReadFileToField(LastBackPic, Record()["Background"]);
+  Record().Update();
   DrawInSteps({[&] { preview_.picCard.SetPicture(LoadPicture(LastBackPic)); }, [&] { RedrawArtist(); }});
 }
 
 void CardEditor::cmdDelBackPic_Click() {
-  RemovePicture(modData::rsCard, "Background", preview_.picCard);
+  RemovePicture(Record(), "Background", preview_.picCard);
 }
 
 void CardEditor::cmdColour_Click() {
-  ChooseBackgroundColour(modData::rsCard, picColour, preview_.picCard);
+  ChooseBackgroundColour(Record(), picColour, preview_.picCard);
 }
 
 // What follows the frame's handle: the frame, the texts below it and the record.
@@ -274,11 +283,12 @@ void CardEditor::FrameResized() {
   frame.SetHeight(preview_.lblPicSize.Top() - frame.Top());
   preview_.lblBold.SetTop(preview_.lblPicSize.Top() + 3);
   preview_.PlaceInformation();
-  modData::rsCard["PicHeight"] = frame.Height();
+  Record()["PicHeight"] = frame.Height();
   ShowDimension();
 }
 
 void CardEditor::picImage_KeyDown(const KeyEvent& key) {
+  if (!Record().Hold()) return;
   Label& handle = preview_.lblPicSize;
   const CardLayout& layout = preview_.Layout();
   if (key.Shift == 0) mover_.Nudge(key.KeyCode);
@@ -295,7 +305,7 @@ void CardEditor::picImage_KeyDown(const KeyEvent& key) {
     FrameResized();
   }
   preview_.PlacePicture();
-  modData::rsCard.Update();
+  Record().Update();
 }
 
 }  // namespace orv

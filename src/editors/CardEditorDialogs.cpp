@@ -11,7 +11,7 @@
 namespace orv {
 
 void CardEditor::cmdGetType_Click() {
-  if (!kind_.has_type_catalogue) return;
+  if (!kind_.has_type_catalogue || !Record().Hold()) return;
   modData::rsCardType.Close();
   Quietly([] { frmCardType->Choose(modData::rsCard["CardTypeID"].Int32()); });
   frmCardType->ShowModal();
@@ -19,14 +19,14 @@ void CardEditor::cmdGetType_Click() {
   const FlagScope loading(Loading);
   FillTypes();
   if (frmCardType->OK) {
-    Write("CardTypeID", frmCardType->SelectedTypeID);
-    DrawCard();
+    if (Write("CardTypeID", frmCardType->SelectedTypeID)) DrawCard();
   }
   frmCardType.Unload();
   SelectItemData(cboType, modData::rsCard["CardTypeID"].Int32());
 }
 
 void CardEditor::cmdGetCardBack_Click() {
+  if (!Record().Hold()) return;
   modData::rsCardBack.Close();
   frmCardBacks->InitBacks(2);  // in both editions
   Quietly([] { frmCardBacks->Choose(modData::rsCard["CardBackID"].Int32()); });
@@ -35,8 +35,7 @@ void CardEditor::cmdGetCardBack_Click() {
   const FlagScope loading(Loading);
   FillBacks();
   if (frmCardBacks->OK) {
-    Write("CardBackID", frmCardBacks->SelectedBackID);
-    DrawCard();
+    if (Write("CardBackID", frmCardBacks->SelectedBackID)) DrawCard();
   }
   frmCardBacks.Unload();
   SelectItemData(cboCardBack, modData::rsCard["CardBackID"].Int32());
@@ -45,15 +44,14 @@ void CardEditor::cmdGetCardBack_Click() {
 void CardEditor::cmdSort_Click() {
   if (!kind_.has_card_list) return;
   frmCardList->FillList();
-  Quietly([] { frmCardList->Choose(modData::rsCard["CardID"].Int32()); });
+  if (Record().Hold()) frmCardList->Choose(modData::rsCard["CardID"].Int32());
   frmCardList->ShowModal();
   if (frmCardList->GoTo) {
     const int card = frmCardList->SelectedCardID;
     OpenCards();
     modData::rsCard.Find(QStringLiteral("CardID = %1").arg(card));
     if (modData::rsCard.IsEOF()) modData::rsCard.MoveFirst();
-    DrawCard();
-    ShowCard();
+    ShowCurrent();
   }
   frmCardList.Unload();
 }

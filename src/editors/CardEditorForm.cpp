@@ -54,12 +54,12 @@ CardEditor::CardEditor(const CardEditorKind& kind)
       cmdStat(pnlBar, QStringLiteral("Statistics")),
       kind_(kind),
       preview_(CardPreviewOf(kind.edition)),
-      mover_(modData::rsCard, "PicLeft", "PicTop", preview_.picFrame, preview_.picImage,
+      mover_(Record(), "PicLeft", "PicTop", preview_.picFrame, preview_.picImage,
              [this] { preview_.PlacePicture(); }),
-      handle_(preview_.lblPicSize, HandleDrag::Down, preview_.Layout().handle_lowest,
+      handle_(Record(), preview_.lblPicSize, HandleDrag::Down, preview_.Layout().handle_lowest,
               preview_.Layout().handle_highest, [this] {
                 FrameResized();
-                modData::rsCard.Update();
+                Record().Update();
               }) {
   SetCaption(QString::fromLatin1(kind.caption));
   Arrange();
@@ -164,12 +164,10 @@ void CardEditor::Subscribe() {
   cmdSort.Click = [this] { cmdSort_Click(); };
   cmdStat.Click = [this] { cmdStat_Click(); };
   udCopy.Change = [this] {
-    if (!Loading) Write("Copies", udCopy.Value());
+    if (!Loading) (void)Write("Copies", udCopy.Value());
   };
   chkOneLine.Click = [this] {
-    if (Loading) return;
-    Write("OneLine", chkOneLine.Value() == 1);
-    DrawCard();
+    if (!Loading && Write("OneLine", chkOneLine.Value() == 1)) DrawCard();
   };
 }
 

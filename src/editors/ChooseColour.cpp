@@ -5,17 +5,18 @@
 
 namespace orv {
 
-void ChooseBackgroundColour(Recordset& rows, Surface& sample, Surface& card) {
+void ChooseBackgroundColour(ShownRecord& record, Surface& sample, Surface& card) {
+  if (!record.Hold()) return;
   try {
     CommonDialog dialog;
     dialog.CancelError = true;
     dialog.DialogTitle = QStringLiteral("Choose card background colour");
-    dialog.Color = rows["BGColour"].Int32();
+    dialog.Color = record["BGColour"].Int32();
     dialog.Flags = 1;
     dialog.ShowColor();
     sample.SetBackColor(dialog.Color);
-    rows["BGColour"] = dialog.Color;
-    rows.Update();
+    record["BGColour"] = dialog.Color;
+    record.Update();
     card.SetBackColor(dialog.Color);
   } catch (const RuntimeError&) {
     // The user kept the colour.

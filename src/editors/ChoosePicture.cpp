@@ -7,26 +7,27 @@
 namespace orv {
 
 void ChoosePicture(const PictureChoice& choice) {
+  if (!choice.record.Hold()) return;
   try {
     CommonDialog dialog = PictureDialog(choice.title);
     if (choice.folder != nullptr) dialog.InitDir = *choice.folder;
     dialog.ShowOpen();
-    ReadFileToField(dialog.FileName, choice.rows[choice.column]);
+    ReadFileToField(dialog.FileName, choice.record[choice.column]);
     choice.before_update();
-    choice.rows.Update();
+    choice.record.Update();
     choice.stored(dialog.FileName);
     choice.surface.SetPicture(LoadPicture(dialog.FileName));
-    choice.shown();
+    choice.shown(dialog.FileName);
   } catch (const RuntimeError&) {
     // A cancelled dialog, or a file that can't be shown: what stands on the surface stays.
   }
 }
 
-void ChooseFramedPicture(Recordset& rows, const char* column, Surface& image, QString& folder,
+void ChooseFramedPicture(ShownRecord& record, const char* column, Surface& image, QString& folder,
                          std::function<void()> before_update) {
   ChoosePicture({.title = QStringLiteral("Choose picture"),
                  .folder = &folder,
-                 .rows = rows,
+                 .record = record,
                  .column = column,
                  .surface = image,
                  .before_update = std::move(before_update),
@@ -36,21 +37,16 @@ void ChooseFramedPicture(Recordset& rows, const char* column, Surface& image, QS
                        image.SetTop(0);
                        image.SetLeft(0);
                      },
-                 .shown = [&] { image.SetFocus(); }});
+                 .shown = [&](const QString&) { image.SetFocus(); }});
 }
 
-void RemovePicture(Recordset& rows, const char* column, Surface& surface) {
-  rows[column] = Value::Null();
-  rows.Update();
+void RemovePicture(ShownRecord& record, const char* column, Surface& surface) {
+  if (!record.Write({{column, Value::Null()}})) return;
   surface.SetPicture(LoadPicture());
 }
 
-void RemoveFramedPicture(Recordset& rows, Surface& image) {
-  rows["Picture"] = Value::Null();
-  rows["PicTop"] = 0;
-  rows["PicLeft"] = 0;
-  rows.Update();
-  EmptyFrame(image);
+void RemoveFramedPicture(ShownRecord& record, Surface& image) {
+  if (record.Write({{"Picture", Value::Null()}, {"PicTop", 0}, {"PicLeft", 0}})) EmptyFrame(image);
 }
 
 void EmptyFrame(Surface& image) {

@@ -6,9 +6,9 @@
 
 namespace orv {
 
-PictureMover::PictureMover(Recordset& rows, const char* left_column, const char* top_column, Surface& frame,
-                           Surface& image, std::function<void()> place)
-    : rows_(rows),
+PictureMover::PictureMover(ShownRecord& record, const char* left_column, const char* top_column,
+                           Surface& frame, Surface& image, std::function<void()> place)
+    : record_(record),
       left_column_(left_column),
       top_column_(top_column),
       frame_(frame),
@@ -21,22 +21,25 @@ void PictureMover::Attach() {
 }
 
 void PictureMover::MouseDown(const MouseEvent& event) {
+  held_ = record_.Hold();
   grip_x_ = ToInt16(event.X);
   grip_y_ = ToInt16(event.Y);
 }
 
 void PictureMover::MouseMove(const MouseEvent& event) {
   if (event.Button != 1) return;
+  held_ = held_ && record_.Hold();
+  if (!held_) return;
   // The picture moves under the pointer, so the grip is never taken again during a drag.
-  SetOffset(left_column_, rows_[left_column_].Number() + event.X - grip_x_);
-  SetOffset(top_column_, rows_[top_column_].Number() + event.Y - grip_y_);
-  rows_.Update();
+  SetOffset(left_column_, record_[left_column_].Number() + event.X - grip_x_);
+  SetOffset(top_column_, record_[top_column_].Number() + event.Y - grip_y_);
+  record_.Update();
   place_();
 }
 
 void PictureMover::Nudge(int key_code) {
-  const double left = rows_[left_column_].Number();
-  const double top = rows_[top_column_].Number();
+  const double left = record_[left_column_].Number();
+  const double top = record_[top_column_].Number();
   switch (key_code) {
     case kKeyPageUp:
       SetOffset(top_column_, 0);
@@ -69,20 +72,26 @@ void PictureMover::Nudge(int key_code) {
 }
 
 void PictureMover::KeyDown(const KeyEvent& key) {
+  if (!record_.Hold()) return;
   if (key.Shift == 0) {
     Nudge(key.KeyCode);
-    rows_.Update();
+    record_.Update();
   }
   place_();
 }
 
 void PictureMover::SetOffset(const char* column, double twips) {
-  rows_[column] = twips;
+  record_[column] = twips;
 }
 
-HandleDrag::HandleDrag(Label& handle, Direction direction, int lowest, int highest,
+HandleDrag::HandleDrag(ShownRecord& record, Label& handle, Direction direction, int lowest, int highest,
                        std::function<void()> moved)
-    : handle_(handle), direction_(direction), lowest_(lowest), highest_(highest), moved_(std::move(moved)) {}
+    : record_(record),
+      handle_(handle),
+      direction_(direction),
+      lowest_(lowest),
+      highest_(highest),
+      moved_(std::move(moved)) {}
 
 void HandleDrag::Attach() {
   handle_.MouseDown = [this](const MouseEvent& event) { MouseDown(event); };
@@ -94,11 +103,14 @@ double HandleDrag::Along(const MouseEvent& event) const {
 }
 
 void HandleDrag::MouseDown(const MouseEvent& event) {
+  held_ = record_.Hold();
   grip_ = ToInt16(Along(event));
 }
 
 void HandleDrag::MouseMove(const MouseEvent& event) {
   if (event.Button != 1) return;
+  held_ = held_ && record_.Hold();
+  if (!held_) return;
   const int distance = ToInt16(Along(event) - grip_);
   const double place = (direction_ == Down ? handle_.Top() : handle_.Left()) + distance;
   const double limited = std::clamp(place, static_cast<double>(lowest_), static_cast<double>(highest_));

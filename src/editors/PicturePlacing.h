@@ -2,8 +2,8 @@
 
 #include <functional>
 
+#include "editors/ShownRecord.h"
 #include "forms/Surface.h"
-#include "records/Recordset.h"
 
 namespace orv {
 
@@ -13,7 +13,7 @@ namespace orv {
 class PictureMover {
  public:
   // All must outlive the mover. `place` applies the record to the frame and the picture.
-  PictureMover(Recordset& rows, const char* left_column, const char* top_column, Surface& frame,
+  PictureMover(ShownRecord& record, const char* left_column, const char* top_column, Surface& frame,
                Surface& image, std::function<void()> place);
 
   // Subscribes to the image's mouse events.
@@ -30,13 +30,14 @@ class PictureMover {
  private:
   void SetOffset(const char* column, double twips);
 
-  Recordset& rows_;
+  ShownRecord& record_;
   const char* left_column_;
   const char* top_column_;
   Surface& frame_;
   Surface& image_;
   std::function<void()> place_;
-  int grip_x_ = 0;  // twips
+  bool held_ = true;  // no drag goes on with another record than it began with
+  int grip_x_ = 0;    // twips
   int grip_y_ = 0;
 };
 
@@ -44,18 +45,21 @@ class PictureMover {
 class HandleDrag {
  public:
   enum Direction { Down, Across };
-  // `moved` runs after each move of the handle.
-  HandleDrag(Label& handle, Direction direction, int lowest, int highest, std::function<void()> moved);
+  // `moved` runs after each move of the handle, which moves only while the record is there to be changed.
+  HandleDrag(ShownRecord& record, Label& handle, Direction direction, int lowest, int highest,
+             std::function<void()> moved);
   void Attach();
   void MouseDown(const MouseEvent& event);
   void MouseMove(const MouseEvent& event);
 
  private:
   double Along(const MouseEvent& event) const;
+  ShownRecord& record_;
   Label& handle_;
   Direction direction_;
   int lowest_, highest_;
   std::function<void()> moved_;
+  bool held_ = true;
   int grip_ = 0;  // pixels
 };
 

@@ -2,6 +2,7 @@
 
 #include "base/Rounding.h"
 #include "base/RuntimeError.h"
+#include "database/CurrentSet.h"
 #include "database/ListHelpers.h"
 #include "editors/EditorLayout.h"
 #include "state/modData.h"
@@ -17,7 +18,8 @@ RecordEditor::RecordEditor(const RecordKind& kind)
       cmdCardAdd(pnlBar, QString(), QStringLiteral("add")),
       cmdCardDelete(pnlBar, QString(), QStringLiteral("delete")),
       lblHint(*this),
-      kind_(kind) {
+      kind_(kind),
+      record_(kind.rows, kind.key, [this] { ShowWhatIsLeft(); }) {
   const char* const names[] = {"First", "Previous", "Next", "Last"};
   for (int i = 0; i < 4; ++i) {
     cmdCardNav[i].Click = [this, i] { cmdCardNav_Click(i); };
@@ -117,19 +119,8 @@ void RecordEditor::Form_KeyDown(const KeyEvent& key) {
 void RecordEditor::Initialise() {
   SetAccess(Access::All);
   OpenCards();
-  Recordset& rows = kind_.rows;
-  int highest = 0;
-  if (!rows.IsEOF()) {
-    rows.MoveLast();
-    highest = rows["Nr"].Int16();
-    rows.MoveFirst();
-  }
-  lblCurrentCard.SetTag(QString::number(highest));
-  {
-    const FlagScope loading(Loading);
-    FillLists();
-  }
-  HasCards = !rows.IsEmpty();
+  TakeSetUp();
+  HasCards = !kind_.rows.IsEmpty();
   EnableCardControls(HasCards);
   if (HasCards) {
     cmdCardNav_Click(-1);
@@ -138,13 +129,35 @@ void RecordEditor::Initialise() {
   }
 }
 
+RecordEditor::SetUp RecordEditor::CurrentSetUp() {
+  return {modData::CurrentSetID, modData::CurrentEditionID, modData::CurrentLanguageID};
+}
+
+void RecordEditor::TakeSetUp() {
+  set_up_ = CurrentSetUp();
+  lblCurrentCard.SetTag(QString::number(HighestNumber()));
+  const FlagScope loading(Loading);
+  FillLists();
+}
+
+bool RecordEditor::IsOfAnotherSet() const {
+  return modData::CurrentSetID != 0 && set_up_ != CurrentSetUp();
+}
+
+void RecordEditor::FollowSet() {
+  if (IsOfAnotherSet()) Initialise();
+}
+
+int RecordEditor::HighestNumber() const {
+  const Recordset highest =
+      modData::OpenSnapshot(QStringLiteral("SELECT Max(Nr) AS Highest FROM %1 WHERE SetID = %2")
+                                .arg(QLatin1String(kind_.table))
+                                .arg(modData::CurrentSetID));
+  return highest["Highest"].IsNull() ? 0 : highest["Highest"].Int16();
+}
+
 void RecordEditor::OpenCards() {
-  Recordset& rows = kind_.rows;
-  if (rows.IsOpen()) rows.Close();
-  modData::strSQL = QStringLiteral("SELECT * FROM %1 WHERE SetID = %2 ORDER BY Nr")
-                        .arg(QLatin1String(kind_.table))
-                        .arg(modData::CurrentSetID);
-  modData::OpenEditable(modData::strSQL, rows);
+  OpenRecordsOfSet(kind_.table, kind_.rows);
   TellOthers();
 }
 
@@ -171,8 +184,23 @@ void RecordEditor::cmdCardNav_Click(int Index) {
   } catch (const RuntimeError&) {
     // A move that leads nowhere shows the same record again.
   }
+  ShowCurrent();
+}
+
+void RecordEditor::ShowCurrent() {
+  if (IsOfAnotherSet()) TakeSetUp();
+  record_.Note();
   DrawRecord();
   ShowCard();
+}
+
+void RecordEditor::ShowWhatIsLeft() {
+  if (!kind_.rows.IsOpen() || kind_.rows.IsEmpty()) {
+    SetAccess(Access::Bar);
+    return;
+  }
+  ShowCurrent();
+  cmdCardNav[0].SetFocus();
 }
 
 void RecordEditor::UpdateDisplay() {
@@ -187,12 +215,9 @@ void RecordEditor::UpdateDisplay() {
 
 void RecordEditor::Add() {
   if (modData::CurrentSetID == 0) return;
+  if (IsOfAnotherSet()) TakeSetUp();
   Recordset& rows = kind_.rows;
-  int last = 0;
-  if (!rows.IsEmpty()) {
-    rows.MoveLast();
-    last = rows["Nr"].Int16();
-  }
+  const int last = HighestNumber();
   rows.AddNew();
   try {
     rows["Nr"] = static_cast<int>(ToInt16(last + 1));
@@ -206,8 +231,7 @@ void RecordEditor::Add() {
   SetAccess(Access::All);
   TellOthers();
   EnableCardControls(true);
-  DrawRecord();
-  ShowCard();
+  ShowCurrent();
   ShowPosition(last + 1, last + 1);
   SelectText(FirstField());
   FirstField().SetFocus();
@@ -215,7 +239,7 @@ void RecordEditor::Add() {
 
 void RecordEditor::Delete() {
   Recordset& rows = kind_.rows;
-  if (rows.IsEmpty()) return;
+  if (rows.IsEmpty() || !record_.Hold()) return;
   const int deleted = rows["Nr"].Int16();
   {
     Transaction transaction(modData::cn);
@@ -234,8 +258,7 @@ void RecordEditor::Delete() {
   const int last = rows["Nr"].Int16();
   FindByKey(rows, "Nr", deleted);
   if (rows.IsEOF()) rows.MoveLast();
-  DrawRecord();
-  ShowCard();
+  ShowCurrent();
   ShowPosition(rows["Nr"].Int16(), last);
 }
 
@@ -251,18 +274,17 @@ void RecordEditor::CloseGap(int deleted) {
   }
 }
 
-void RecordEditor::Write(const char* column, const Value& value) {
-  kind_.rows[column] = value;
-  kind_.rows.Update();
+bool RecordEditor::Write(const char* column, const Value& value) {
+  return record_.Write({{column, value}});
 }
 
 void RecordEditor::WriteText(const char* column, TextBox& box, Label& label) {
   if (Loading) return;
-  Write(column, box.Text());
-  label.SetCaption(box.Text());
+  if (Write(column, box.Text())) label.SetCaption(box.Text());
 }
 
 void RecordEditor::ShowLast(int number) {
+  record_.Note();
   try {
     ShowCard();
   } catch (const RuntimeError&) {

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "base/Event.h"
+#include "editors/ShownRecord.h"
 #include "forms/Controls.h"
 #include "forms/Form.h"
 #include "forms/Surface.h"
@@ -27,7 +28,11 @@ struct RecordKind {
 };
 
 // An editor of the records of one kind in the current set, one at a time. There is no save command: each
-// handler writes its field into the current row and updates it at once. Nr is kept dense.
+// handler writes its field into the record on show and updates it at once. Nr is kept dense.
+//
+// The recordset is shared and may stand elsewhere or be opened anew under the editor. It then goes back to
+// the record on show before it writes or deletes; where that is gone, the current one is shown and nothing is
+// written.
 //
 // An editor may show a record that is gone: its set was deleted, or another editor has opened the shared
 // recordset for a set without records. It goes on showing it, but takes no edits until it has a record again.
@@ -41,6 +46,9 @@ class RecordEditor : public Form {
   void Form_Unload() override;
   void Form_KeyDown(const KeyEvent& key) override;
 
+  // Follows the current set, if the editor was set up for another one or for another language or edition of
+  // it.
+  void FollowSet();
   // Draws the current record on the preview.
   virtual void DrawRecord() = 0;
   // Shows again what may have changed elsewhere, on the same record.
@@ -64,8 +72,10 @@ class RecordEditor : public Form {
 
   // Opens the recordset of the current set anew, notes its highest number and shows its first record.
   void Initialise();
-  // Opens the recordset, closing the former one.
+  // Opens the recordset anew; a change that waits in the former one is dropped.
   void OpenCards();
+  // Shows the current record, on the preview and in the fields.
+  void ShowCurrent();
   // Adds a record behind the last one and shows it.
   void Add();
   // Deletes the current record without a question, closes the gap in the numbers and shows the record that
@@ -85,13 +95,14 @@ class RecordEditor : public Form {
   // Arranges the form: the bar over the previews and the input side, which takes the room that is left.
   void ArrangeSides(Control& previews, Control& input);
 
-  // Writes one field of the current record.
-  void Write(const char* column, const Value& value);
+  ShownRecord& Record() { return record_; }
+  // Writes one field of the record on show; false where it is gone.
+  [[nodiscard]] bool Write(const char* column, const Value& value);
   // The same for a text that the preview shows on a label; nothing while Loading.
   void WriteText(const char* column, TextBox& box, Label& label);
   // "number (highest)" on the label, and the highest number as its tag.
   void ShowPosition(int number, int highest);
-  // The highest number, as the label's tag keeps it.
+  // The highest number when the position was last shown, as the label's tag keeps it.
   int Highest() const { return lblCurrentCard.Tag().toInt(); }
   void ShowCurrentPosition();
 
@@ -104,12 +115,30 @@ class RecordEditor : public Form {
   enum class Access { Locked, Bar, All };
   void SetAccess(Access access);
   void WordHint();
+  // What an editor's lists and highest number were taken from.
+  struct SetUp {
+    std::int16_t set = 0, edition = 0, language = 0;
+    bool operator==(const SetUp&) const = default;
+  };
+  static SetUp CurrentSetUp();
+  // Fills the lists and notes the highest number, for the current set.
+  void TakeSetUp();
+  // There is a set, and what the editor was set up for is another one.
+  bool IsOfAnotherSet() const;
+  // The highest number among the records of the current set, in whatever order the recordset has them; 0 for
+  // none.
+  int HighestNumber() const;
+  // The record on show is gone: shows the current one, and takes the keyboard off the fields, so that the
+  // rest of what is being typed doesn't go there; or takes no edits while there is none.
+  void ShowWhatIsLeft();
   // The recordset was opened anew or has grown: tells the other editors of it.
   void TellOthers();
   static std::vector<RecordEditor*>& Living();
 
   void CloseGap(int deleted);
   const RecordKind kind_;
+  ShownRecord record_;
+  SetUp set_up_;
   std::array<Control*, 2> sides_{};  // the previews and the input side
 };
 

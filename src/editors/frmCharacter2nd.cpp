@@ -135,84 +135,79 @@ void Character2ndForm::txtCharName_Change() {
 
 // The one edit that waits in the record until its next Update or move.
 void Character2ndForm::cboStartArea_Click() {
-  if (Loading || cboStartArea.ListIndex() < 0) return;
-  modData::rsCharacter["StartingAreaID"] = ChosenItemData(cboStartArea);
+  if (Loading || cboStartArea.ListIndex() < 0 || !Record().Hold()) return;
+  Record()["StartingAreaID"] = ChosenItemData(cboStartArea);
   preview_.ShowStart(false);
 }
 
 void Character2ndForm::chkIncludeBoard_Click() {
   if (Loading) return;
   const bool include = chkIncludeBoard.Value() == 1;
-  Write("IncludeBoard", include);
-  preview_.ShowStart(include);
+  if (Write("IncludeBoard", include)) preview_.ShowStart(include);
 }
 
 void Character2ndForm::cboAlignment_Click() {
   if (Loading || cboAlignment.ListIndex() < 0) return;
   const std::int32_t alignment = ChosenItemData(cboAlignment);
-  preview_.lblAlignment.SetCaption(AlignmentText(alignment));
-  Write("AlignmentID", alignment);
+  if (Write("AlignmentID", alignment)) preview_.lblAlignment.SetCaption(AlignmentText(alignment));
 }
 
 void Character2ndForm::cboCharAttr_Change(int Index) {
   if (Loading) return;
-  Write(kAttributeColumns[Index], cboCharAttr[Index].Text());
+  if (!Write(kAttributeColumns[Index], cboCharAttr[Index].Text())) return;
   preview_.DrawAttribute(Index, cboCharAttr[Index].Text());
 }
 
 void Character2ndForm::cboCharacterCardback_Click() {
   if (Loading || cboCharacterCardback.ListIndex() < 0) return;
-  Write("CharacterBackID", ChosenItemData(cboCharacterCardback));
+  if (!Write("CharacterBackID", ChosenItemData(cboCharacterCardback))) return;
   DrawInSteps({[&] { preview_.DrawBack(); }});
 }
 
 void Character2ndForm::chkShowPictureCharacter_Click() {
   if (Loading) return;
-  Write("UsePicture", chkShowPictureCharacter.Value() == 1);
-  ShowPictureCharacter();
+  if (Write("UsePicture", chkShowPictureCharacter.Value() == 1)) ShowPictureCharacter();
 }
 
 // Runs while a record is shown, too, and then writes what the record has already.
 void Character2ndForm::chkFrameCharacter_Click() {
+  const bool frame = chkFrameCharacter.Value() == 1;
   preview_.picFrameCharacter.SetBorderStyle(chkFrameCharacter.Value());
-  Write("UseFrame", chkFrameCharacter.Value() == 1);
+  (void)Write("UseFrame", frame);
 }
 
 void Character2ndForm::cmdGetCharPic_Click() {
-  ChooseFramedPicture(modData::rsCharacter, "Picture", preview_.picImageCharacter, LastPicFolder);
+  ChooseFramedPicture(Record(), "Picture", preview_.picImageCharacter, LastPicFolder);
 }
 
 // The offset of the picture stays, for the next one.
 void Character2ndForm::cmdDelCharPic_Click() {
-  Write("Picture", Value::Null());
-  EmptyFrame(preview_.picImageCharacter);
+  if (Write("Picture", Value::Null())) EmptyFrame(preview_.picImageCharacter);
 }
 
 // A new piece starts at the corner of its frame, unlike the picture.
 void Character2ndForm::cmdGetPlayingPiecePic_Click() {
-  ChooseFramedPicture(modData::rsCharacter, "PlayingPiece", preview_.picPlayingPieceImage, LastPieceFolder,
-                      [] {
-                        modData::rsCharacter["PPTop"] = 0;
-                        modData::rsCharacter["PPLeft"] = 0;
-                      });
+  ChooseFramedPicture(Record(), "PlayingPiece", preview_.picPlayingPieceImage, LastPieceFolder, [this] {
+    Record()["PPTop"] = 0;
+    Record()["PPLeft"] = 0;
+  });
 }
 
 void Character2ndForm::cmdDelPlayingPiecePic_Click() {
-  RemovePicture(modData::rsCharacter, "PlayingPiece", preview_.picPlayingPieceImage);
+  RemovePicture(Record(), "PlayingPiece", preview_.picPlayingPieceImage);
 }
 
 void Character2ndForm::cmdBackCharPic_Click() {
   ChoosePicture({.title = QStringLiteral("Choose picture"),
                  .folder = &LastBackFolder,
-                 .rows = modData::rsCharacter,
+                 .record = Record(),
                  .column = "Background",
                  .surface = preview_.picBackgroundChar,
                  .stored = RememberFolder(LastBackFolder)});
 }
 
 void Character2ndForm::cmdDelBackCharPic_Click() {
-  Write("Background", Value::Null());
-  preview_.DrawBackground();
+  if (Write("Background", Value::Null())) preview_.DrawBackground();
 }
 
 // What follows the frame's handle: the frame, the texts beside it and the record.
@@ -220,7 +215,8 @@ void Character2ndForm::FrameResized() {
   Surface& frame = preview_.picFrameCharacter;
   frame.SetWidth(preview_.lblPicSizeCharacter.Left() - frame.Left());
   preview_.PlaceTexts();
-  Write("PicWidth", frame.Width());
+  Record()["PicWidth"] = frame.Width();
+  Record().Update();
   ShowDimensions();
 }
 

@@ -58,11 +58,11 @@ Character2ndForm::Character2ndForm()
       cboCharacterCardback(fraBack),
       cmdSortCharacter(pnlBar, QStringLiteral("List")),
       preview_(TheCharacterPreview()),
-      picture_mover_(modData::rsCharacter, "PicLeft", "PicTop", preview_.picFrameCharacter,
-                     preview_.picImageCharacter, [this] { preview_.PlacePicture(); }),
-      piece_mover_(modData::rsCharacter, "PPLeft", "PPTop", preview_.picPlayingPieceFrame,
-                   preview_.picPlayingPieceImage, [this] { preview_.PlacePiece(); }),
-      handle_(preview_.lblPicSizeCharacter, HandleDrag::Across, kHandleLowest, kHandleHighest,
+      picture_mover_(Record(), "PicLeft", "PicTop", preview_.picFrameCharacter, preview_.picImageCharacter,
+                     [this] { preview_.PlacePicture(); }),
+      piece_mover_(Record(), "PPLeft", "PPTop", preview_.picPlayingPieceFrame, preview_.picPlayingPieceImage,
+                   [this] { preview_.PlacePiece(); }),
+      handle_(Record(), preview_.lblPicSizeCharacter, HandleDrag::Across, kHandleLowest, kHandleHighest,
               [this] { FrameResized(); }) {
   SetCaption(QStringLiteral("Character (2nd)"));
   lblCurrentCardCharacter.SetCaption(QStringLiteral("1 (1)"));

@@ -65,7 +65,7 @@ void Large2ndForm::ShowDimension() {
 void Large2ndForm::chkShowPictureLarge_Click() {
   if (Loading) return;
   const bool show = chkShowPictureLarge.Value() == 1;
-  Write("UsePicture", show);
+  if (!Write("UsePicture", show)) return;
   preview_.picFrameLarge.SetVisible(show);
   preview_.lblPicSizeLarge.SetVisible(show);
   preview_.PlaceHandle();
@@ -73,51 +73,49 @@ void Large2ndForm::chkShowPictureLarge_Click() {
 
 void Large2ndForm::chkFrameLarge_Click() {
   if (Loading) return;
-  Write("UseFrame", chkFrameLarge.Value() == 1);
+  if (!Write("UseFrame", chkFrameLarge.Value() == 1)) return;
   preview_.picFrameLarge.SetBorderStyle(chkFrameLarge.Value());
 }
 
 void Large2ndForm::chkResizeLarge_Click() {
-  if (Loading) return;
-  Write("Resize", chkResizeLarge.Value() == 1);
-  DrawLargeCard();
+  if (!Loading && Write("Resize", chkResizeLarge.Value() == 1)) DrawLargeCard();
 }
 
 void Large2ndForm::cmdGetPicLarge_Click() {
-  ChooseFramedPicture(modData::rsLargeCard, "Picture", preview_.picImageLarge, LastPicFolder);
+  ChooseFramedPicture(Record(), "Picture", preview_.picImageLarge, LastPicFolder);
 }
 
 void Large2ndForm::cmdDelPicLarge_Click() {
-  RemoveFramedPicture(modData::rsLargeCard, preview_.picImageLarge);
+  RemoveFramedPicture(Record(), preview_.picImageLarge);
 }
 
 void Large2ndForm::cmdBackPicLarge_Click() {
   ChoosePicture({.title = QStringLiteral("Choose picture"),
                  .folder = nullptr,
-                 .rows = modData::rsLargeCard,
+                 .record = Record(),
                  .column = "BGPicture",
                  .surface = preview_.picCardLarge});
 }
 
 void Large2ndForm::cmdDelBackPicLarge_Click() {
-  RemovePicture(modData::rsLargeCard, "BGPicture", preview_.picCardLarge);
+  RemovePicture(Record(), "BGPicture", preview_.picCardLarge);
 }
 
 void Large2ndForm::cmdCardbackLarge_Click() {
   ChoosePicture({.title = QStringLiteral("Choose card back"),
                  .folder = &LastCardbackFolder,
-                 .rows = modData::rsLargeCard,
+                 .record = Record(),
                  .column = "LargeCardBack",
                  .surface = preview_.picBackLarge,
                  .stored = RememberFolder(LastCardbackFolder)});
 }
 
 void Large2ndForm::cmdDelCardbackLarge_Click() {
-  RemovePicture(modData::rsLargeCard, "LargeCardBack", preview_.picBackLarge);
+  RemovePicture(Record(), "LargeCardBack", preview_.picBackLarge);
 }
 
 void Large2ndForm::cmdColourLarge_Click() {
-  ChooseBackgroundColour(modData::rsLargeCard, picColourLarge, preview_.picCardLarge);
+  ChooseBackgroundColour(Record(), picColourLarge, preview_.picCardLarge);
 }
 
 // What follows the frame's handle: the frame, the texts beside it and the record.
@@ -125,7 +123,8 @@ void Large2ndForm::FrameResized() {
   Surface& frame = preview_.picFrameLarge;
   frame.SetWidth(preview_.lblPicSizeLarge.Left() - frame.Left());
   preview_.PlaceTexts();
-  Write("PicWidth", frame.Width());
+  Record()["PicWidth"] = frame.Width();
+  Record().Update();
   ShowDimension();
 }
 

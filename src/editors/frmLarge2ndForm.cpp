@@ -45,9 +45,9 @@ Large2ndForm::Large2ndForm()
       cmdCardbackLarge(fraBack, QStringLiteral("Select")),
       cmdDelCardbackLarge(fraBack, QStringLiteral("Remove")),
       preview_(TheLargeCardPreview()),
-      mover_(modData::rsLargeCard, "PicLeft", "PicTop", preview_.picFrameLarge, preview_.picImageLarge,
+      mover_(Record(), "PicLeft", "PicTop", preview_.picFrameLarge, preview_.picImageLarge,
              [this] { preview_.PlacePicture(); }),
-      handle_(preview_.lblPicSizeLarge, HandleDrag::Across, kHandleLowest, kHandleHighest,
+      handle_(Record(), preview_.lblPicSizeLarge, HandleDrag::Across, kHandleLowest, kHandleHighest,
               [this] { FrameResized(); }) {
   SetCaption(QStringLiteral("Large card (2nd)"));
   Arrange();
@@ -118,7 +118,7 @@ void Large2ndForm::Subscribe() {
   txtTitleLarge.GotFocus = [this] { SelectText(txtTitleLarge); };
   txtInfoLarge.Change = [this] { WriteText("Information", txtInfoLarge, preview_.lblInformationLarge); };
   udCopyLarge.Change = [this] {
-    if (!Loading) Write("Copies", udCopyLarge.Value());
+    if (!Loading) (void)Write("Copies", udCopyLarge.Value());
   };
   cmdColourLarge.Click = [this] { cmdColourLarge_Click(); };
   picColourLarge.Click = [this] { cmdColourLarge_Click(); };

@@ -4,6 +4,8 @@
 #include <cstdint>
 
 #include "base/Event.h"
+#include "output/OutputKinds.h"
+#include "output/PictureFormats.h"
 
 // From a composed card to a file: the front and the back side by side on one sheet, each in an outline,
 // written in the set's format into the set's folder. The operations work on the current records, which
@@ -21,12 +23,25 @@ void SaveTheLargeCard();
 // as far as the options of the current set ask for them.
 QString BuildFileName(const QString& name, std::int16_t number, const QString& kind);
 
-// Writes the sheet to a path in the format of the current set: 1 BMP, 2 JPG, 3 GIF; for any other number
-// nothing is written. RuntimeError of the writer; a failed GIF is told in a box here.
-void SaveThePicture(const QString& path);
+// Writes the sheet on picDone to a path in the format of the current set; where that is none, nothing is
+// written. False after a failure that the writer has told in a box, RuntimeError after any other.
+bool SaveThePicture(const QString& path);
 
 // The name and extension of a format, "BMP" for an unknown number.
 QString GetPicFormat(std::int32_t pic_format_id);
+
+// How a sheet's file is written, and its extension.
+struct SheetFormat {
+  const PictureFormat* format = nullptr;  // none: nothing is written, and nothing said
+  QString extension;
+};
+// By what the current set has stored.
+SheetFormat FormatOfSet();
+// One of the formats itself, whatever the set has stored.
+SheetFormat FormatOf(const PictureFormat& format);
+
+// What the save operations do, for a kind of sheet and in a format.
+void SaveSheet(const SheetKind& kind, const SheetFormat& format);
 
 // A save operation has named its file, and then ended: for whoever lists what a run wrote. `record` tells
 // the kind and the record's name. `saved` is false after a failure that was told in a box.

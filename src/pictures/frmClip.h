@@ -1,20 +1,18 @@
 #pragma once
 
-#include "forms/Form.h"
+#include "base/Instance.h"
 #include "forms/Surface.h"
 #include "imaging/GifControl.h"
 
 namespace orv {
 
-// A utility form that is never shown: the surface on which a sheet is put together, and the GIF control.
-class ClipForm : public Form {
- public:
-  ClipForm() : Form(FormKind::Dialog) { SetCaption(QStringLiteral("Dummy form for Clipboard")); }
-
+// A utility form that is never shown, and so has no window: the surface on which a sheet is put together, and
+// the GIF control.
+struct ClipForm {
   Surface picDone;
   GifControl BMP2GIF1;
 };
 
-inline FormInstance<ClipForm> frmClip;
+inline Instance<ClipForm> frmClip;
 
 }  // namespace orv

@@ -6,6 +6,7 @@
 #include "base/Settings.h"
 #include "base/Value.h"
 #include "composition/frmCard.h"
+#include "database/CurrentSet.h"
 #include "database/FontProfiles.h"
 #include "database/ListHelpers.h"
 #include "editors/frmCard2nd.h"
@@ -14,10 +15,9 @@
 #include "editors/frmLarge2nd.h"
 #include "forms/Application.h"
 #include "forms/Dialogs.h"
-#include "output/frmCreate.h"
 #include "output/modFile.h"
 #include "pictures/modPicture.h"
-#include "shell/CurrentSet.h"
+#include "shell/frmCreate.h"
 #include "shell/frmSetName.h"
 #include "state/modData.h"
 
@@ -34,14 +34,35 @@ void StorePlace(const char* key, int twips) {
   SaveSetting(kWindowSection, QString::fromLatin1(key), QString::number(twips));
 }
 
-// Shows a form that is hidden and hides one that is shown.
+// Hides an editor that is shown and shows one that is hidden, with the current set.
 template <class T>
 void Toggle(FormInstance<T>& form) {
   if (form.IsVisible()) {
     form->Hide();
-  } else {
-    form->Show();
+    return;
   }
+  form->FollowSet();
+  form->Show();
+}
+
+// An editor that is loaded now shows the current set by that.
+template <class T>
+void Follow(FormInstance<T>& editor, void (*initialise)()) {
+  editor.IsLoaded() ? initialise() : editor.Load();
+}
+
+// An editor of cards that comes into being opens the shared recordset anew; it goes back to the card on which
+// it stood.
+void LoadCardEditors() {
+  if (frmCard2nd.IsLoaded() && frmCard3rd.IsLoaded()) return;
+  Recordset& cards = modData::rsCard;
+  const bool on_card = cards.IsOpen() && !cards.IsBOF() && !cards.IsEOF();
+  const std::int32_t card = on_card ? cards["CardID"].Int32() : 0;
+  frmCard2nd.Load();
+  frmCard3rd.Load();
+  if (!on_card) return;
+  FindByKey(cards, "CardID", card);
+  if (cards.IsEOF()) cards.MoveFirst();
 }
 
 }  // namespace
@@ -140,6 +161,7 @@ void MasterForm::InitialiseSet() {
   } else {
     ptSet.SetVisible(false);
     cboSet.SetEnabled(false);
+    cmdDelete.SetEnabled(false);
   }
 }
 
@@ -184,11 +206,15 @@ void MasterForm::ShowSymbol(const Picture& symbol, bool use) {
   modData::SetSymbol = symbol;
 }
 
+// The editor of 3rd-edition cards does not follow by itself.
 void MasterForm::SetChange() {
-  EditorsFollowSet();
+  Follow(frmCard2nd, [] { frmCard2nd->InitCard2nd(); });
+  Follow(frmCharacter2nd, [] { frmCharacter2nd->Initialise(); });
+  Follow(frmLarge2nd, [] { frmLarge2nd->InitLarge2nd(); });
 }
 
 void MasterForm::RedrawEditors() {
+  LoadCardEditors();
   frmCard2nd->UpdateDisplay();
   frmCharacter2nd->UpdateDisplay();
   frmLarge2nd->UpdateDisplay();

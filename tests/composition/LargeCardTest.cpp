@@ -72,6 +72,8 @@ TEST_F(LargeCardTest, PictureArea) {
 }
 
 TEST_F(LargeCardTest, TextsFollowThePictureAndTitleLinesAreCentredEach) {
+  Compose();
+  frmCard->ApplySlot("CardLargeTitleFontID");
   const int height = static_cast<int>(frmCard->picACard.TextHeight(QString()));
   const struct {
     bool use;

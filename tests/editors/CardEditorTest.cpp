@@ -102,6 +102,8 @@ TEST_P(CardEditorTest, TheBackgroundChosenLastServesOtherCards) {
   EXPECT_EQ(has_background(1), "0") << "none was chosen yet";
   dialogs_.files = {database_.WriteFile("p.bmp", TestDatabase::PlainPicture(60, 40, Rgb(1, 2, 3)))};
   ClickOn(editor.cmdBackPic);
+  dialogs_.files = {database_.WriteFile("no.bmp", "no picture")};
+  ClickOn(editor.cmdBackPic);
   ClickOn(editor.cmdDelBackPic);
   EXPECT_EQ(has_background(1), "0");
   ClickOn(editor.cmdCardNav[2]);

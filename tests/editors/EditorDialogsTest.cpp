@@ -157,6 +157,38 @@ TEST_F(EditorDialogsTest, GoToShowsTheCardWithItsNewNumber) {
   EXPECT_FALSE(frmCardList.IsLoaded());
 }
 
+TEST_F(EditorDialogsTest, TheNextCardIsBehindTheHighestNumberAlsoWhereTheListHasMovedCards) {
+  Open(2);
+  In(frmCard2nd->cmdSort, [] {
+    ClickEntry(frmCardList->lvCard, 2);
+    ClickOn(frmCardList->cmdUp);
+    ClickOn(frmCardList->cmdClose);
+  });
+  ClickOn(frmCard2nd->cmdCardAdd);
+  EXPECT_EQ(database_.Scalar("SELECT group_concat(Nr, '') FROM (SELECT Nr FROM tblCard ORDER BY CardID)"),
+            "1324");
+}
+
+TEST_F(EditorDialogsTest, ATypeThatIsNoBackGivesTheFirstBackAsTheDefault) {
+  database_.Execute("INSERT INTO tblCardType VALUES (40, 'AAB', '', '', '', '1', 1, 2, 0, 0)");
+  Open(2);
+  ClickOn(frmCard2nd->cmdCardAdd);
+  EXPECT_EQ(Card("CardTypeID || ',' || CardBackID", 4), "40,2");
+  EXPECT_TRUE(dialogs_.boxes.empty());
+}
+
+TEST_F(EditorDialogsTest, AnEntryThatWasDeletedIsNoChoice) {
+  database_.Execute("INSERT INTO tblCardType VALUES (40, 'OWN', '', '', '', '1', 1, 2, 0, 0)");
+  Open(2);
+  In(frmCard2nd->cmdGetType, [] {
+    ClickEntry(frmCardType->lvType, "OWN");
+    ClickOn(frmCardType->cmdDelete);
+    ClickOn(frmCardType->cmdDefault);
+    ClickOn(frmCardType->cmdOK);
+  });
+  EXPECT_EQ(Card("CardTypeID || (SELECT DefaultCardTypeID FROM tblSet)"), "10");
+}
+
 TEST_F(EditorDialogsTest, TheDefaultsServeTheNextCard) {
   Open(2);
   In(frmCard2nd->cmdGetType, [] {

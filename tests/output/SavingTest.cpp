@@ -1,14 +1,14 @@
 #include "output/Saving.h"
 
+#include <QApplication>
 #include <QDateTime>
 #include <QFile>
 #include <QFileInfo>
 
-#include "editors/frmCard2nd.h"
+#include "composition/CardPreview.h"
 #include "output/OutputScene.h"
-#include "output/frmCreate.h"
+#include "output/WriteRecords.h"
 #include "support/Pixels.h"
-#include "support/Widgets.h"
 
 namespace orv {
 namespace {
@@ -17,9 +17,8 @@ class SavingTest : public OutputScene {
  protected:
   // Creates the cards of the set anew; the boxes told meanwhile are the only ones then.
   void Create() {
-    const bool second = modData::CurrentEditionID == 2;
     dialogs_.boxes.clear();
-    frmCreate->CreateAllCards(second, false, false, !second, false, false);
+    WriteRecords(modData::CurrentEditionID == 2 ? kCards2nd : kCards3rd, FormatOfSet(), [](int) {});
   }
   Picture FirstFile() const { return File(Files().constFirst()); }
 };
@@ -62,7 +61,7 @@ TEST_F(SavingTest, ASheetHasFrontAndBackEachInItsOutline) {
     Open(row.edition, 1);
     Card("BGColour", Rgb(5, 6, 7));
     Card("UsePicture", false);
-    frmCard2nd->InitCard2nd();
+    CardPreviewOf(2).DrawCard();
     Create();
     ASSERT_EQ(Files().size(), 1);
     const Picture sheet = FirstFile();
@@ -77,22 +76,7 @@ TEST_F(SavingTest, ASheetHasFrontAndBackEachInItsOutline) {
     Option("NoBack", true);
     Create();
     EXPECT_EQ(FirstFile().Width(), row.width);
-    frmCreate.Unload();
   }
-}
-
-TEST_F(SavingTest, TheThirdEditionsBackWithTheOtherEditorNeverOpenedAndClosed) {
-  Open(3, 1);
-  const auto back = [this] {
-    Create();
-    return PixelAt(FirstFile(), 163 + 60, 120);
-  };
-  const Colour built_in = back();
-  EXPECT_NE(built_in, Rgb(40, 0, 0));
-  frmCard2nd->InitCard2nd();
-  EXPECT_EQ(back(), Rgb(40, 0, 0));
-  frmCard2nd.Unload();
-  EXPECT_EQ(back(), built_in);
 }
 
 TEST_F(SavingTest, ARunNumbersTheRecordsForGoodAndFreezesTheirFileNames) {
@@ -104,10 +88,9 @@ TEST_F(SavingTest, ARunNumbersTheRecordsForGoodAndFreezesTheirFileNames) {
   for (const char* title : {"Renamed", "Renamed again"}) {
     Create();
     EXPECT_EQ(Files().join(','), names);
-    EXPECT_EQ(frmCard2nd->lblCurrentCard.Caption(), "3 (3)");
-    EXPECT_EQ(frmCard2nd->txtTitle.Text(), modData::rsCard["Title"].Text()) << "what is typed goes there";
-    ASSERT_EQ(dialogs_.boxes.size(), 1u);
-    EXPECT_EQ(dialogs_.LastPrompt(), "Done creating cards.");
+    EXPECT_TRUE(dialogs_.boxes.empty());
+    EXPECT_TRUE(QApplication::allWidgets().empty()) << "nothing on the way needs a widget";
+    EXPECT_EQ(modData::rsCard["Nr"].Int32(), 3) << "the run stays on the last record";
     modData::rsCard.MoveFirst();
     Card("Title", title);
   }
@@ -132,11 +115,10 @@ TEST_F(SavingTest, AFailureIsABoxAndTheOtherCardsAreSaved) {
     modData::rsCard.MoveNext();
     Card("Title", row.title);
     Create();
-    ASSERT_EQ(dialogs_.boxes.size(), 2u);
+    ASSERT_EQ(dialogs_.boxes.size(), 1u);
     EXPECT_TRUE(dialogs_.boxes[0].prompt.startsWith(row.prompt));
     EXPECT_EQ(dialogs_.boxes[0].title, row.box_title);
     EXPECT_EQ(Files().size(), 2);
-    frmCreate.Unload();
   }
 }
 
@@ -145,7 +127,7 @@ TEST_F(SavingTest, AFormatThatWritesNothingAlsoSaysNothing) {
   Option("PicFormatID", 4);
   Card("Title", "a/b");
   Create();
-  EXPECT_EQ(dialogs_.boxes.size(), 1u);
+  EXPECT_TRUE(dialogs_.boxes.empty());
   EXPECT_TRUE(Files().isEmpty());
 }
 
@@ -153,7 +135,7 @@ TEST_F(SavingTest, AFolderThatIsMissingAndAReadOnlyFileAreBoxes) {
   Open(2, 1);
   Option("SaveTo", database_.Path("none"));
   Create();
-  EXPECT_EQ(dialogs_.boxes.size(), 2u);
+  EXPECT_EQ(dialogs_.boxes.size(), 1u);
   Option("SaveTo", Out());
   for (const int format : {1, 2, 3}) {
     Option("PicFormatID", format);
@@ -163,7 +145,7 @@ TEST_F(SavingTest, AFolderThatIsMissingAndAReadOnlyFileAreBoxes) {
     const QByteArray before = ReadWhole(path);
     Card("BGColour", format);
     Create();
-    EXPECT_EQ(dialogs_.boxes.size(), 2u) << format;
+    EXPECT_EQ(dialogs_.boxes.size(), 1u) << format;
     EXPECT_EQ(ReadWhole(path), before);
   }
   EXPECT_EQ(Files().size(), 3) << "no temporary file is left";
@@ -184,32 +166,6 @@ TEST_F(SavingTest, AReplacedJpgKeepsTheTimesOfTheOldOne) {
   Create();
   EXPECT_NE(ReadWhole(path), before);
   EXPECT_EQ(QFileInfo(path).lastModified().toSecsSinceEpoch(), time.toSecsSinceEpoch());
-}
-
-TEST_F(SavingTest, TheDialogStoresItsOptionsAtOnce) {
-  Open(2, 1);
-  frmCreate->Show();
-  CreateForm& form = *frmCreate;
-  const auto stored = [&](const char* columns) {
-    return database_.Scalar(QString("SELECT %1 FROM tblSet").arg(columns));
-  };
-  EXPECT_EQ(form.txtSaveTo.Text(), Out());
-  Retype(form.txtFilenamePrefix, "My");
-  EXPECT_EQ(stored("FilenamePrefix"), "My");
-  ClickOn(form.chkFileNr);
-  ClickOn(form.chkNoBack);
-  ClickOn(form.chkReplaceSpace);
-  EXPECT_EQ(stored("FileCardNr || NoBack || ReplaceSpace"), "-1-1-1");
-  Choose(form.cboSaveFormat, 2);
-  EXPECT_EQ(stored("PicFormatID"), "3");
-  dialogs_.folders = {"/tmp/"};
-  ClickOn(form.cmdSaveTo);
-  EXPECT_EQ(stored("SaveTo"), "/tmp/");
-  EXPECT_FALSE(form.chk2ndLarge.Enabled());
-  EXPECT_TRUE(form.chk2ndCard.Enabled());
-  Retype(form.txtSaveTo, "");
-  ClickOn(form.cmdCreate);
-  EXPECT_EQ(dialogs_.LastPrompt(), "You must firstselect a folder to save your cards in.");
 }
 
 }  // namespace

@@ -13,7 +13,7 @@
 #include "editors/frmCardList.h"
 #include "editors/frmCharacter2nd.h"
 #include "editors/frmLarge2nd.h"
-#include "output/frmCreate.h"
+#include "shell/frmCreate.h"
 #include "shell/frmMaster.h"
 #include "shell/frmSetName.h"
 #include "support/TestDatabase.h"

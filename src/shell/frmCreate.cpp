@@ -1,7 +1,6 @@
-#include "output/frmCreate.h"
+#include "shell/frmCreate.h"
 
 #include "base/Rounding.h"
-#include "composition/frmCard.h"
 #include "database/ListHelpers.h"
 #include "editors/EditorLayout.h"
 #include "editors/frmCard2nd.h"
@@ -10,7 +9,7 @@
 #include "editors/frmLarge2nd.h"
 #include "forms/Application.h"
 #include "forms/Dialogs.h"
-#include "output/Saving.h"
+#include "output/WriteRecords.h"
 #include "pictures/modDirBrowse.h"
 #include "state/modData.h"
 
@@ -26,17 +25,6 @@ void Store(const char* column, const Value& value) {
 }
 
 }  // namespace
-
-// One walk over the records of a kind. The recordset is reached through the shared variable at each step,
-// since an editor that comes into being on the way reopens it.
-struct CreateForm::Pass {
-  Recordset& records;
-  FormLabel& counter;
-  void (*draw)();
-  void (*compose)();
-  void (*save)();
-  void (*show_last)(int count);  // in the editor, when the walk is done
-};
 
 CreateForm::CreateForm()
     : Form(FormKind::Dialog),
@@ -162,49 +150,29 @@ void CreateForm::SetLabelColour(Colour colour) {
 
 void CreateForm::CreateAllCards(bool Card2nd, bool Character2nd, bool LargeCard2nd, bool Card3rd,
                                 bool /*Character3rd*/, bool /*LargeCard3rd*/) {
+  const struct {
+    bool wanted;
+    const OutputKind& kind;
+    FormLabel& counter;
+    RecordEditor& (*editor)();
+  } passes[] = {
+      {Card2nd, kCards2nd, lblNr2ndCards, []() -> RecordEditor& { return *frmCard2nd; }},
+      {Card3rd, kCards3rd, lblNr2ndCards, []() -> RecordEditor& { return *frmCard3rd; }},
+      {Character2nd, kCharacters2nd, lblNr2ndChar, []() -> RecordEditor& { return *frmCharacter2nd; }},
+      {LargeCard2nd, kLargeCards2nd, lblNr2ndLarge, []() -> RecordEditor& { return *frmLarge2nd; }},
+  };
   for (FormLabel* label : {&lblNr2ndCards, &lblNr2ndChar, &lblNr2ndLarge}) label->SetCaption(QString());
   SetLabelColour(Rgb(0xFF, 0, 0));
-  if (Card2nd) {
-    Run({modData::rsCard, lblNr2ndCards, [] { frmCard2nd->DrawCard(); }, [] { frmCard->CreateCard2nd(); },
-         SaveTheCard2nd, [](int count) { frmCard2nd->ShowLast(count); }});
-  }
-  if (Card3rd) {
-    Run({modData::rsCard, lblNr2ndCards, [] { frmCard3rd->DrawCard(); }, [] { frmCard->CreateCard3rd(); },
-         SaveTheCard3rd, [](int count) { frmCard3rd->ShowLast(count); }});
-  }
-  if (Character2nd) {
-    Run({modData::rsCharacter, lblNr2ndChar, [] { frmCharacter2nd->DrawCharacter(); },
-         [] { frmCard->CreateCharacter2nd(); },
-         [] {
-           SaveTheCharacter2nd();
-           SaveThePlayingPiece2nd();
-         },
-         [](int count) { frmCharacter2nd->ShowLast(count); }});
-  }
-  if (LargeCard2nd) {
-    Run({modData::rsLargeCard, lblNr2ndLarge, [] { frmLarge2nd->DrawLargeCard(); },
-         [] { frmCard->CreateLargeCard2nd(); }, SaveTheLargeCard,
-         [](int count) { frmLarge2nd->ShowLast(count); }});
+  for (const auto& pass : passes) {
+    if (!pass.wanted || !pass.kind.records.IsOpen() || pass.kind.records.IsEmpty()) continue;
+    RecordEditor& editor = pass.editor();  // made now, it opens the records anew
+    editor.ShowLast(WriteRecords(pass.kind, FormatOfSet(), [&](int number) {
+      pass.counter.SetCaption(QString::number(number));
+      pass.counter.Refresh();
+    }));
   }
   SetLabelColour(kBlack);
   MsgBox(QStringLiteral("Done creating cards."), Icon::Information, kTitle);
-}
-
-void CreateForm::Run(const Pass& pass) {
-  if (!pass.records.IsOpen() || pass.records.IsEmpty()) return;
-  int number = 0;
-  for (pass.records.MoveFirst(); !pass.records.IsEOF(); pass.records.MoveNext()) {
-    ++number;
-    pass.records["Nr"] = static_cast<int>(ToInt16(number));
-    pass.records.Update();
-    pass.counter.SetCaption(QString::number(number));
-    pass.counter.Refresh();
-    pass.draw();
-    pass.compose();
-    pass.save();
-  }
-  pass.records.MoveLast();
-  pass.show_last(number);
 }
 
 }  // namespace orv

@@ -36,10 +36,8 @@ class CreateForm : public Form {
   CommandButton cmdDone;
 
  private:
-  struct Pass;
   void Arrange();
   void ShowOptions();
-  void Run(const Pass& pass);
   void SetLabelColour(Colour colour);
   void cmdCreate_Click();
   void cmdSaveTo_Click();

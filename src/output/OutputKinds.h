@@ -1,0 +1,44 @@
+#pragma once
+
+#include <span>
+
+#include "composition/CardLayout.h"
+#include "forms/Surface.h"
+#include "records/Recordset.h"
+
+namespace orv {
+
+// A sheet: a front and a back side by side, each in an outline. How the sheets of the kinds differ.
+struct SheetKind {
+  const char* kind_code;  // in the file's name
+  const char* box_title;  // of the box that tells a failure
+  Recordset& record;
+  const char* name_column;
+  Surface& (*front)();
+  const Surface& (*back)();
+  PixelRect first_outline;  // left, top and the opposite corner, inclusive
+  PixelRect second_outline;
+  bool fills_name_from_title = false;  // an empty FileName takes the title of the moment, for good
+  bool may_leave_out_back = true;
+  bool tells_cause = false;
+};
+
+extern const SheetKind kSheetOfCard2nd, kSheetOfCard3rd, kSheetOfCharacter, kSheetOfPiece, kSheetOfLargeCard;
+
+// A kind of records that a run writes out: draw, compose and save each on the record on which the shared
+// recordset stands.
+struct OutputKind {
+  int edition;
+  const char* table;
+  Recordset& records;
+  void (*draw)();     // on the preview
+  void (*compose)();  // from the preview, on the surfaces of frmCard
+  std::span<const SheetKind* const> sheets;
+};
+
+extern const OutputKind kCards2nd, kCards3rd, kCharacters2nd, kLargeCards2nd;
+
+// All kinds, in the order in which a run goes through them.
+std::span<const OutputKind* const> OutputKinds();
+
+}  // namespace orv
