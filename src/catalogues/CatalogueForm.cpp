@@ -48,7 +48,7 @@ void CatalogueForm::FillList() {
   if (rows_.IsEmpty()) return;
   for (rows_.MoveFirst(); !rows_.IsEOF(); rows_.MoveNext()) {
     ListItem entry = EntryOf(rows_);
-    entry.Key = QString::fromLatin1(kind_.key_prefix) + QString::number(rows_[kind_.id_column].Int32());
+    entry.Key = KeyOf(rows_[kind_.id_column].Int32());
     lvEntries.Add(entry);
   }
 }
@@ -57,9 +57,26 @@ void CatalogueForm::SortList(int column) {
   SortListView(lvEntries, column, true);
 }
 
-void CatalogueForm::RefillSorted() {
+void CatalogueForm::RefillSorted(std::int32_t shown) {
   FillList();
   SortList(0);
+  if (const int index = lvEntries.IndexOf(KeyOf(shown)); index >= 0) lvEntries.EnsureVisible(index);
+}
+
+void CatalogueForm::RefillWithAdded() {
+  rows_.MoveLast();
+  RefillSorted(rows_[kind_.id_column].Int32());
+}
+
+void CatalogueForm::Choose(std::int32_t id) {
+  const int index = lvEntries.IndexOf(KeyOf(id));
+  if (index < 0) return;
+  lvEntries.Select(index);
+  Quietly([&] { ItemClicked(lvEntries.Item(index)); });
+}
+
+QString CatalogueForm::KeyOf(std::int32_t id) const {
+  return QString::fromLatin1(kind_.key_prefix) + QString::number(id);
 }
 
 std::int32_t CatalogueForm::IdOf(const ListItem& entry) const {

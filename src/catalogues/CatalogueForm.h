@@ -35,6 +35,9 @@ class CatalogueForm : public Form {
  public:
   void Form_Load() override;
 
+  // Comes up with an entry as if it had been clicked; nothing if there is none with this id.
+  void Choose(std::int32_t id);
+
   bool OK = false;              // the dialog ended by cmdOK
   std::int32_t SelectedID = 0;  // of the entry clicked last, whether or not it is still there
 
@@ -56,8 +59,10 @@ class CatalogueForm : public Form {
   void FillList();
   // Ascending, by a column counted from 0.
   void SortList(int column);
-  // What follows each change of the rows.
-  void RefillSorted();
+  // What follows each change of the rows; an entry that was added or changed is in view.
+  void RefillSorted(std::int32_t shown = 0);
+  // What follows the adding of a row.
+  void RefillWithAdded();
 
   std::int32_t IdOf(const ListItem& entry) const;
   // Goes to the row with this id, EOF if it is gone; the id of the selected entry by default.
@@ -69,6 +74,7 @@ class CatalogueForm : public Form {
   Recordset rows_;  // editable, open for the life of the form
 
  private:
+  QString KeyOf(std::int32_t id) const;
   void ItemClicked(const ListItem& entry);
   void cmdDelete_Click();
   void cmdDefault_Click();

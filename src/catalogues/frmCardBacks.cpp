@@ -30,9 +30,12 @@ constexpr CatalogueKind kKind = {
 
 constexpr int kBackLeft = 432;  // of the preview, in pixels
 constexpr int kBackTop = 56;
-constexpr int kBackMargin = 16;     // behind it and under it
-constexpr int kUsualHeight = 7245;  // of the form, in twips
-constexpr int kThumbnail = 25;      // pixels
+constexpr int kBackMargin = 16;  // behind it and under it
+// The usual height of the window, and what its frame takes of it and of its width, in pixels.
+constexpr int kUsualHeight = 483;
+constexpr int kFrameAcross = 6;
+constexpr int kFrameDown = 28;
+constexpr int kThumbnail = 25;  // pixels
 // What the frame of a window and the bars of a desktop may need of the screen, in twips.
 constexpr int kScreenReserve = 900;
 
@@ -116,15 +119,14 @@ void CardBacksForm::ShowBack(std::int32_t id) {
   picBack.SetVisible(true);
 }
 
-// The form grows and shrinks with the picture, but no further than the screen.
+// The window grows and shrinks with the picture, but no further than the screen.
 void CardBacksForm::FitBackPicture() {
   const int width = static_cast<int>(picBack.Width());
   const int height = static_cast<int>(picBack.Height());
   lblDimension.SetCaption(QStringLiteral("%1W x %2H").arg(width).arg(height));
-  const int wanted_width = (kBackLeft + width + kBackMargin) * Screen::TwipsPerPixelX;
-  const bool higher = (kBackTop + height) * Screen::TwipsPerPixelY > Height();
+  const int wanted_width = (kBackLeft + width + kBackMargin - kFrameAcross) * Screen::TwipsPerPixelX;
   const int wanted_height =
-      higher ? (height + kBackMargin + kBackTop) * Screen::TwipsPerPixelY : kUsualHeight;
+      std::max(kBackTop + height + kBackMargin, kUsualHeight - kFrameDown) * Screen::TwipsPerPixelY;
   const int room_across = Screen::Width() - kScreenReserve;
   const int room_down = Screen::Height() - kScreenReserve;
   SetClientSize(std::min(wanted_width, room_across), std::min(wanted_height, room_down));
@@ -171,7 +173,7 @@ void CardBacksForm::cmdNew_Click() {
   // A file that is gone by now gives a back without a picture.
   ReadFileToField(viewNewBack.Tag(), rows_["Picture"]);
   rows_.Update();
-  RefillSorted();
+  RefillWithAdded();
 }
 
 void CardBacksForm::cmdUpdate_Click() {
@@ -185,7 +187,7 @@ void CardBacksForm::cmdUpdate_Click() {
   if (name.isEmpty()) return;
   rows_["BackText"] = name;
   rows_.Update();
-  RefillSorted();
+  RefillSorted(rows_["CardBackID"].Int32());
 }
 
 // Asks for a name and leaves it at that: no format to save a back in has been settled.

@@ -191,7 +191,7 @@ void CardTypeForm::cmdNew_Click() {
   rows_["Original"] = false;
   rows_["UsedInSet"] = optGlobal.Value() ? 0 : int{modData::CurrentSetID};
   rows_.Update();
-  RefillSorted();
+  RefillWithAdded();
 }
 
 void CardTypeForm::cmdSet_Click() {

@@ -13,6 +13,7 @@ namespace orv {
 void CardEditor::cmdGetType_Click() {
   if (!kind_.has_type_catalogue || !Record().Hold()) return;
   modData::rsCardType.Close();
+  Quietly([] { frmCardType->Choose(modData::rsCard["CardTypeID"].Int32()); });
   frmCardType->ShowModal();
   modData::rsCardType = modData::OpenSnapshot(QString::fromLatin1(kAllCardTypes));
   const FlagScope loading(Loading);
@@ -28,6 +29,7 @@ void CardEditor::cmdGetCardBack_Click() {
   if (!Record().Hold()) return;
   modData::rsCardBack.Close();
   frmCardBacks->InitBacks(2);  // in both editions
+  Quietly([] { frmCardBacks->Choose(modData::rsCard["CardBackID"].Int32()); });
   frmCardBacks->ShowModal();
   modData::rsCardBack = modData::OpenSnapshot(QString::fromLatin1(kAllCardBacks));
   const FlagScope loading(Loading);
@@ -42,6 +44,7 @@ void CardEditor::cmdGetCardBack_Click() {
 void CardEditor::cmdSort_Click() {
   if (!kind_.has_card_list) return;
   frmCardList->FillList();
+  if (Record().Hold()) frmCardList->Choose(modData::rsCard["CardID"].Int32());
   frmCardList->ShowModal();
   if (frmCardList->GoTo) {
     const int card = frmCardList->SelectedCardID;

@@ -7,7 +7,7 @@
 namespace orv {
 
 CardEditor::CardEditor(const CardEditorKind& kind)
-    : RecordEditor({kind.form_name, "tblCard", "CardID", modData::rsCard}),
+    : RecordEditor({kind.form_name, "tblCard", "CardID", "card", modData::rsCard}),
       pic2ndCard(*this),
       viewCard(pic2ndCard, CardPreviewOf(kind.edition).picCard),
       viewBack(pic2ndCard, CardPreviewOf(kind.edition).picBack),
@@ -129,7 +129,7 @@ void CardEditor::ArrangeTexts() {
   AddField(grid, 1, lblInfoName, txtInfo);
   grid.SetColumnStretch(1, 1);
   grid.SetRowStretch(1, 1);
-  SetMinimumSize(txtInfo, 220, 90);
+  SetMinimumSize(txtInfo, 220, 60);
 }
 
 void CardEditor::ArrangeBack() {

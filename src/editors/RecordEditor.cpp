@@ -17,6 +17,7 @@ RecordEditor::RecordEditor(const RecordKind& kind)
       lblCurrentCard(pnlBar, QStringLiteral("0 (0)"), Alignment::Centre),
       cmdCardAdd(pnlBar, QString(), QStringLiteral("add")),
       cmdCardDelete(pnlBar, QString(), QStringLiteral("delete")),
+      lblHint(*this),
       kind_(kind),
       record_(kind.rows, kind.key, [this] { ShowWhatIsLeft(); }) {
   const char* const names[] = {"First", "Previous", "Next", "Last"};
@@ -29,6 +30,7 @@ RecordEditor::RecordEditor(const RecordKind& kind)
   Explain(cmdCardDelete, QStringLiteral("Delete"));
   cmdCardAdd.Click = [this] { Add(); };
   if (kind_.can_delete) cmdCardDelete.Click = [this] { Delete(); };
+  lblHint.SetMuted();
   Living().push_back(this);
 }
 
@@ -55,6 +57,16 @@ void RecordEditor::TellOthers() {
 void RecordEditor::SetAccess(Access access) {
   pnlBar.SetEnabled(access != Access::Locked);
   for (Control* side : sides_) side->SetEnabled(access == Access::All);
+  WordHint();
+}
+
+void RecordEditor::WordHint() {
+  const QString text =
+      modData::CurrentSetID == 0
+          ? QStringLiteral("There is no set yet. Press \"New set\" to make one first.")
+          : QStringLiteral("This set has no %1s yet. Press + or Ctrl+N to add the first one.")
+                .arg(QLatin1String(kind_.noun));
+  lblHint.SetCaption(text);
 }
 
 void RecordEditor::ArrangeBar(std::initializer_list<Control*> more) {
@@ -84,6 +96,7 @@ void RecordEditor::ArrangeSides(Control& previews, Control& input) {
   sides_ = {&previews, &input};
   BoxLayout column(*this, BoxLayout::Column);
   column.Add(pnlBar);
+  column.Add(lblHint);
   BoxLayout sides = column.AddBox(BoxLayout::Row, 1, 12);
   BoxLayout left = sides.AddBox(BoxLayout::Column);
   left.Add(previews);
@@ -152,6 +165,7 @@ void RecordEditor::EnableCardControls(bool show) {
   cmdCardDelete.SetEnabled(show);
   lblCurrentCard.SetEnabled(show);
   for (CommandButton& button : cmdCardNav) button.SetEnabled(show);
+  lblHint.SetVisible(!show);
 }
 
 void RecordEditor::cmdCardNav_Click(int Index) {

@@ -22,6 +22,7 @@ struct RecordKind {
   const char* form_name;
   const char* table;
   const char* key;
+  const char* noun;        // what a user calls a record
   Recordset& rows;         // the shared recordset of the kind
   bool can_delete = true;  // the button works
 };
@@ -61,6 +62,7 @@ class RecordEditor : public Form {
   FormLabel lblCurrentCard;
   CommandButton cmdCardAdd;
   CommandButton cmdCardDelete;
+  FormLabel lblHint;  // how to begin, while there is no record to show
 
   // The navigation: 0 first, 1 previous, 2 next, 3 last, any other stays. Does not wrap around.
   void cmdCardNav_Click(int Index);
@@ -112,6 +114,7 @@ class RecordEditor : public Form {
   // What the user may do: nothing, walk and add, or edit too.
   enum class Access { Locked, Bar, All };
   void SetAccess(Access access);
+  void WordHint();
   // What an editor's lists and highest number were taken from.
   struct SetUp {
     std::int16_t set = 0, edition = 0, language = 0;

@@ -26,9 +26,13 @@ QString TypeText(const Recordset& row) {
   return number.isEmpty() ? text : text + QStringLiteral(" (") + number + u')';
 }
 
+QString KeyOf(std::int32_t id) {
+  return u'C' + QString::number(id);
+}
+
 ListItem EntryOf(const Recordset& row) {
   ListItem item;
-  item.Key = u'C' + QString::number(row["CardID"].Int32());
+  item.Key = KeyOf(row["CardID"].Int32());
   item.Text = row["Title"].TextOrEmpty();
   item.SubItems = {TypeText(row), row["BackText"].TextOrEmpty()};
   item.Tag = row["BoldText"].TextOrEmpty();
@@ -112,6 +116,13 @@ void CardListForm::FillList() {
   SelectedCardID = 0;
 }
 
+void CardListForm::Choose(std::int32_t id) {
+  const int index = lvCard.IndexOf(KeyOf(id));
+  if (index < 0) return;
+  lvCard.Select(index);
+  lvCard_ItemClick(lvCard.Item(index));
+}
+
 void CardListForm::lvCard_ItemClick(const ListItem& item) {
   // The list deals in 16-bit keys: a card past them is shown and can't be moved or gone to.
   const int id = Value(item.Key.mid(1)).Int32();
@@ -138,16 +149,7 @@ void CardListForm::Swap(void (Recordset::*to_neighbour)(), void (Recordset::*bac
   FillList();
   transaction.Commit();
   SelectedCardID = id;
-  RestoreSelection(id);
-}
-
-void CardListForm::RestoreSelection(std::int16_t id) {
-  const QString key = u'C' + QString::number(id);
-  for (int i = 0; i < lvCard.Count(); ++i) {
-    if (lvCard.Item(i).Key != key) continue;
-    lvCard.Select(i);
-    return;
-  }
+  lvCard.Select(lvCard.IndexOf(KeyOf(id)));
 }
 
 void CardListForm::End(bool go_to) {

@@ -20,6 +20,8 @@ class CardListForm : public Form {
 
   // Lists the cards anew and numbers them 1, 2, 3 and so on as they stand, in one transaction.
   void FillList();
+  // Comes up with a card as if it had been clicked; nothing if it is not in the list.
+  void Choose(std::int32_t id);
 
   bool GoTo = false;                // left with "Go to"
   std::int16_t SelectedCardID = 0;  // of the entry clicked last, 0 when none
@@ -40,7 +42,6 @@ class CardListForm : public Form {
   void lvCard_ItemClick(const ListItem& item);
   // Swaps the selected card with its neighbour, in a direction of the recordset's moves.
   void Swap(void (Recordset::*to_neighbour)(), void (Recordset::*back)());
-  void RestoreSelection(std::int16_t id);
   void End(bool go_to);
 
   Recordset rows_;

@@ -13,7 +13,8 @@ constexpr int kHandleHighest = 154;
 }  // namespace
 
 Character2ndForm::Character2ndForm()
-    : RecordEditor({"frmCharacter2nd", "tblCharacter", "CharacterID", modData::rsCharacter, false}),
+    : RecordEditor(
+          {"frmCharacter2nd", "tblCharacter", "CharacterID", "character", modData::rsCharacter, false}),
       pic2ndCharacter(*this),
       viewCharacter(pic2ndCharacter, TheCharacterPreview().picCharacter),
       viewBack(pic2ndCharacter, TheCharacterPreview().picCharacterBack),
@@ -27,7 +28,7 @@ Character2ndForm::Character2ndForm()
       chkIncludeBoard(fraCharacter, QStringLiteral("Include Board name")),
       lblAlignmentName(fraCharacter, QStringLiteral("Alignmen&t:")),
       cboAlignment(fraCharacter),
-      fraAttributes(picCharacterRest, QStringLiteral("Attributes")),
+      fraAttributes(pic2ndCharacter, QStringLiteral("Attributes")),
       lblCharAttrName{FormLabel(fraAttributes, QStringLiteral("&Strength:")),
                       FormLabel(fraAttributes, QStringLiteral("&Craft:")),
                       FormLabel(fraAttributes, QStringLiteral("&Gold:")),
@@ -78,7 +79,6 @@ void Character2ndForm::Arrange() {
   ArrangeTextAndBack();
   BoxLayout rest(picCharacterRest, BoxLayout::Column, 0);
   rest.Add(fraCharacter);
-  rest.Add(fraAttributes);
   rest.Add(fraPictures);
   rest.Add(fraAbilities, 1);
   rest.Add(fraBack);
@@ -92,6 +92,7 @@ void Character2ndForm::ArrangePreviews() {
   sheet.Add(viewBack);
   BoxLayout piece = previews.AddBox(BoxLayout::Column);
   piece.Add(viewPiece);
+  piece.Add(fraAttributes);  // in the room that the back leaves free
   piece.AddStretch();
 }
 
@@ -108,12 +109,11 @@ void Character2ndForm::ArrangeCharacter() {
 void Character2ndForm::ArrangeAttributes() {
   GridLayout grid(fraAttributes);
   for (int i = 0; i < 4; ++i) {
-    lblCharAttrName[i].SetBuddy(cboCharAttr[i]);
     cboCharAttr[i].SetToolTip(QStringLiteral("A number, a plus and a number, or --- for none"));
-    grid.Add(lblCharAttrName[i], 0, i);
-    grid.Add(cboCharAttr[i], 1, i);
-    grid.SetColumnStretch(i, 1);
+    AddField(grid, i, lblCharAttrName[i], cboCharAttr[i]);
+    SetFixedWidth(cboCharAttr[i], 64);
   }
+  grid.SetColumnStretch(0, 1);
 }
 
 void Character2ndForm::ArrangePictures() {
@@ -133,10 +133,8 @@ void Character2ndForm::ArrangePictures() {
 }
 
 void Character2ndForm::ArrangeTextAndBack() {
-  lblAbilitiesName.SetBuddy(txtSpecialAbilities);
-  BoxLayout text(fraAbilities, BoxLayout::Column);
-  text.Add(lblAbilitiesName);
-  text.Add(txtSpecialAbilities, 1);
+  GridLayout text(fraAbilities);
+  AddField(text, 0, lblAbilitiesName, txtSpecialAbilities);
   SetMinimumSize(txtSpecialAbilities, 240, 60);
   GridLayout grid(fraBack);
   lblBackgroundName.SetBuddy(cmdBackCharPic);

@@ -13,7 +13,7 @@ constexpr int kHandleHighest = 180;
 }  // namespace
 
 Large2ndForm::Large2ndForm()
-    : RecordEditor({"frmLarge2nd", "tblLargeCard", "LargeCardID", modData::rsLargeCard}),
+    : RecordEditor({"frmLarge2nd", "tblLargeCard", "LargeCardID", "large card", modData::rsLargeCard}),
       pic2ndCardLarge(*this),
       viewCard(pic2ndCardLarge, TheLargeCardPreview().picCardLarge),
       viewBack(pic2ndCardLarge, TheLargeCardPreview().picBackLarge),

@@ -100,6 +100,10 @@ TEST_F(CardTypeTest, AddsATypeOfTheSecondEdition) {
   ClickOn(Form().cmdNew);
   EXPECT_EQ(database_.Scalar(QString(query)), QStringLiteral(" Mid/x //y/n7/120/%1").arg(set_));
   EXPECT_EQ(Listed(0), " Mid| Mid|EVENT|FOE-|LOCKED|Own|Own|Place|Thing");
+  Fill("ZZ", "", "", "", "");
+  for (int i = 0; i < 9; ++i) ClickOn(Form().cmdNew);
+  const QTreeWidget& tree = TreeOf(Form().lvType);
+  EXPECT_TRUE(tree.viewport()->rect().contains(tree.visualItemRect(tree.topLevelItem(17))));
 }
 
 TEST_F(CardTypeTest, DeletesDownToAnEmptyList) {

@@ -101,6 +101,42 @@ TEST_F(EditorDialogsTest, TheThirdEditionChoosesAmongTheBacksOfTheSecond) {
   EXPECT_EQ(Entries(frmCard3rd->cboCardBack).join('|'), "Leaf|Stone");
 }
 
+TEST_F(EditorDialogsTest, EachComesUpWithWhatTheCardHas) {
+  Transaction transaction(modData::cn);
+  for (int i = 0; i < 40; ++i) {
+    database_.Execute("INSERT INTO tblCardType VALUES (NULL, 'TYPE', '', '', '', '1', 1, 2, 0, 0)");
+    database_.Execute("INSERT INTO tblCardBack VALUES (NULL, 'Back', NULL, 0, 1, 2)");
+  }
+  transaction.Commit();
+  Open(2);
+  database_.Execute("UPDATE tblCard SET CardTypeID = 30, CardBackID = 30");
+  Card2ndForm& editor = *frmCard2nd;
+  ClickOn(editor.cmdCardNav[3]);
+  const auto expect_chosen = [](const ListView& list, const char* key) {
+    ASSERT_GE(list.SelectedIndex(), 0);
+    EXPECT_EQ(list.SelectedItem().Key, key);
+    const QTreeWidget& tree = TreeOf(list);
+    EXPECT_TRUE(tree.viewport()->rect().contains(tree.visualItemRect(tree.currentItem())));
+  };
+  In(editor.cmdGetType, [&] {
+    expect_chosen(frmCardType->lvType, "CT30");
+    ClickOn(frmCardType->cmdOK);
+  });
+  In(editor.cmdGetCardBack, [&] {
+    expect_chosen(frmCardBacks->lvCardBack, "CB30");
+    frmCardBacks->Handle()->window()->close();
+    EXPECT_FALSE(frmCardBacks->OK);
+  });
+  EXPECT_EQ(Card("CardTypeID", 3) + Card("CardBackID", 3), "3030");
+  In(editor.cmdSort, [&] {
+    expect_chosen(frmCardList->lvCard, "C3");
+    EXPECT_EQ(frmCardList->lblBold.Caption(), editor.txtBold.Text());
+    ClickOn(frmCardList->cmdUp);
+    ClickOn(frmCardList->cmdGoTo);
+  });
+  EXPECT_EQ(editor.lblCurrentCard.Caption(), "2 (6)");
+}
+
 TEST_F(EditorDialogsTest, GoToShowsTheCardWithItsNewNumber) {
   Open(2);
   Card2ndForm& editor = *frmCard2nd;

@@ -34,13 +34,33 @@ TEST_P(RecordEditorTest, AnEmptySetOffersOnlyAdding) {
   Open(0);
   EXPECT_EQ(Position(), "0 (0)");
   ExpectInput(false);
+  const FormLabel& hint = Editor().lblHint;
+  EXPECT_TRUE(hint.Visible());
+  EXPECT_EQ(hint.Caption(), QStringLiteral("This set has no %1s yet. Press + or Ctrl+N to add the first one.")
+                                .arg(QString(kind_.first_title).toLower().chopped(2)));
+  const auto set = std::exchange(modData::CurrentSetID, std::int16_t{0});
+  RecordEditor::LockAll();
+  EXPECT_EQ(hint.Caption(), "There is no set yet. Press \"New set\" to make one first.");
+  modData::CurrentSetID = set;
+  Editor().Hide();
+  UnloadAll();
+  Editor().Show();
   ClickOn(Editor().cmdCardAdd);
+  EXPECT_FALSE(Editor().lblHint.Visible());
   EXPECT_EQ(Position(), "1 (1)");
   EXPECT_EQ(Records(), QString("1:") + kind_.first_title);
   ExpectInput(true);
   const TextBox& title = kind_.parts().title;
   EXPECT_TRUE(title.HasFocus());
   EXPECT_EQ(title.SelLength(), title.Text().size());
+}
+
+// A screen of 1366 by 768 pixels with a panel of the desktop, and at a scale of 1.5 with one scroll bar.
+TEST_P(RecordEditorTest, IsSeenWholeOnALaptop) {
+  Open(1);
+  const QSize least = Editor().Handle()->minimumSizeHint();
+  EXPECT_LE(least.height(), 570);
+  EXPECT_LE(least.width(), 880);
 }
 
 TEST_P(RecordEditorTest, AddsBehindTheLastOne) {

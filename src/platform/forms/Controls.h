@@ -17,6 +17,8 @@ class FormLabel : public Control {
   void SetForeColor(Colour colour);
   void SetWordWrap(bool wrap);
   void SetBold(bool bold);
+  // In grey, for a hint; the mouse goes through it to what lies under it.
+  void SetMuted();
   // Shows at once what waits to be shown, without a turn of the message loop.
   void Refresh();
 };

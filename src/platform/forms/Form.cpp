@@ -3,7 +3,6 @@
 #include <QApplication>
 #include <QEventLoop>
 #include <QLayout>
-#include <QMdiArea>
 #include <QScopeGuard>
 #include <QScreen>
 #include <QVBoxLayout>
@@ -32,6 +31,26 @@ QSize ChildRoom(const QSize& wanted) {
   return ChildArea() != nullptr && ChildArea()->isVisible() ? ChildArea()->viewport()->size() : wanted;
 }
 
+// The corner of a place that is moved into some room as far as it fits.
+QPoint Within(const QRect& room, const QRect& place) {
+  return {std::max(room.left(), std::min(place.left(), room.right() + 1 - place.width())),
+          std::max(room.top(), std::min(place.top(), room.bottom() + 1 - place.height()))};
+}
+
+// The main window grows by what a child of this size lacks, as far as the screen allows, and stays on it.
+void MakeRoom(const QSize& wanted) {
+  if (ChildArea() == nullptr) return;
+  QWidget& window = *ChildArea()->window();
+  const QSize size = window.size();
+  const QSize lacking = (wanted - ChildArea()->maximumViewportSize()).expandedTo(QSize(0, 0));
+  const auto fixed = Qt::WindowMaximized | Qt::WindowMinimized | Qt::WindowFullScreen;
+  if (lacking.isNull() || !window.isVisible() || (window.windowState() & fixed) != 0) return;
+  const QRect screen = window.screen()->availableGeometry();
+  const QSize most = screen.size() - (window.frameGeometry().size() - size);
+  window.resize((size + lacking).boundedTo(most).expandedTo(size));
+  window.move(Within(screen, window.frameGeometry()));
+}
+
 int Pixels(int twips) {
   return static_cast<int>(RoundHalfEven(twips / double{kTwipsPerPixel}));
 }
@@ -45,7 +64,9 @@ struct Form::Impl {
   bool placed = false;          // the program has chosen its place
   bool sized = false;           // the program has chosen its size
   bool shown = false;           // has been shown before
+  bool makes_room = false;      // of a child: the main window grows for it
   QSize wanted;                 // of a child: the largest size that its inside has asked for
+  QSize fitted;                 // of a child: the size that it was last given by itself
 };
 
 Form::Form(FormKind kind) : kind_(kind), impl_(std::make_unique<Impl>()) {
@@ -70,7 +91,7 @@ Form::Form(FormKind kind) : kind_(kind), impl_(std::make_unique<Impl>()) {
     impl_->rows = new QVBoxLayout(content);
     impl_->rows->setContentsMargins(0, 0, 0, 0);
     impl_->rows->setSpacing(0);
-    auto* const area = new QMdiArea(content);
+    auto* const area = new FormArea(content);
     area->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     area->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     impl_->rows->addWidget(area, 1);
@@ -151,11 +172,12 @@ bool Form::IsShown() const {
 // A child takes the size of its inside, as far as there is room. Its frame forgets a size that it was given
 // before it was shown in a visible area, so this comes when it is shown.
 void Form::SizeChild() {
-  if (std::exchange(impl_->shown, true)) return FollowInside();
-  if (impl_->sized) return;
+  if (impl_->child->isVisible() || impl_->sized) return;
+  const bool first = !std::exchange(impl_->shown, true);
   impl_->child->show();
-  impl_->wanted = impl_->child->sizeHint();
-  impl_->child->resize(impl_->wanted.boundedTo(ChildRoom(impl_->wanted)));
+  if (first) impl_->fitted = impl_->child->size();
+  FollowInside();
+  if (impl_->child->size() == impl_->fitted) FitChild(impl_->makes_room);
 }
 
 // A child whose inside needs more room than ever before, since controls were hidden till now, grows with it
@@ -163,12 +185,27 @@ void Form::SizeChild() {
 void Form::FollowInside() {
   if (impl_->child == nullptr || !impl_->shown || impl_->sized || WindowState() != 0) return;
   const QSize wanted = impl_->child->sizeHint().expandedTo(impl_->wanted);
-  if (wanted == std::exchange(impl_->wanted, wanted)) return;
-  const QSize room = ChildRoom(wanted);
+  if (wanted != std::exchange(impl_->wanted, wanted)) FitChild(impl_->makes_room);
+}
+
+// A child that has the size that it chose itself is squeezed and grows again with the area.
+void Form::FollowArea() {
+  if (!impl_->child->isVisible() || impl_->sized || WindowState() != 0) return;
+  if (impl_->child->size() == impl_->fitted) FitChild(false);
+}
+
+void Form::FitChild(bool make_room) {
   ChildWindow& child = *impl_->child;
-  child.resize(child.size().expandedTo(wanted.boundedTo(room)));
-  child.move(std::max(0, std::min(child.x(), room.width() - child.width())),
-             std::max(0, std::min(child.y(), room.height() - child.height())));
+  const QSize before = child.size();
+  const QSize least = before == impl_->fitted ? QSize(0, 0) : before;
+  if (make_room) {
+    MakeRoom(impl_->wanted);
+    MakeRoom(child.WithBars(impl_->wanted, ChildRoom(impl_->wanted)));
+  }
+  const QSize room = ChildRoom(impl_->wanted);
+  impl_->fitted = child.WithBars(impl_->wanted, room).boundedTo(room).expandedTo(least);
+  child.resize(impl_->fitted);
+  if (child.size() != before) child.move(Within(QRect(QPoint(0, 0), room), child.geometry()));
 }
 
 // Before it is shown for the first time: a dialog stands over the middle of the window that it belongs to.
@@ -183,14 +220,11 @@ void Form::PlaceFirst() {
   QRect place = window->rect();
   const QRect screen = window->screen()->availableGeometry();
   place.moveCenter(owner != nullptr && owner->isVisible() ? owner->geometry().center() : screen.center());
-  place.moveRight(std::min(place.right(), screen.right()));
-  place.moveBottom(std::min(place.bottom(), screen.bottom()));
-  place.moveLeft(std::max(place.left(), screen.left()));
-  place.moveTop(std::max(place.top(), screen.top()));
-  window->move(place.topLeft());
+  window->move(Within(screen, place));
 }
 
 void Form::Show() {
+  impl_->makes_room = true;
   PlaceFirst();
   QWidget* const window = Window();
   const QWidget* const owner = QApplication::activeWindow();

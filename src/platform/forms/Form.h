@@ -37,7 +37,8 @@ class Form : public Container {
   void SetWindowState(int state);
 
   bool IsShown() const;
-  void Show();        // modeless; brings it to the front
+  // Modeless; brings it to the front. The main window grows to show a child as far as the screen allows.
+  void Show();
   void ShowBehind();  // child, modeless: below the others and without the keyboard
   void ShowModal();   // returns when the form is hidden or closed
   void Hide();
@@ -58,11 +59,14 @@ class Form : public Container {
  private:
   friend class FormWindow;
   friend class ChildWindow;
+  friend class FormArea;
   void ClosedByFrame();
   QWidget* Window() const;
   void PlaceFirst();
   void SizeChild();
   void FollowInside();
+  void FollowArea();
+  void FitChild(bool make_room);
   FormKind kind_;
   bool modal_ = false;
   std::function<void()> unload_;

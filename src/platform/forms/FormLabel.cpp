@@ -78,6 +78,11 @@ void FormLabel::SetBold(bool bold) {
   Of(*this).setFont(font);
 }
 
+void FormLabel::SetMuted() {
+  Of(*this).setForegroundRole(QPalette::PlaceholderText);
+  Of(*this).setAttribute(Qt::WA_TransparentForMouseEvents);
+}
+
 void FormLabel::Refresh() {
   Of(*this).repaint();
 }

@@ -3,6 +3,8 @@
 #include <QCloseEvent>
 #include <QKeyEvent>
 #include <QPushButton>
+#include <QScrollBar>
+#include <algorithm>
 
 #include "forms/ButtonRoles.h"
 #include "forms/Form.h"
@@ -62,6 +64,24 @@ FormScroller::FormScroller(QWidget* content) {
 
 QSize FormScroller::sizeHint() const {
   return widget()->sizeHint().expandedTo(widget()->minimumSize()).boundedTo(widget()->maximumSize());
+}
+
+QSize FormScroller::LeastSize() const {
+  return widget()->minimumSizeHint().expandedTo(widget()->minimumSize());
+}
+
+QSize ChildWindow::WithBars(const QSize& size, const QSize& room) const {
+  const auto& scroller = static_cast<const FormScroller&>(*widget());
+  const QSize least = scroller.LeastSize() + sizeHint() - scroller.sizeHint();
+  const int bar = scroller.verticalScrollBar()->sizeHint().width();
+  const int across = least.width() + (room.height() < least.height() ? bar : 0);
+  const int down = least.height() + (room.width() < across ? bar : 0);
+  return size.expandedTo(QSize(across, down));
+}
+
+void FormArea::resizeEvent(QResizeEvent* event) {
+  QMdiArea::resizeEvent(event);
+  for (QMdiSubWindow* child : subWindowList()) static_cast<ChildWindow*>(child)->form_.FollowArea();
 }
 
 void ChildWindow::closeEvent(QCloseEvent* event) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QScrollArea>
@@ -30,6 +31,7 @@ class FormScroller : public QScrollArea {
  public:
   explicit FormScroller(QWidget* content);
   QSize sizeHint() const override;
+  QSize LeastSize() const;  // that needs no scroll bar
 };
 
 // The frame around a child within the main window.
@@ -40,12 +42,24 @@ class ChildWindow : public QMdiSubWindow {
     setFocusPolicy(Qt::NoFocus);
     systemMenu()->actions().constLast()->setShortcut(QKeySequence(QStringLiteral("Ctrl+F4")));
   }
+  // The size with what scroll bars take that it needs in a room, so that no bar is needed because of another.
+  QSize WithBars(const QSize& size, const QSize& room) const;
 
  protected:
   void closeEvent(QCloseEvent* event) override;
 
  private:
+  friend class FormArea;
   Form& form_;
+};
+
+// The area for children of the main window.
+class FormArea : public QMdiArea {
+ public:
+  using QMdiArea::QMdiArea;
+
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
 };
 
 }  // namespace orv

@@ -83,6 +83,12 @@ ListItem ListView::Item(int index) const {
   return static_cast<ListEntry*>(EntryAt(*this, index))->Item();
 }
 
+int ListView::IndexOf(const QString& key) const {
+  int index = Count();
+  while (--index >= 0 && Item(index).Key != key) continue;
+  return index;
+}
+
 void ListView::SetSubItem(int index, int column, const QString& text) {
   static_cast<ListEntry*>(EntryAt(*this, index))->SetSubItem(column, text);
 }

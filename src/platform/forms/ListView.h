@@ -29,7 +29,8 @@ class ListView : public Control {
   void Clear();
   void Add(const ListItem& item);
   int Count() const;
-  ListItem Item(int index) const;  // in the order on show; RuntimeError 9 outside
+  ListItem Item(int index) const;         // in the order on show; RuntimeError 9 outside
+  int IndexOf(const QString& key) const;  // of the entry with a key, -1 for none
   void SetSubItem(int index, int column, const QString& text);  // column from 1
 
   int SelectedIndex() const;      // -1 for none

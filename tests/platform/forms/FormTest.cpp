@@ -4,7 +4,9 @@
 
 #include <QApplication>
 #include <QMdiSubWindow>
+#include <QScreen>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <QTimer>
 
 #include "forms/Application.h"
@@ -229,6 +231,47 @@ TEST(FormTest, AChildWithAllButOneControlOutOfUseGetsTheKeysAndGrowsWithItsInsid
   sparse.panel.SetVisible(true);
   QCoreApplication::processEvents();
   EXPECT_EQ(frame->size(), QSize(250, 150));
+}
+
+// Higher than the screen, and wider than the main window.
+class HighForm : public Form {
+ public:
+  HighForm() : Form(FormKind::Child) {
+    BoxLayout(*this, BoxLayout::Column, 0).Add(txt);
+    SetMinimumSize(txt, 450, 2000);
+  }
+  TextBox txt{*this};
+};
+
+TEST(FormTest, TheMainWindowGrowsToShowAChildThatThenFollowsIt) {
+  frmMain->Show();
+  QWidget& main = *frmMain->Handle();
+  const QSize small(300, 200);
+  main.move(200, 100);
+  main.resize(small);
+  HighForm high;
+  high.ShowBehind();
+  EXPECT_EQ(main.size(), small) << "not for one that works behind the others";
+  high.Hide();
+  high.Show();
+  const QWidget& frame = *FrameOf(high);
+  const auto& scroller = *frame.findChild<QScrollArea*>();
+  const auto shows_all_across = [&] {
+    QCoreApplication::processEvents();
+    return frame.parentWidget()->rect().contains(frame.geometry()) &&
+           scroller.verticalScrollBar()->isVisible() && !scroller.horizontalScrollBar()->isVisible();
+  };
+  EXPECT_TRUE(shows_all_across());
+  EXPECT_TRUE(main.screen()->availableGeometry().contains(main.frameGeometry()));
+  EXPECT_GT(main.height(), 700);
+  // The user makes the window smaller and greater again.
+  main.resize(small);
+  QCoreApplication::processEvents();
+  EXPECT_EQ(main.size(), small);
+  EXPECT_TRUE(frame.parentWidget()->rect().contains(frame.geometry()));
+  main.resize(700, 500);
+  EXPECT_TRUE(shows_all_across());
+  EXPECT_EQ(frame.height(), frame.parentWidget()->height());
 }
 
 TEST(FormTest, ClosingTheMainWindowUnloadsAllAndQuits) {
