@@ -177,7 +177,8 @@ void Character2ndForm::chkFrameCharacter_Click() {
 }
 
 void Character2ndForm::cmdGetCharPic_Click() {
-  ChooseFramedPicture("Choose characterpicture", Record(), "Picture", preview_.picImageCharacter, LastPicFolder);
+  ChooseFramedPicture("Choose characterpicture", Record(), "Picture", preview_.picImageCharacter,
+                      LastPicFolder);
 }
 
 // The offset of the picture stays, for the next one.
@@ -187,10 +188,11 @@ void Character2ndForm::cmdDelCharPic_Click() {
 
 // A new piece starts at the corner of its frame, unlike the picture.
 void Character2ndForm::cmdGetPlayingPiecePic_Click() {
-  ChooseFramedPicture("Choose playing piece picture", Record(), "PlayingPiece", preview_.picPlayingPieceImage, LastPieceFolder, [this] {
-    Record()["PPTop"] = 0;
-    Record()["PPLeft"] = 0;
-  });
+  ChooseFramedPicture("Choose playing piece picture", Record(), "PlayingPiece", preview_.picPlayingPieceImage,
+                      LastPieceFolder, [this] {
+                        Record()["PPTop"] = 0;
+                        Record()["PPLeft"] = 0;
+                      });
 }
 
 void Character2ndForm::cmdDelPlayingPiecePic_Click() {

@@ -162,8 +162,13 @@ void MasterForm::InitialiseSet() {
   } else {
     ptSet.SetVisible(false);
     cboSet.SetEnabled(false);
-    cmdDelete.SetEnabled(false);
+    DisableDelete();
   }
+}
+
+void MasterForm::DisableDelete() {
+  if (cmdDelete.HasFocus()) FocusSets();
+  cmdDelete.SetEnabled(false);
 }
 
 void MasterForm::FocusSets() {
@@ -205,8 +210,7 @@ void MasterForm::ShowNoSet() {
   chkAutonumber.SetValue(0);
   ShowSymbol(LoadPicture(), false);
   ptSet.SetVisible(false);
-  if (cmdDelete.HasFocus()) FocusSets();
-  cmdDelete.SetEnabled(false);
+  DisableDelete();
   RecordEditor::LockAll();
 }
 

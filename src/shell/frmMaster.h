@@ -45,6 +45,7 @@ class MasterForm : public Form {
   void Subscribe();
   void UpdateSetDisplay();
   void ShowNoSet();
+  void DisableDelete();
   void RedrawEditors();
   void LoadWindowPosition();
   void SaveWindowPosition();

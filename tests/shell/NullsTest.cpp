@@ -74,6 +74,8 @@ const QStringList kSameWithout{"PicTop", "PicLeft",  "PicHeight", "PicWidth",   
 
 class NullsTest : public OutputScene {
  protected:
+  NullsTest() : OutputScene(TestDatabase::Age::kOlder) {}
+
   void Make(const Kind& kind) {
     Open(kind.edition, 1);
     database_.AddCharacter(set_, 1, "Warrior");
