@@ -18,6 +18,7 @@
 #include "output/WriteRecords.h"
 #include "pictures/cDIBSection.h"
 #include "pictures/mIntelJPEGLibrary.h"
+#include "state/Product.h"
 #include "state/modData.h"
 #include "support/DialogScript.h"
 #include "support/TestDatabase.h"
@@ -230,7 +231,7 @@ int Measure(int records, int many) {
 }  // namespace orv
 
 int main(int argc, char** argv) {
-  orv::Application application(argc, argv, orv::Application::Offscreen);
+  orv::Application application(argc, argv, orv::Application::Offscreen, orv::TheProgram());
   const int records = argc > 1 ? std::atoi(argv[1]) : 500;
   const int many = argc > 2 ? std::atoi(argv[2]) : 5000;
   return application.RunOnce([&] { return orv::Measure(records, many); });

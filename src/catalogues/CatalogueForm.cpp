@@ -2,6 +2,7 @@
 
 #include "base/RuntimeError.h"
 #include "database/ListHelpers.h"
+#include "forms/ControlHelpers.h"
 #include "forms/Dialogs.h"
 #include "state/modData.h"
 

@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "base/Rounding.h"
-#include "database/ListHelpers.h"
 #include "forms/Application.h"
+#include "forms/ControlHelpers.h"
 #include "forms/Dialogs.h"
 #include "forms/Layout.h"
 #include "pictures/modPicture.h"

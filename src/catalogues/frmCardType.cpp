@@ -1,7 +1,7 @@
 #include "catalogues/frmCardType.h"
 
 #include "base/Rounding.h"
-#include "database/ListHelpers.h"
+#include "forms/ControlHelpers.h"
 #include "forms/Dialogs.h"
 #include "forms/Layout.h"
 #include "state/modData.h"

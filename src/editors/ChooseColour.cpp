@@ -1,4 +1,4 @@
-#include "editors/ChooseColour.h"
+#include "editors/inner/ChooseColour.h"
 
 #include "base/RuntimeError.h"
 #include "forms/Dialogs.h"

@@ -1,4 +1,4 @@
-#include "editors/ChoosePicture.h"
+#include "editors/inner/ChoosePicture.h"
 
 #include "base/Files.h"
 #include "base/RuntimeError.h"

@@ -4,6 +4,7 @@
 #include "base/RuntimeError.h"
 #include "database/ListHelpers.h"
 #include "editors/EditorLayout.h"
+#include "forms/ControlHelpers.h"
 #include "state/modData.h"
 
 namespace orv {

@@ -1,5 +1,6 @@
 #include "shell/frmMaster.h"
 
+#include <QScopedValueRollback>
 #include <algorithm>
 
 #include "base/RuntimeError.h"
@@ -15,6 +16,7 @@
 #include "editors/frmCharacter2nd.h"
 #include "editors/frmLarge2nd.h"
 #include "forms/Application.h"
+#include "forms/ControlHelpers.h"
 #include "forms/Dialogs.h"
 #include "output/modFile.h"
 #include "pictures/modPicture.h"
@@ -192,7 +194,7 @@ void MasterForm::UpdateSetDisplay() {
     return;
   }
   {
-    const FlagScope loading(Loading);
+    const QScopedValueRollback loading(Loading, true);
     cboSet.SetEnabled(true);
     ptSet.SetVisible(true);
     cmdDelete.SetEnabled(true);
@@ -205,7 +207,7 @@ void MasterForm::UpdateSetDisplay() {
 }
 
 void MasterForm::ShowNoSet() {
-  const FlagScope loading(Loading);
+  const QScopedValueRollback loading(Loading, true);
   cboSet.SetEnabled(false);
   chkAutonumber.SetValue(0);
   ShowSymbol(LoadPicture(), false);

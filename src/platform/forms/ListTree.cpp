@@ -1,4 +1,4 @@
-#include "forms/ListTree.h"
+#include "forms/inner/ListTree.h"
 
 #include <QCollator>
 #include <QHeaderView>
@@ -10,7 +10,7 @@
 #include <algorithm>
 
 #include "base/RuntimeError.h"
-#include "forms/ShownText.h"
+#include "forms/inner/ShownText.h"
 
 namespace orv {
 namespace {
