@@ -129,7 +129,7 @@ void CardTypeForm::Subscribe() {
     };
   }
   cmdNew.Click = [this] { cmdNew_Click(); };
-  cmdSet.Click = [this] { Quietly([this] { cmdSet_Click(); }); };
+  cmdSet.Click = [this] { OnEntry([this] { cmdSet_Click(); }); };
 }
 
 void CardTypeForm::Form_Load() {

@@ -1,4 +1,4 @@
-#include "editors/EditorLayout.h"
+#include "editors/inner/EditorLayout.h"
 #include "forms/ControlHelpers.h"
 
 namespace orv {

@@ -1,6 +1,6 @@
 // The character editor's controls: their making, their arrangement and their events.
-#include "editors/EditorLayout.h"
 #include "editors/frmCharacter2nd.h"
+#include "editors/inner/EditorLayout.h"
 #include "forms/ControlHelpers.h"
 #include "state/modData.h"
 

@@ -1,6 +1,6 @@
 // The large-card editor's controls: their making, their arrangement and their events.
-#include "editors/EditorLayout.h"
 #include "editors/frmLarge2nd.h"
+#include "editors/inner/EditorLayout.h"
 #include "forms/ControlHelpers.h"
 #include "state/modData.h"
 

@@ -134,11 +134,6 @@ bool SetImage(const Picture& picture) {
   return true;
 }
 
-Picture GetImage() {
-  const QImage image = QGuiApplication::clipboard()->image();
-  return image.isNull() ? Picture() : Picture(image);
-}
-
 }  // namespace Clipboard
 
 }  // namespace orv

@@ -50,7 +50,6 @@ class WaitCursor {
 namespace Clipboard {
 // Puts a picture on the clipboard; false where there is none.
 bool SetImage(const Picture& picture);
-Picture GetImage();
 }  // namespace Clipboard
 
 }  // namespace orv

@@ -111,7 +111,6 @@ class Label : public SurfaceItem {
     caption_ = caption;
     Invalidate();
   }
-  Alignment GetAlignment() const { return alignment_; }
   void SetAlignment(Alignment alignment) {
     alignment_ = alignment;
     Invalidate();
