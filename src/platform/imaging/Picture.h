@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 #include <QString>
+#include <limits>
 #include <memory>
 
 class QImage;
@@ -32,6 +33,14 @@ Picture LoadPicture();
 // and orientation tags. RuntimeError 481 for anything else, for a picture that is broken or cut short,
 // and for one of more than 64 megapixels; time and memory are bounded.
 Picture LoadPicture(const QByteArray& bytes);
+// Rows from `first` up to and without `end`; either may lie beyond the picture.
+struct RowBand {
+  int first = 0;
+  int end = std::numeric_limits<int>::max();
+};
+// The same picture in its whole size, of which only the rows of the band are needed: the others may be white.
+// A JPG takes less time then; what is broken or missing beyond the band is an error as ever.
+Picture LoadPicture(const QByteArray& bytes, RowBand band);
 // From a file; RuntimeError 53, 75 or 76 if it can't be read.
 Picture LoadPicture(const QString& path);
 
