@@ -89,6 +89,7 @@ TEST(LoadPicture, ABandOfAJpegHasThePixelsOfTheWhole) {
       JpegShape shape{1 + below(90), 1 + below(130), kind == 2, kind % 2 == 1, kind > 2, kind == 4};
       shape.sampling = sampling;
       shape.photo = true;
+      shape.restarts = below(2) == 1;
       const QByteArray bytes = samples::Jpeg(shape);
       const QImage whole = LoadPicture(bytes).Image();
       for (int i = 0; i < 30; ++i) {

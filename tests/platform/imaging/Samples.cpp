@@ -129,6 +129,7 @@ QByteArray Jpeg(const JpegShape& shape) {
   if (shape.ink_as_luma) jpeg_set_colorspace(&codec, JCS_YCCK);
   codec.comp_info[0].h_samp_factor = shape.sampling.width();
   codec.comp_info[0].v_samp_factor = shape.sampling.height();
+  codec.restart_in_rows = shape.restarts ? 1 : 0;
   codec.write_Adobe_marker = shape.ink && shape.ink_marked;
   jpeg_set_quality(&codec, shape.quality, TRUE);
   if (shape.progressive) jpeg_simple_progression(&codec);
