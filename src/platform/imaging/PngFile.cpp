@@ -12,8 +12,10 @@
 namespace orv {
 namespace {
 
-constexpr int kCompression = 2;  // zlib's own scale
-constexpr int kFilters = PNG_FILTER_SUB;
+// By measurement: of zlib's levels the quickest, and of the filters the one that is quick and gives small
+// files.
+constexpr int kCompression = 1;
+constexpr int kFilters = PNG_FILTER_UP;
 
 void AppendBytes(png_structp png, png_bytep bytes, std::size_t count) {
   static_cast<QByteArray*>(png_get_io_ptr(png))
