@@ -53,43 +53,46 @@ void Check(bool done) {
   if (!done) throw RuntimeError(kErrInternal, QStringLiteral("The colours could not be reduced"));
 }
 
-// Colours that hardly differ are one entry, their mean: the library takes a fifth of the time then.
-class Histogram {
- public:
-  void Add(QRgb colour);
-  std::vector<liq_histogram_entry> Entries() const;
+using Entries = std::vector<liq_histogram_entry>;
 
- private:
-  static constexpr int kBits = 6;  // of each channel
-  static constexpr int kShift = 8 - kBits;
+// The colours of a picture, each with how often it occurs. Those that share the upper bits of each channel
+// are one entry, their mean.
+template <int kBits>
+Entries Histogram(const QImage& image) {
+  constexpr int kShift = 8 - kBits;
   struct Bin {
     std::uint32_t count = 0;
-    std::array<std::uint32_t, kChannels> rests = {};  // sums of what goes beyond the bin's own colour
+    std::array<std::uint32_t, kChannels> rests = {};  // sums of the lower bits
   };
-  std::vector<Bin> bins_{std::size_t{1} << (kChannels * kBits)};
-};
-
-void Histogram::Add(QRgb colour) {
-  const Channels values = ChannelsOf(colour);
-  std::size_t at = 0;
-  for (const int value : values) at = at << kBits | static_cast<std::size_t>(value >> kShift);
-  Bin& bin = bins_[at];
-  ++bin.count;
-  for (int i = 0; i < kChannels; ++i) bin.rests[i] += values[i] & ((1 << kShift) - 1);
-}
-
-std::vector<liq_histogram_entry> Histogram::Entries() const {
-  std::vector<liq_histogram_entry> entries;
-  for (std::size_t at = 0; at < bins_.size(); ++at) {
-    const Bin& bin = bins_[at];
+  std::vector<Bin> bins(std::size_t{1} << (kChannels * kBits));
+  for (int y = 0; y < image.height(); ++y) {
+    for (const QRgb *pixel = RowOf(image, y), *end = pixel + image.width(); pixel != end; ++pixel) {
+      const Channels values = ChannelsOf(*pixel);
+      std::size_t at = 0;
+      for (const int value : values) at = at << kBits | static_cast<std::size_t>(value >> kShift);
+      ++bins[at].count;
+      for (int i = 0; i < kChannels; ++i) bins[at].rests[i] += values[i] & ((1 << kShift) - 1);
+    }
+  }
+  Entries entries;
+  for (std::size_t at = 0; at < bins.size(); ++at) {
+    const Bin& bin = bins[at];
     if (bin.count == 0) continue;
     const auto mean = [&](int channel) {
-      const std::size_t own = at >> (kBits * (kChannels - 1 - channel)) & ((1 << kBits) - 1);
-      return static_cast<uchar>((own << kShift) + (bin.rests[channel] + bin.count / 2) / bin.count);
+      const std::size_t upper = at >> (kBits * (kChannels - 1 - channel)) & ((1 << kBits) - 1);
+      return static_cast<uchar>((upper << kShift) + (bin.rests[channel] + bin.count / 2) / bin.count);
     };
     entries.push_back({{mean(0), mean(1), mean(2), 255}, bin.count});
   }
   return entries;
+}
+
+// The library's time grows with the entries. A picture of very many colours is none the worse for coarse
+// ones.
+Entries ShortHistogram(const QImage& image) {
+  constexpr std::size_t kMany = 10'000;
+  Entries entries = Histogram<6>(image);
+  return entries.size() <= kMany ? entries : Histogram<5>(image);
 }
 
 // The library's threads cost more than they win on pictures of a card's size, and sum up in no fixed order.
@@ -110,13 +113,7 @@ std::vector<QRgb> ChoosePalette(const QImage& image) {
   Check(attr != nullptr && liq_set_speed(attr.get(), kSpeed) == LIQ_OK);
   const LiqHistogram histogram(liq_histogram_create(attr.get()));
   Check(histogram != nullptr);
-  Histogram colours;
-  for (int y = 0; y < image.height(); ++y) {
-    for (const QRgb *pixel = RowOf(image, y), *end = pixel + image.width(); pixel != end; ++pixel) {
-      colours.Add(*pixel);
-    }
-  }
-  const std::vector<liq_histogram_entry> entries = colours.Entries();
+  const Entries entries = ShortHistogram(image);
   Check(liq_histogram_add_colors(histogram.get(), attr.get(), entries.data(),
                                  static_cast<int>(entries.size()), 0) == LIQ_OK);
   liq_result* raw = nullptr;
