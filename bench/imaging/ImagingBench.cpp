@@ -14,7 +14,7 @@ namespace orv {
 namespace {
 
 constexpr int kRounds = 41;
-constexpr double kBandGoal = 0.95;
+constexpr double kBandGoal = 0.75;
 
 double MedianOf(const std::function<void()>& action) {
   std::vector<double> times;
