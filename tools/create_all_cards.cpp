@@ -10,6 +10,7 @@
 #include "database/CurrentSet.h"
 #include "forms/Application.h"
 #include "output/WriteRecords.h"
+#include "state/Product.h"
 #include "state/modData.h"
 
 namespace orv {
@@ -101,7 +102,7 @@ int RunBatch(const BatchOptions& options) {
 
 int main(int argc, char** argv) {
   using namespace orv;
-  Application application(argc, argv, Application::Offscreen);
+  Application application(argc, argv, Application::Offscreen, TheProgram());
   QStringList arguments;
   for (int i = 0; i < argc; ++i) arguments.append(QString::fromLocal8Bit(argv[i]));
   const ParsedOptions parsed = ParseBatchOptions(arguments);

@@ -18,6 +18,7 @@
 #include "measuring/Measuring.h"
 #include "measuring/Photo.h"
 #include "output/WriteRecords.h"
+#include "state/Product.h"
 #include "state/modData.h"
 #include "support/DialogScript.h"
 #include "support/TestDatabase.h"
@@ -264,7 +265,7 @@ int Measure(int records, int many) {
 }  // namespace orv
 
 int main(int argc, char** argv) {
-  orv::Application application(argc, argv, orv::Application::Offscreen);
+  orv::Application application(argc, argv, orv::Application::Offscreen, orv::TheProgram());
   const int records = argc > 1 ? std::atoi(argv[1]) : 500;
   const int many = argc > 2 ? std::atoi(argv[2]) : 5000;
   return application.RunOnce([&] { return orv::Measure(records, many); });

@@ -1,11 +1,13 @@
 // What the card editor asks of other dialogs: the catalogues, the card list and the statistics.
 #include "catalogues/frmCardBacks.h"
+
+#include <QScopedValueRollback>
 #include "catalogues/frmCardType.h"
 #include "database/ListHelpers.h"
 #include "database/ReferenceLists.h"
 #include "editors/CardEditor.h"
-#include "editors/Statistics.h"
 #include "editors/frmCardList.h"
+#include "editors/inner/Statistics.h"
 #include "state/modData.h"
 
 namespace orv {
@@ -16,7 +18,7 @@ void CardEditor::cmdGetType_Click() {
   Quietly([] { frmCardType->Choose(modData::rsCard["CardTypeID"].Int32()); });
   frmCardType->ShowModal();
   modData::rsCardType = modData::OpenSnapshot(QString::fromLatin1(kAllCardTypes));
-  const FlagScope loading(Loading);
+  const QScopedValueRollback loading(Loading, true);
   FillTypes();
   if (frmCardType->OK) {
     if (Write("CardTypeID", frmCardType->SelectedTypeID)) DrawCard();
@@ -32,7 +34,7 @@ void CardEditor::cmdGetCardBack_Click() {
   Quietly([] { frmCardBacks->Choose(modData::rsCard["CardBackID"].Int32()); });
   frmCardBacks->ShowModal();
   modData::rsCardBack = modData::OpenSnapshot(QString::fromLatin1(kAllCardBacks));
-  const FlagScope loading(Loading);
+  const QScopedValueRollback loading(Loading, true);
   FillBacks();
   if (frmCardBacks->OK) {
     if (Write("CardBackID", frmCardBacks->SelectedBackID)) DrawCard();

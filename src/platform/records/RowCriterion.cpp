@@ -3,7 +3,6 @@
 #include <algorithm>
 
 #include "base/RuntimeError.h"
-#include "records/Collation.h"
 
 namespace orv {
 namespace {
