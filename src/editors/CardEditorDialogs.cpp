@@ -1,7 +1,7 @@
 // What the card editor asks of other dialogs: the catalogues, the card list and the statistics.
-#include "catalogues/frmCardBacks.h"
-
 #include <QScopedValueRollback>
+
+#include "catalogues/frmCardBacks.h"
 #include "catalogues/frmCardType.h"
 #include "database/ListHelpers.h"
 #include "database/ReferenceLists.h"
@@ -15,7 +15,7 @@ namespace orv {
 void CardEditor::cmdGetType_Click() {
   if (!kind_.has_type_catalogue || !Record().Hold()) return;
   modData::rsCardType.Close();
-  Quietly([] { frmCardType->Choose(modData::rsCard["CardTypeID"].Int32()); });
+  frmCardType->Choose(modData::rsCard["CardTypeID"].Int32Or(0));
   frmCardType->ShowModal();
   modData::rsCardType = modData::OpenSnapshot(QString::fromLatin1(kAllCardTypes));
   const QScopedValueRollback loading(Loading, true);
@@ -31,7 +31,7 @@ void CardEditor::cmdGetCardBack_Click() {
   if (!Record().Hold()) return;
   modData::rsCardBack.Close();
   frmCardBacks->InitBacks(2);  // in both editions
-  Quietly([] { frmCardBacks->Choose(modData::rsCard["CardBackID"].Int32()); });
+  frmCardBacks->Choose(modData::rsCard["CardBackID"].Int32Or(0));
   frmCardBacks->ShowModal();
   modData::rsCardBack = modData::OpenSnapshot(QString::fromLatin1(kAllCardBacks));
   const QScopedValueRollback loading(Loading, true);

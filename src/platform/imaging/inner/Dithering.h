@@ -19,8 +19,8 @@ inline const QRgb* RowOf(const QImage& image, int y) {
   return reinterpret_cast<const QRgb*>(image.constScanLine(y));
 }
 
-// The index of a colour of the palette (1 to kMostColours) for each pixel of a picture of Format_RGB32, row by
-// row, by diffusion of the error where the picture is smooth.
+// The index of a colour of the palette (1 to kMostColours) for each pixel of a picture of Format_RGB32, row
+// by row, by diffusion of the error where the picture is smooth.
 std::vector<std::uint8_t> Dither(const QImage& image, const std::vector<QRgb>& palette);
 
 }  // namespace orv
