@@ -3,6 +3,7 @@
 #include <QByteArray>
 #include <future>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "imaging/Picture.h"
@@ -32,7 +33,7 @@ class PicturesAhead {
  private:
   struct Entry {
     QByteArray file;
-    std::shared_future<Picture> picture;
+    std::shared_future<std::optional<Picture>> picture;  // nothing if it could not be decoded ahead
   };
   using Entries = std::vector<Entry>;
 

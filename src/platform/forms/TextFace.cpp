@@ -6,7 +6,9 @@
 #include <QHash>
 #include <QImage>
 #include <QPainter>
+#include <algorithm>
 #include <cmath>
+#include <limits>
 #include <memory>
 #include <utility>
 #include <vector>
@@ -28,18 +30,38 @@ bool IsInstalled(const QString& family) {
   return families.contains(family, Qt::CaseInsensitive);
 }
 
-// Whether the text is drawn right with one glyph a character, set side by side. Others (combining marks,
-// right-to-left and joined scripts, pairs of surrogates) are left to the shaper.
+// A letter of this height fills any card; a larger face would cost time and memory for what nobody sees.
+constexpr double kMostPixels = 400;
+// Kept glyphs of one face; far more than the letters of a language take at the size of a card's text.
+constexpr qsizetype kMostGlyphBytes = 16'000'000;
+// Wider than any surface on which a text is read.
+constexpr int kWidestInk = 8192;
+// What is shaped at once for measuring. No word is longer; a longer run is measured in pieces, so that a
+// text of any length costs a bounded time a character.
+constexpr qsizetype kLongestPiece = 24;
+
+// Whether a character is drawn right as one glyph, set side by side with others. The rest (combining marks,
+// right-to-left and joined scripts, pairs of surrogates) is left to the shaper.
+bool IsPlainCharacter(QChar c) {
+  const char16_t u = c.unicode();
+  return u < 0x0300 || (u >= 0x0370 && u < 0x0590 && !(u >= 0x0483 && u <= 0x0489)) ||
+         (u >= 0x1E00 && u < 0x2C00 && !(u >= 0x200B && u <= 0x200F) && !(u >= 0x2028 && u <= 0x202F) &&
+          !(u >= 0x2060 && u <= 0x206F) && !(u >= 0x20D0 && u <= 0x20FF));
+}
+
 bool IsPlain(QStringView text) {
-  for (const QChar c : text) {
-    const char16_t u = c.unicode();
-    const bool plain =
-        u < 0x0300 || (u >= 0x0370 && u < 0x0590 && !(u >= 0x0483 && u <= 0x0489)) ||
-        (u >= 0x1E00 && u < 0x2C00 && !(u >= 0x200B && u <= 0x200F) && !(u >= 0x2028 && u <= 0x202F) &&
-         !(u >= 0x2060 && u <= 0x206F) && !(u >= 0x20D0 && u <= 0x20FF));
-    if (!plain) return false;
-  }
-  return true;
+  return std::ranges::all_of(text, IsPlainCharacter);
+}
+
+// Whether a character stands by itself: what comes before it does not change with it, nor does it with that.
+bool IsStarter(QChar c) {
+  const char16_t u = c.unicode();
+  const bool kana = u >= 0x3041 && u < 0x3100 && u != 0x3099 && u != 0x309A;
+  return IsPlainCharacter(c) || kana || (u >= 0x3400 && u < 0xA000) || (u >= 0xAC00 && u < 0xD7A4);
+}
+
+bool IsMark(QChar c) {
+  return c.unicode() >= 0x0300 && c.unicode() < 0x0370;
 }
 
 // Control characters take no room and leave no ink.
@@ -63,6 +85,7 @@ QRgb Blend(QRgb under, QRgb over, int coverage) {
 void BlendMask(QImage& target, int x0, int y0, const QImage& mask, QRgb colour) {
   const int from_x = std::max(0, -x0);
   const int to_x = std::min(mask.width(), target.width() - x0);
+  if (from_x >= to_x) return;
   const int from_y = std::max(0, -y0);
   const int to_y = std::min(mask.height(), target.height() - y0);
   for (int y = from_y; y < to_y; ++y) {
@@ -114,7 +137,8 @@ struct TextFace::Impl {
 
   static QFont MakeFont(const orv::Font& description) {
     QFont font(FamilyFor(description.Name));
-    font.setPixelSize(std::max(1, static_cast<int>(std::lround(description.Size * 96 / 72))));
+    const double pixels = description.Size * 96 / 72;  // no number at all counts as the smallest
+    font.setPixelSize(pixels >= 1 ? static_cast<int>(std::lround(std::min(pixels, kMostPixels))) : 1);
     font.setBold(description.Bold);
     font.setItalic(description.Italic);
     font.setKerning(false);
@@ -124,11 +148,14 @@ struct TextFace::Impl {
     return font;
   }
 
-  // What a text covers. Slanted and wide letters reach beyond the cell, and so do marks on capital letters.
-  Coverage Cover(const QString& text) const {
+  // What a text covers within a part of its plane, whose origin is the corner of the text's cell. Slanted and
+  // wide letters reach beyond the cell, and so do marks on capital letters.
+  Coverage Cover(const QString& text, const QRect& part) const {
     const QRect cell(0, 0, metrics.horizontalAdvance(text), metrics.height());
     const QRect room = (cell | metrics.boundingRect(text).translated(0, metrics.ascent()))
-                           .adjusted(-margin, -margin, margin, margin);
+                           .adjusted(-margin, -margin, margin, margin) &
+                       part;
+    if (room.isEmpty()) return {};
     QImage image(room.size(), QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
     QPainter painter(&image);
@@ -142,11 +169,20 @@ struct TextFace::Impl {
     return {mask.copy(ink), ink.left() + room.left(), ink.top() + room.top()};
   }
 
+  Coverage CoverAll(const QString& text) const {
+    return Cover(text, {-kWidestInk, -kWidestInk, 2 * kWidestInk, 2 * kWidestInk});
+  }
+
   const Glyph& GlyphOf(QChar c) {
     const auto known = glyphs.constFind(c);
     if (known != glyphs.constEnd()) return *known;
     Glyph glyph;
-    if (!IsControl(c)) glyph = {Cover(c), metrics.horizontalAdvance(c)};
+    if (!IsControl(c)) glyph = {CoverAll(c), metrics.horizontalAdvance(c)};
+    if (glyph_bytes > kMostGlyphBytes) {
+      glyphs.clear();
+      glyph_bytes = 0;
+    }
+    glyph_bytes += glyph.ink.mask.sizeInBytes();
     return *glyphs.insert(c, glyph);
   }
 
@@ -161,6 +197,7 @@ struct TextFace::Impl {
   QFontMetrics metrics;
   int margin;  // pixels around what a text is measured to cover
   QHash<QChar, Glyph> glyphs;
+  qsizetype glyph_bytes = 0;
   std::vector<int> advances = std::vector<int>(256, -1);
 };
 
@@ -180,11 +217,76 @@ const TextFace& TextFace::For(const Font& font) {
   return *faces.back().face;
 }
 
+// The width of a text that grows character by character. Advances are whole pixels and there is no kerning,
+// so the pieces before the last one only count; that one is set anew if it needs the shaper.
+class TextFace::Growing {
+ public:
+  Growing(Impl& impl, QStringView text) : impl_(impl), text_(text) {}
+
+  qint64 Width() const { return before_ + piece_width_; }
+  qsizetype Size() const { return piece_start_ + piece_size_; }
+
+  // Takes one more character in.
+  void Grow() {
+    const QChar c = Extend();
+    if (!plain_) {
+      piece_width_ = impl_.metrics.horizontalAdvance(Piece().toString());
+    } else {
+      piece_width_ += impl_.AdvanceOf(c);
+    }
+  }
+
+  // Takes in all characters of the present piece, or of the next.
+  void GrowByPiece() {
+    do {
+      const QChar c = Extend();
+      if (plain_) piece_width_ += impl_.AdvanceOf(c);
+    } while (Size() < text_.size() && !PieceEndsBefore(text_[Size()]));
+    if (!plain_) piece_width_ = impl_.metrics.horizontalAdvance(Piece().toString());
+  }
+
+ private:
+  QStringView Piece() const { return text_.sliced(piece_start_, piece_size_); }
+
+  bool PieceEndsBefore(QChar c) const {
+    return Piece().endsWith(u' ') || (piece_size_ >= kLongestPiece && !c.isLowSurrogate()) ||
+           (!plain_ && simple_ && IsStarter(c));
+  }
+
+  QChar Extend() {
+    const QChar c = text_[Size()];
+    if (PieceEndsBefore(c)) {
+      before_ += std::exchange(piece_width_, 0);
+      piece_start_ += std::exchange(piece_size_, 0);
+      plain_ = simple_ = true;
+    }
+    ++piece_size_;
+    plain_ = plain_ && IsPlainCharacter(c);
+    simple_ = simple_ && (IsStarter(c) || IsMark(c));
+    return c;
+  }
+
+  Impl& impl_;
+  QStringView text_;
+  qsizetype piece_start_ = 0, piece_size_ = 0;
+  qint64 before_ = 0, piece_width_ = 0;  // pixels
+  bool plain_ = true;
+  bool simple_ = true;  // nothing but starters, and marks upon them
+};
+
 int TextFace::Width(QStringView text) const {
-  if (!IsPlain(text)) return impl_->metrics.horizontalAdvance(text.toString());
-  int width = 0;
-  for (const QChar c : text) width += impl_->AdvanceOf(c);
-  return width;
+  Growing growing(*impl_, text);
+  while (growing.Size() < text.size()) growing.GrowByPiece();
+  return static_cast<int>(std::min<qint64>(growing.Width(), std::numeric_limits<int>::max() / 2));
+}
+
+qsizetype TextFace::Fitting(QStringView text, double width) const {
+  Growing growing(*impl_, text);
+  while (growing.Size() < text.size()) {
+    growing.Grow();
+    if (growing.Width() >= width) return growing.Size() - 1;
+  }
+  return text.size();
 }
 
 int TextFace::Height() const {
@@ -192,7 +294,7 @@ int TextFace::Height() const {
 }
 
 int TextFace::Rise(QStringView text) const {
-  if (!IsPlain(text)) return std::max(0, -impl_->Cover(text.toString()).top);
+  if (!IsPlain(text)) return std::max(0, -impl_->CoverAll(text.toString()).top);
   int rise = 0;
   for (const QChar c : text) rise = std::max(rise, -impl_->GlyphOf(c).ink.top);
   return rise;
@@ -204,11 +306,12 @@ void TextFace::Draw(QImage& target, int x, int y, QStringView text, Colour colou
     BlendMask(target, x + ink.left, y + ink.top, ink.mask, rgb);
   };
   if (!IsPlain(text)) {
-    blend(impl_->Cover(text.toString()));
+    blend(impl_->Cover(text.toString(), target.rect().translated(-x, -y)));
     return;
   }
-  for (const QChar c : text) {
-    const Impl::Glyph& glyph = impl_->GlyphOf(c);
+  const int end = target.width() + impl_->margin;
+  for (auto c = text.begin(); c != text.end() && x <= end; ++c) {
+    const Impl::Glyph& glyph = impl_->GlyphOf(*c);
     blend(glyph.ink);
     x += glyph.advance;
   }

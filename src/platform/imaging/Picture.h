@@ -31,8 +31,13 @@ Picture LoadPicture();
 // CMYK), GIF (first frame, transparent where the file says so) or WMF file (with or without a placeable
 // header), told by their content. Bytes behind the end of the picture are ignored, and so are resolution
 // and orientation tags. RuntimeError 481 for anything else, for a picture that is broken or cut short,
-// and for one of more than 64 megapixels or with a side of more than 32767; time and memory are bounded.
+// and for one of more than 16 megapixels (8 with transparent parts) or with a side of more than 32767. Time
+// and memory are bounded: the four pictures of a record take at most 256 MB, and decoding one 64 MB besides,
+// so a progressive JPG may have no more than 10 megapixels if its colours have full resolution, and only
+// so many scans as come to 320 megapixels.
 Picture LoadPicture(const QByteArray& bytes);
+// The same with a bound on pixels of its own, below the common one.
+Picture LoadPicture(const QByteArray& bytes, std::int64_t most_pixels);
 // From a file; RuntimeError 53, 75 or 76 if it can't be read.
 Picture LoadPicture(const QString& path);
 
