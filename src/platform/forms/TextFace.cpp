@@ -39,6 +39,8 @@ constexpr int kWidestInk = 8192;
 // What is shaped at once for measuring. No word is longer; a longer run is measured in pieces, so that a
 // text of any length costs a bounded time a character.
 constexpr qsizetype kLongestPiece = 24;
+// Longer texts than this run over every surface, and the shaper gets them in parts.
+constexpr qsizetype kLongText = 1000;
 
 // Whether a character is drawn right as one glyph, set side by side with others. The rest (combining marks,
 // right-to-left and joined scripts, pairs of surrogates) is left to the shaper.
@@ -63,6 +65,29 @@ bool IsStarter(QChar c) {
 bool IsMark(QChar c) {
   return c.unicode() >= 0x0300 && c.unicode() < 0x0370;
 }
+
+// A part of a text that is set by itself: what stands before and behind it does not change its width.
+struct Piece {
+  enum Border { kNone, kNatural, kForced };
+
+  qsizetype start = 0;  // in the text
+  qsizetype size = 0;
+  bool plain = true;
+  bool simple = true;  // nothing but starters, and marks upon them
+  bool blank = false;  // at its end
+
+  Border Before(QChar next) const {
+    if (blank || (!plain && simple && IsStarter(next))) return kNatural;
+    return size >= kLongestPiece && !next.isLowSurrogate() ? kForced : kNone;
+  }
+
+  void Add(QChar c) {
+    ++size;
+    plain = plain && IsPlainCharacter(c);
+    simple = simple && (IsStarter(c) || IsMark(c));
+    blank = c == u' ';
+  }
+};
 
 // Control characters take no room and leave no ink.
 bool IsControl(QChar c) {
@@ -193,6 +218,14 @@ struct TextFace::Impl {
     return advance;
   }
 
+  // The width of a text that is set at once.
+  qint64 WidthOf(QStringView text) {
+    if (!IsPlain(text)) return metrics.horizontalAdvance(text.toString());
+    qint64 width = 0;
+    for (const QChar c : text) width += AdvanceOf(c);
+    return width;
+  }
+
   QFont font;
   QFontMetrics metrics;
   int margin;  // pixels around what a text is measured to cover
@@ -217,74 +250,39 @@ const TextFace& TextFace::For(const Font& font) {
   return *faces.back().face;
 }
 
-// The width of a text that grows character by character. Advances are whole pixels and there is no kerning,
-// so the pieces before the last one only count; that one is set anew if it needs the shaper.
-class TextFace::Growing {
- public:
-  Growing(Impl& impl, QStringView text) : impl_(impl), text_(text) {}
-
-  qint64 Width() const { return before_ + piece_width_; }
-  qsizetype Size() const { return piece_start_ + piece_size_; }
-
-  // Takes one more character in.
-  void Grow() {
-    const QChar c = Extend();
-    if (!plain_) {
-      piece_width_ = impl_.metrics.horizontalAdvance(Piece().toString());
-    } else {
-      piece_width_ += impl_.AdvanceOf(c);
-    }
-  }
-
-  // Takes in all characters of the present piece, or of the next.
-  void GrowByPiece() {
-    do {
-      const QChar c = Extend();
-      if (plain_) piece_width_ += impl_.AdvanceOf(c);
-    } while (Size() < text_.size() && !PieceEndsBefore(text_[Size()]));
-    if (!plain_) piece_width_ = impl_.metrics.horizontalAdvance(Piece().toString());
-  }
-
- private:
-  QStringView Piece() const { return text_.sliced(piece_start_, piece_size_); }
-
-  bool PieceEndsBefore(QChar c) const {
-    return Piece().endsWith(u' ') || (piece_size_ >= kLongestPiece && !c.isLowSurrogate()) ||
-           (!plain_ && simple_ && IsStarter(c));
-  }
-
-  QChar Extend() {
-    const QChar c = text_[Size()];
-    if (PieceEndsBefore(c)) {
-      before_ += std::exchange(piece_width_, 0);
-      piece_start_ += std::exchange(piece_size_, 0);
-      plain_ = simple_ = true;
-    }
-    ++piece_size_;
-    plain_ = plain_ && IsPlainCharacter(c);
-    simple_ = simple_ && (IsStarter(c) || IsMark(c));
-    return c;
-  }
-
-  Impl& impl_;
-  QStringView text_;
-  qsizetype piece_start_ = 0, piece_size_ = 0;
-  qint64 before_ = 0, piece_width_ = 0;  // pixels
-  bool plain_ = true;
-  bool simple_ = true;  // nothing but starters, and marks upon them
-};
-
 int TextFace::Width(QStringView text) const {
-  Growing growing(*impl_, text);
-  while (growing.Size() < text.size()) growing.GrowByPiece();
-  return static_cast<int>(std::min<qint64>(growing.Width(), std::numeric_limits<int>::max() / 2));
+  qint64 width = 0;
+  qsizetype start = 0;
+  Piece piece;
+  for (qsizetype i = 0; i < text.size(); ++i) {
+    if (const Piece::Border border = piece.Before(text[i])) {
+      if (border == Piece::kForced || i - start >= kLongText) {
+        width += impl_->WidthOf(text.sliced(start, i - start));
+        start = i;
+      }
+      piece = {i};
+    }
+    piece.Add(text[i]);
+  }
+  width += impl_->WidthOf(text.sliced(start));
+  return static_cast<int>(std::min<qint64>(width, std::numeric_limits<int>::max() / 2));
 }
 
+// Advances are whole pixels and there is no kerning, so of the pieces before the last one only their widths
+// count; the last is set anew for each character that needs the shaper.
 qsizetype TextFace::Fitting(QStringView text, double width) const {
-  Growing growing(*impl_, text);
-  while (growing.Size() < text.size()) {
-    growing.Grow();
-    if (growing.Width() >= width) return growing.Size() - 1;
+  qint64 before = 0;
+  qint64 last = 0;
+  Piece piece;
+  for (qsizetype i = 0; i < text.size(); ++i) {
+    if (piece.Before(text[i]) != Piece::kNone) {
+      before += std::exchange(last, 0);
+      piece = {i};
+    }
+    piece.Add(text[i]);
+    last =
+        piece.plain ? last + impl_->AdvanceOf(text[i]) : impl_->WidthOf(text.sliced(piece.start, piece.size));
+    if (before + last >= width) return i;
   }
   return text.size();
 }
@@ -294,7 +292,8 @@ int TextFace::Height() const {
 }
 
 int TextFace::Rise(QStringView text) const {
-  if (!IsPlain(text)) return std::max(0, -impl_->CoverAll(text.toString()).top);
+  if (!IsPlain(text))
+    return std::max(0, -impl_->CoverAll(text.first(std::min(text.size(), kLongText)).toString()).top);
   int rise = 0;
   for (const QChar c : text) rise = std::max(rise, -impl_->GlyphOf(c).ink.top);
   return rise;
@@ -305,11 +304,16 @@ void TextFace::Draw(QImage& target, int x, int y, QStringView text, Colour colou
   const auto blend = [&](const Impl::Coverage& ink) {
     BlendMask(target, x + ink.left, y + ink.top, ink.mask, rgb);
   };
+  const int end = target.width() + impl_->margin;
   if (!IsPlain(text)) {
-    blend(impl_->Cover(text.toString(), target.rect().translated(-x, -y)));
+    for (; x <= end && !text.isEmpty(); text = text.sliced(std::min(text.size(), kLongText))) {
+      const QStringView part = text.first(std::min(text.size(), kLongText));
+      const int width = text.size() > kLongText ? Width(part) : 0;
+      if (x + width >= -impl_->margin) blend(impl_->Cover(part.toString(), target.rect().translated(-x, -y)));
+      x += width;
+    }
     return;
   }
-  const int end = target.width() + impl_->margin;
   for (auto c = text.begin(); c != text.end() && x <= end; ++c) {
     const Impl::Glyph& glyph = impl_->GlyphOf(*c);
     blend(glyph.ink);

@@ -31,7 +31,6 @@ class TextFace {
 
  private:
   struct Impl;
-  class Growing;
   explicit TextFace(std::shared_ptr<Impl> impl);
   std::shared_ptr<Impl> impl_;
 };
