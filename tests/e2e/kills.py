@@ -17,7 +17,7 @@ import threading
 import time
 
 from bitmap import read_bitmap
-from desktop import Display, Program, 
+from desktop import Display, Program
 
 MAIN = "Varnholt Set Creator"
 CARDS = (48, 15)  # the toolbar's button of the card editor, in pixels
@@ -97,11 +97,13 @@ class Typing:
 
     def kill(self, rand):
         display, program = self.display, self.program
+        program.write_settings()
         program.start()
         try:
             window = display.focus(MAIN)
             display.click(window, *CARDS)
             display.key("alt+t")
+            time.sleep(0.3)  # the field is selected as a whole once the window has come to rest
             display.key("ctrl+a")
             self.count += 1
             start = f"n{self.count}-"
@@ -120,7 +122,8 @@ class Typing:
         finally:
             program.kill()
         found = program.value(TITLE)
-        lost = [] if found.startswith(seen) and text.startswith(found) else [f"{seen!r} was stored, {found!r} is found"]
+        fits = found.startswith(seen) and text.startswith(found)
+        lost = [] if fits else [f"of {text!r} was {seen!r} stored, and {found!r} is found"]
         return lost + [what for what in [damage(program.database)] if what]
 
     def close(self):
@@ -140,15 +143,13 @@ class Compaction:
             database.execute("WITH RECURSIVE n(i) AS (SELECT 1 UNION SELECT i + 1 FROM n WHERE i < 1500) "
                              "INSERT INTO spare SELECT randomblob(4000) FROM n")
             database.execute("DROP TABLE spare")
-        self.settings = os.path.join(folder, "settings", "ORV2", "ORV2.ini")
         shutil.copyfile(self.program.database, self.program.database + ".large")
         self.before = content(self.program.database)
 
     def kill(self, rand):
         program = self.program
         shutil.copyfile(program.database + ".large", program.database)
-        with open(self.settings, "w", encoding="ascii") as file:
-            file.write("[Database]\nLoaded=30\n")
+        program.write_settings(starts=30)
         program.start()
         try:
             self.display.focus(COMPACT)

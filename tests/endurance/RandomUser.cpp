@@ -18,10 +18,14 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <QWheelEvent>
+#include <QWindow>
+#include <algorithm>
 #include <csignal>
 #include <cstdio>
 #include <deque>
 #include <random>
+#include <tuple>
+#include <vector>
 
 #include "base/App.h"
 #include "forms/Application.h"
@@ -30,12 +34,13 @@
 #include "icons/Icons.h"
 #include "shell/Main.h"
 #include "shell/frmMaster.h"
+#include "state/modData.h"
 
 namespace orv {
 namespace {
 
 constexpr int kModalActions = 12;      // until a dialog is closed by its frame
-constexpr int kDeepest = 3;            // dialogs upon dialogs
+constexpr std::size_t kDeepest = 3;    // dialogs upon dialogs
 constexpr int kShownActions = 30;      // of those before a fault
 constexpr unsigned kMostSeconds = 60;  // for one action
 
@@ -63,17 +68,19 @@ class RandomUser : public DialogResponder {
     if (widget == nullptr) return;
     ++done;
     const QPoint at(Below(std::max(1, widget->width())), Below(std::max(1, widget->height())));
+    const QPointer<QWidget> still = widget;
     ::alarm(kMostSeconds);
     switch (Below(10)) {
       case 0:
       case 1:
       case 2:
         Log("click", widget);
-        QTest::mouseClick(widget, Qt::LeftButton, Modifiers(), at);
+        Click(widget, Modifiers(), at);
         break;
       case 3:
         Log("double click", widget);
-        QTest::mouseDClick(widget, Qt::LeftButton, {}, at);
+        Click(widget, {}, at);
+        if (still) QTest::mouseDClick(still, Qt::LeftButton, {}, at);
         break;
       case 4:
       case 5:
@@ -98,6 +105,8 @@ class RandomUser : public DialogResponder {
     Log(QStringLiteral("box \"%1\": %2").arg(title, prompt.left(80)));
     if (prompt.startsWith(QStringLiteral("Run-time error"))) TellActions();
     if (buttons == Buttons::Ok) return Answer::Ok;
+    // To edit a set where there is none is an error that ends the program, as it is to be.
+    if (title == QStringLiteral("Delete Set") && frmMaster->cboSet.ListCount() < 2) return Answer::No;
     return Below(4) == 0 ? Answer::Yes : Answer::No;
   }
   QString OnInputBox(const QString&, const QString&, const QString& initial) override {
@@ -116,12 +125,13 @@ class RandomUser : public DialogResponder {
   QString OnFolder(const QString&) override {
     return Below(2) == 0 ? QString() : folder_ + QStringLiteral("/out/");
   }
-  bool OnModal(Form&) override {
-    if (depth_ >= kDeepest) return true;
-    ++depth_;
+  // The dialog alone takes what the user does, as if it were modal.
+  bool OnModal(Form& form) override {
+    if (modal_.size() >= kDeepest) return true;
+    modal_.push_back(form.Handle()->window());
     QApplication::processEvents();
-    for (int i = 0; i < kModalActions; ++i) Act();
-    --depth_;
+    for (int i = 0; i < kModalActions && form.IsShown(); ++i) Act();
+    modal_.pop_back();
     return true;
   }
 
@@ -137,16 +147,18 @@ class RandomUser : public DialogResponder {
   // A list that hangs open takes all; else a window that is modal, or any.
   QWidget* Choose() {
     QWidget* window = QApplication::activePopupWidget();
+    if (window == nullptr && !modal_.empty()) window = modal_.back();
     if (window == nullptr) {
       QWidgetList shown;
       for (QWidget* const each : QApplication::topLevelWidgets()) {
         if (each->isVisible() && each->isEnabled()) shown.append(each);
       }
       if (shown.isEmpty()) return nullptr;
-      // The one opened last comes first as a rule, and so dialogs are used and not passed over.
-      window = depth_ > 0 && Below(10) != 0 && QApplication::activeWindow() != nullptr
-                   ? QApplication::activeWindow()
-                   : shown[Below(int(shown.size()))];
+      // They come in the order of their addresses.
+      std::ranges::sort(shown, {}, [](const QWidget* each) {
+        return std::tuple(each->windowTitle(), each->x(), each->y(), each->width(), each->height());
+      });
+      window = shown[Below(int(shown.size()))];
     }
     QWidgetList inside;
     for (QWidget* const each : window->findChildren<QWidget*>()) {
@@ -188,7 +200,18 @@ class RandomUser : public DialogResponder {
     const Qt::Key key = kKeys[Below(25)];
     const Qt::KeyboardModifiers modifiers = Modifiers();
     Log(QStringLiteral("key %1 with %2").arg(int(key), 0, 16).arg(int(modifiers), 0, 16), widget);
-    QTest::keyClick(widget, key, modifiers);
+    // To the window, for a button may be gone before all keys are up.
+    const QPointer<QWindow> window = widget->window()->windowHandle();
+    if (!window) return;
+    if (widget->focusPolicy() != Qt::NoFocus) widget->setFocus();
+    QTest::keyPress(window, key, modifiers);
+    if (window) QTest::keyRelease(window, key, modifiers);
+  }
+
+  static void Click(QWidget* widget, Qt::KeyboardModifiers modifiers, const QPoint& at) {
+    const QPointer<QWidget> still = widget;
+    QTest::mousePress(widget, Qt::LeftButton, modifiers, at);
+    if (still) QTest::mouseRelease(still, Qt::LeftButton, modifiers, at);
   }
 
   void Drag(QWidget* widget, const QPoint& from) {
@@ -223,7 +246,7 @@ class RandomUser : public DialogResponder {
 
   std::mt19937 random_;
   QString folder_;
-  int depth_ = 0;
+  std::vector<QWidget*> modal_;  // the last is in front
 };
 
 bool IsSound(const QString& path) {
@@ -269,7 +292,9 @@ int Walk(const QCommandLineParser& options) {
     const int before = done;
     for (int i = 0; i < 100; ++i) user.Act();
     if (done == before || !frmMaster.IsLoaded() || !frmMaster->IsShown()) {
-      if (!Main()) return 1;  // the user has ended the program and starts it anew
+      // The user has ended the program and starts it anew.
+      modData::cn = Connection();
+      if (!Main()) return 1;
     }
     sound = IsSound(folder.path() + QStringLiteral("/orv.mdb"));
   }
@@ -284,6 +309,10 @@ int Walk(const QCommandLineParser& options) {
 
 int main(int argc, char** argv) {
   using namespace orv;
+  // Of what the offscreen platform can't do.
+  qInstallMessageHandler([](QtMsgType type, const QMessageLogContext&, const QString& text) {
+    if (type != QtWarningMsg) std::fprintf(stderr, "%s\n", qUtf8Printable(text));
+  });
   Application application(argc, argv, Application::Offscreen);
   InitIcons();
   QCommandLineParser options;
