@@ -1,6 +1,8 @@
 #include "composition/WrapText.h"
 
-#include <QStringList>
+#include <QList>
+#include <QStringView>
+#include <algorithm>
 #include <limits>
 
 #include "base/RuntimeError.h"
@@ -10,37 +12,38 @@ namespace {
 
 const QString kBreakCharacters = QStringLiteral(" .:,;-_!?()/&%<>+*@$[]{}");
 
+constexpr int kMostCounted = std::numeric_limits<std::int16_t>::max();
+
+// Counts one more, as far as 16 bits do.
+void Count(qsizetype& counter) {
+  if (++counter > kMostCounted) throw RuntimeError(kErrOverflow);
+}
+
 // The length of the line with which a paragraph starts.
-qsizetype LineLength(const QString& paragraph, double box_width, const Surface& surface) {
-  qsizetype last_break = 0;
-  qsizetype length = 0;
-  while (length < paragraph.size()) {
-    ++length;
-    // A break character that itself overflows still ends the line.
-    if (kBreakCharacters.contains(paragraph[length - 1])) last_break = length;
-    if (surface.TextWidth(paragraph.left(length)) >= box_width) {
-      --length;
-      break;
-    }
-  }
-  return length == paragraph.size() || last_break == 0 ? length : last_break;
+qsizetype LineLength(QStringView paragraph, double box_width, const Surface& surface) {
+  qsizetype length =
+      surface.TextFitting(paragraph.first(std::min<qsizetype>(paragraph.size(), kMostCounted)), box_width);
+  if (length == paragraph.size()) return length;
+  qsizetype tried = length;
+  Count(tried);
+  // A break character that itself overflows still ends the line.
+  qsizetype last_break = tried;
+  while (last_break > 0 && !kBreakCharacters.contains(paragraph[last_break - 1])) --last_break;
+  return last_break == 0 ? length : last_break;
 }
 
 }  // namespace
 
 void WrapText(const QString& text, const Label& box, const Surface& surface,
               const std::function<void(const QString&, int)>& place) {
-  int lines = 0;
-  const auto next_line = [&lines] {
-    if (++lines > std::numeric_limits<std::int16_t>::max()) throw RuntimeError(kErrOverflow);
-  };
-  for (QString paragraph : text.split(QStringLiteral("\r\n"))) {
-    if (paragraph.isEmpty()) next_line();
+  qsizetype lines = 0;
+  for (QStringView paragraph : QStringView(text).split(QStringLiteral("\r\n"))) {
+    if (paragraph.isEmpty()) Count(lines);
     while (!paragraph.isEmpty()) {
       const qsizetype length = LineLength(paragraph, box.Width(), surface);
-      place(paragraph.left(length), lines);
-      next_line();
-      paragraph.remove(0, length);
+      place(paragraph.first(length).toString(), static_cast<int>(lines));
+      Count(lines);
+      paragraph = paragraph.sliced(length);
     }
   }
 }

@@ -3,13 +3,17 @@
 #include <QThreadPool>
 #include <algorithm>
 
+#include "base/RuntimeError.h"
+
 namespace orv {
 namespace {
 
 PicturesAhead* living = nullptr;
 
-// A larger file is decoded when it is asked for, so that no two large pictures lie in memory at once.
+// A larger file or picture is decoded when it is asked for: the large ones of two records would take too much
+// memory together.
 constexpr qsizetype kMostBytes = 2'000'000;
+constexpr std::int64_t kMostPixels = 2'000'000;
 constexpr std::size_t kKept = 4;
 constexpr int kMostKeptPixels = 1'000'000;
 
@@ -32,8 +36,15 @@ PicturesAhead::~PicturesAhead() {
 }
 
 PicturesAhead::Entry PicturesAhead::Start(const QByteArray& file) {
-  auto task = std::make_shared<std::packaged_task<Picture()>>([file] { return LoadPicture(file); });
-  const std::shared_future<Picture> picture = task->get_future().share();
+  auto task =
+      std::make_shared<std::packaged_task<std::optional<Picture>()>>([file]() -> std::optional<Picture> {
+        try {
+          return LoadPicture(file, kMostPixels);
+        } catch (const RuntimeError&) {
+          return {};  // told where the picture is asked for
+        }
+      });
+  const std::shared_future<std::optional<Picture>> picture = task->get_future().share();
   thread_->start([task] { (*task)(); });
   return {file, picture};
 }
@@ -49,14 +60,15 @@ void PicturesAhead::Advance(const std::vector<QByteArray>& files) {
   }
 }
 
-Picture PicturesAhead::Take(const QByteArray& file) {
+Picture PicturesAhead::Take(const QByteArray& file, std::int64_t most_pixels) {
   for (const Entries* entries : {&current_, &next_, &kept_}) {
     for (const Entry& entry : *entries) {
-      if (Same(entry.file, file)) return entry.picture.get();
+      if (!Same(entry.file, file)) continue;
+      if (const std::optional<Picture>& picture = entry.picture.get()) return *picture;
     }
   }
-  std::promise<Picture> promise;
-  const Picture picture = LoadPicture(file);
+  std::promise<std::optional<Picture>> promise;
+  const Picture picture = LoadPicture(file, most_pixels);
   promise.set_value(picture);
   if (picture.Width() * picture.Height() <= kMostKeptPixels) Keep({file, promise.get_future().share()});
   return picture;
@@ -67,8 +79,8 @@ void PicturesAhead::Keep(const Entry& entry) {
   kept_.push_back(entry);
 }
 
-Picture PicturesAhead::Load(const QByteArray& file) {
-  return living != nullptr ? living->Take(file) : LoadPicture(file);
+Picture PicturesAhead::Load(const QByteArray& file, std::int64_t most_pixels) {
+  return living != nullptr ? living->Take(file, most_pixels) : LoadPicture(file, most_pixels);
 }
 
 }  // namespace orv

@@ -1,8 +1,10 @@
 #pragma once
 
 #include <QByteArray>
+#include <cstdint>
 #include <future>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "imaging/Picture.h"
@@ -26,17 +28,18 @@ class PicturesAhead {
   // the former one.
   void Advance(const std::vector<QByteArray>& files);
 
-  // The picture of a file, from the living object if there is one. Errors as LoadPicture.
-  static Picture Load(const QByteArray& file);
+  // The picture of a file, from the living object if there is one. Errors as LoadPicture, which bounds it to
+  // so many pixels.
+  static Picture Load(const QByteArray& file, std::int64_t most_pixels);
 
  private:
   struct Entry {
     QByteArray file;
-    std::shared_future<Picture> picture;
+    std::shared_future<std::optional<Picture>> picture;  // nothing if it could not be decoded ahead
   };
   using Entries = std::vector<Entry>;
 
-  Picture Take(const QByteArray& file);
+  Picture Take(const QByteArray& file, std::int64_t most_pixels);
   void Keep(const Entry& entry);
   Entry Start(const QByteArray& file);
 

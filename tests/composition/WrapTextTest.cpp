@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QElapsedTimer>
 #include <QStringList>
 
 #include "base/RuntimeError.h"
@@ -80,6 +81,26 @@ TEST_F(WrapTextTest, KeepsEveryCharacterOfRealParagraphsInAllLanguages) {
 TEST_F(WrapTextTest, ManyLinesRunOnAndAnImpossibleBoxEndsInAnOverflow) {
   EXPECT_EQ(Wrap(QStringLiteral("a ").repeated(200), WidthOf(QStringLiteral("a ")) + 1).size(), 200);
   EXPECT_THROW(Wrap(QStringLiteral("W"), 1), RuntimeError);
+}
+
+TEST_F(WrapTextTest, ALongTextIsWrappedOrToldAtOnce) {
+  const char16_t* const pieces[] = {u"word ",         u"\u0301", u"a\u0301",    u"\u4E00",
+                                    u"\u0645\u0631 ", u"\u200B", u"\U0001F409", u"i"};
+  for (const char16_t* letters : pieces) {
+    const QString piece = QString::fromUtf16(letters);
+    const QString text = piece.repeated(200'000 / piece.toUtf8().size());
+    QElapsedTimer timer;
+    timer.start();
+    qsizetype taken = 0;
+    try {
+      box_.SetWidth(139);
+      WrapText(text, box_, surface_, [&](const QString& line, int) { taken += line.size(); });
+      EXPECT_EQ(taken, text.size());
+    } catch (const RuntimeError& error) {
+      EXPECT_EQ(error.Number(), kErrOverflow);
+    }
+    EXPECT_LT(timer.elapsed(), 8'000) << piece.toStdString();
+  }
 }
 
 }  // namespace

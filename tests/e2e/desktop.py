@@ -128,12 +128,15 @@ class Program:
         self.database = os.path.join(folder, "orv.mdb")
         self.log_path = os.path.join(folder, "log")
         shutil.copyfile(database, self.database)
-        settings = os.path.join(folder, "settings", "ORV2")
-        os.makedirs(settings)
+        os.makedirs(os.path.join(folder, "settings", "ORV2"))
         os.makedirs(os.path.join(folder, "home"))
+        self.write_settings()
+
+    def write_settings(self, starts=0):
+        """The window's place, and how often the program was started."""
         places = {"LeftPos": 0, "TopPos": 0, "WidthPos": 1280 * TWIPS, "HeightPos": 1000 * TWIPS}
-        with open(os.path.join(settings, "ORV2.ini"), "w", encoding="ascii") as file:
-            file.write("[MainWindow]\n")
+        with open(os.path.join(self.folder, "settings", "ORV2", "ORV2.ini"), "w", encoding="ascii") as file:
+            file.write(f"[Database]\nLoaded={starts}\n[MainWindow]\n")
             file.writelines(f"{key}={value}\n" for key, value in places.items())
 
     def start(self):

@@ -1,4 +1,5 @@
 #include <QImage>
+#include <QList>
 #include <QPainter>
 #include <cmath>
 
@@ -12,29 +13,38 @@ namespace {
 constexpr int kHandleLine = qRgb(0x60, 0x60, 0x60);
 constexpr int kHandleFill = qRgb(0xC8, 0xC8, 0xC8);
 
-// Lines broken at blanks as far as they fit, as a label on a form shows a long text.
-QStringList WrapAtBlanks(const TextFace& face, const QString& text, double width) {
-  QStringList lines;
-  for (const QString& paragraph :
-       QString(text).replace(QStringLiteral("\r\n"), QStringLiteral("\n")).split(u'\n')) {
-    QString line;
-    for (const QString& word : paragraph.split(u' ')) {
-      const QString longer = line.isNull() ? word : line + u' ' + word;
-      if (!line.isNull() && face.Width(longer) > width) {
-        lines.append(line);
-        line = word;
-      } else {
-        line = longer;
-      }
+// Where the line ends with which a paragraph starts: at the last blank before which it is no wider than
+// `width`, or at the first one.
+qsizetype LineEnd(const TextFace& face, QStringView paragraph, double width) {
+  const qsizetype fitting = face.Fitting(paragraph, std::floor(width) + 1);
+  if (fitting == paragraph.size()) return fitting;
+  const qsizetype last = paragraph.first(fitting + 1).lastIndexOf(u' ');
+  const qsizetype first = last < 0 ? paragraph.indexOf(u' ') : last;
+  return first < 0 ? paragraph.size() : first;
+}
+
+// Lines broken at blanks as far as they fit, as a label on a form shows a long text, and no more than asked.
+QList<QStringView> WrapAtBlanks(const TextFace& face, QStringView text, double width, int most) {
+  QList<QStringView> lines;
+  while (lines.size() < most) {
+    const qsizetype feed = text.indexOf(u'\n');
+    QStringView paragraph = feed < 0 ? text : text.first(feed);
+    if (feed > 0 && paragraph.endsWith(u'\r')) paragraph.chop(1);
+    while (lines.size() < most) {
+      const qsizetype end = LineEnd(face, paragraph, width);
+      lines.append(paragraph.first(end));
+      if (end == paragraph.size()) break;
+      paragraph = paragraph.sliced(end + 1);
     }
-    lines.append(line);
+    if (feed < 0) break;
+    text = text.sliced(feed + 1);
   }
   return lines;
 }
 
 }  // namespace
 
-void Label::DrawLine(QImage& target, const QString& line, double y) const {
+void Label::DrawLine(QImage& target, QStringView line, double y) const {
   const TextFace& face = TextFace::For(GetFont());
   double x = 0;
   if (alignment_ == Alignment::Centre) x = std::floor(width_ / 2 - face.Width(line) / 2.0);
@@ -57,14 +67,16 @@ void Label::Draw(QPainter& painter) const {
   }
   if (caption_.isEmpty()) return;
   const TextFace& face = TextFace::For(GetFont());
-  const QStringList lines = wrap_ ? WrapAtBlanks(face, caption_, width_) : QStringList{caption_};
+  const int most = height / face.Height() + 2;
+  const QList<QStringView> lines =
+      wrap_ ? WrapAtBlanks(face, caption_, width_, most) : QList<QStringView>{caption_};
   // The marks of the first line's letters stand above the label, or in it at the upper edge of the surface.
   const int rise = face.Rise(lines.first());
   const int room = top_ < 0 ? rise : std::min(rise, static_cast<int>(RoundHalfEven(top_)));
   QImage image(width, room + height, QImage::Format_ARGB32_Premultiplied);
   image.fill(Qt::transparent);
   double y = top_ < 0 ? room : rise;
-  for (const QString& line : lines) {
+  for (const QStringView line : lines) {
     if (y >= room + height_) break;
     DrawLine(image, line, y);
     y += face.Height();

@@ -123,6 +123,11 @@ double Surface::TextWidth(const QString& text) const {
   return scale_ == orv::ScaleMode::Twips ? pixels * kTwipsPerPixel : pixels;
 }
 
+qsizetype Surface::TextFitting(QStringView text, double width) const {
+  return TextFace::For(GetFont()).Fitting(text,
+                                          scale_ == orv::ScaleMode::Twips ? width / kTwipsPerPixel : width);
+}
+
 double Surface::TextHeight(const QString&) const {
   const int pixels = TextFace::For(GetFont()).Height();
   return scale_ == orv::ScaleMode::Twips ? pixels * kTwipsPerPixel : pixels;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QStringView>
 #include <memory>
 #include <vector>
 
@@ -124,7 +125,7 @@ class Label : public SurfaceItem {
   void Draw(QPainter& painter) const override;
 
  private:
-  void DrawLine(QImage& target, const QString& line, double y) const;
+  void DrawLine(QImage& target, QStringView line, double y) const;
   QString caption_;
   Alignment alignment_ = Alignment::Left;
   bool wrap_ = false;
@@ -168,6 +169,8 @@ class Surface : public SurfaceItem {
   // One line with its corner at the cursor, without a background; the cursor goes to the next line.
   void Print(const QString& text);
   double TextWidth(const QString& text) const;
+  // How many of the first characters have a TextWidth below `width`, each count tried in turn.
+  qsizetype TextFitting(QStringView text, double width) const;
   double TextHeight(const QString& text) const;
 
   // At its natural size. The empty picture paints nothing.

@@ -6,7 +6,9 @@
 #include <QHash>
 #include <QImage>
 #include <QPainter>
+#include <algorithm>
 #include <cmath>
+#include <limits>
 #include <memory>
 #include <utility>
 #include <vector>
@@ -21,19 +23,64 @@ bool IsInstalled(const QString& family) {
   return families.contains(family, Qt::CaseInsensitive);
 }
 
-// Whether the text is drawn right with one glyph a character, set side by side. Others (combining marks,
-// right-to-left and joined scripts, pairs of surrogates) are left to the shaper.
-bool IsPlain(QStringView text) {
-  for (const QChar c : text) {
-    const char16_t u = c.unicode();
-    const bool plain =
-        u < 0x0300 || (u >= 0x0370 && u < 0x0590 && !(u >= 0x0483 && u <= 0x0489)) ||
-        (u >= 0x1E00 && u < 0x2C00 && !(u >= 0x200B && u <= 0x200F) && !(u >= 0x2028 && u <= 0x202F) &&
-         !(u >= 0x2060 && u <= 0x206F) && !(u >= 0x20D0 && u <= 0x20FF));
-    if (!plain) return false;
-  }
-  return true;
+// A letter of this height fills any card; a larger face would cost time and memory for what nobody sees.
+constexpr double kMostPixels = 400;
+// Kept glyphs of one face; far more than the letters of a language take at the size of a card's text.
+constexpr qsizetype kMostGlyphBytes = 16'000'000;
+// Wider than any surface on which a text is read.
+constexpr int kWidestInk = 8192;
+// What is shaped at once for measuring. No word is longer; a longer run is measured in pieces, so that a
+// text of any length costs a bounded time a character.
+constexpr qsizetype kLongestPiece = 24;
+// Longer texts than this run over every surface, and the shaper gets them in parts.
+constexpr qsizetype kLongText = 1000;
+
+// Whether a character is drawn right as one glyph, set side by side with others. The rest (combining marks,
+// right-to-left and joined scripts, pairs of surrogates) is left to the shaper.
+bool IsPlainCharacter(QChar c) {
+  const char16_t u = c.unicode();
+  return u < 0x0300 || (u >= 0x0370 && u < 0x0590 && !(u >= 0x0483 && u <= 0x0489)) ||
+         (u >= 0x1E00 && u < 0x2C00 && !(u >= 0x200B && u <= 0x200F) && !(u >= 0x2028 && u <= 0x202F) &&
+          !(u >= 0x2060 && u <= 0x206F) && !(u >= 0x20D0 && u <= 0x20FF));
 }
+
+bool IsPlain(QStringView text) {
+  return std::ranges::all_of(text, IsPlainCharacter);
+}
+
+// Whether a character stands by itself: what comes before it does not change with it, nor does it with that.
+bool IsStarter(QChar c) {
+  const char16_t u = c.unicode();
+  const bool kana = u >= 0x3041 && u < 0x3100 && u != 0x3099 && u != 0x309A;
+  return IsPlainCharacter(c) || kana || (u >= 0x3400 && u < 0xA000) || (u >= 0xAC00 && u < 0xD7A4);
+}
+
+bool IsMark(QChar c) {
+  return c.unicode() >= 0x0300 && c.unicode() < 0x0370;
+}
+
+// A part of a text that is set by itself: what stands before and behind it does not change its width.
+struct Piece {
+  enum Border { kNone, kNatural, kForced };
+
+  qsizetype start = 0;  // in the text
+  qsizetype size = 0;
+  bool plain = true;
+  bool simple = true;  // nothing but starters, and marks upon them
+  bool blank = false;  // at its end
+
+  Border Before(QChar next) const {
+    if (blank || (!plain && simple && IsStarter(next))) return kNatural;
+    return size >= kLongestPiece && !next.isLowSurrogate() ? kForced : kNone;
+  }
+
+  void Add(QChar c) {
+    ++size;
+    plain = plain && IsPlainCharacter(c);
+    simple = simple && (IsStarter(c) || IsMark(c));
+    blank = c == u' ';
+  }
+};
 
 // Control characters take no room and leave no ink.
 bool IsControl(QChar c) {
@@ -56,6 +103,7 @@ QRgb Blend(QRgb under, QRgb over, int coverage) {
 void BlendMask(QImage& target, int x0, int y0, const QImage& mask, QRgb colour) {
   const int from_x = std::max(0, -x0);
   const int to_x = std::min(mask.width(), target.width() - x0);
+  if (from_x >= to_x) return;
   const int from_y = std::max(0, -y0);
   const int to_y = std::min(mask.height(), target.height() - y0);
   for (int y = from_y; y < to_y; ++y) {
@@ -106,7 +154,8 @@ struct TextFace::Impl {
 
   static QFont MakeFont(const orv::Font& description) {
     QFont font(FamilyFor(description.Name));
-    font.setPixelSize(std::max(1, static_cast<int>(std::lround(description.Size * 96 / 72))));
+    const double pixels = description.Size * 96 / 72;  // no number at all counts as the smallest
+    font.setPixelSize(pixels >= 1 ? static_cast<int>(std::lround(std::min(pixels, kMostPixels))) : 1);
     font.setBold(description.Bold);
     font.setItalic(description.Italic);
     font.setKerning(false);
@@ -116,11 +165,14 @@ struct TextFace::Impl {
     return font;
   }
 
-  // What a text covers. Slanted and wide letters reach beyond the cell, and so do marks on capital letters.
-  Coverage Cover(const QString& text) const {
+  // What a text covers within a part of its plane, whose origin is the corner of the text's cell. Slanted and
+  // wide letters reach beyond the cell, and so do marks on capital letters.
+  Coverage Cover(const QString& text, const QRect& part) const {
     const QRect cell(0, 0, metrics.horizontalAdvance(text), metrics.height());
     const QRect room = (cell | metrics.boundingRect(text).translated(0, metrics.ascent()))
-                           .adjusted(-margin, -margin, margin, margin);
+                           .adjusted(-margin, -margin, margin, margin) &
+                       part;
+    if (room.isEmpty()) return {};
     QImage image(room.size(), QImage::Format_ARGB32_Premultiplied);
     image.fill(Qt::transparent);
     QPainter painter(&image);
@@ -134,11 +186,20 @@ struct TextFace::Impl {
     return {mask.copy(ink), ink.left() + room.left(), ink.top() + room.top()};
   }
 
+  Coverage CoverAll(const QString& text) const {
+    return Cover(text, {-kWidestInk, -kWidestInk, 2 * kWidestInk, 2 * kWidestInk});
+  }
+
   const Glyph& GlyphOf(QChar c) {
     const auto known = glyphs.constFind(c);
     if (known != glyphs.constEnd()) return *known;
     Glyph glyph;
-    if (!IsControl(c)) glyph = {Cover(c), metrics.horizontalAdvance(c)};
+    if (!IsControl(c)) glyph = {CoverAll(c), metrics.horizontalAdvance(c)};
+    if (glyph_bytes > kMostGlyphBytes) {
+      glyphs.clear();
+      glyph_bytes = 0;
+    }
+    glyph_bytes += glyph.ink.mask.sizeInBytes();
     return *glyphs.insert(c, glyph);
   }
 
@@ -149,10 +210,19 @@ struct TextFace::Impl {
     return advance;
   }
 
+  // The width of a text that is set at once.
+  qint64 WidthOf(QStringView text) {
+    if (!IsPlain(text)) return metrics.horizontalAdvance(text.toString());
+    qint64 width = 0;
+    for (const QChar c : text) width += AdvanceOf(c);
+    return width;
+  }
+
   QFont font;
   QFontMetrics metrics;
   int margin;  // pixels around what a text is measured to cover
   QHash<QChar, Glyph> glyphs;
+  qsizetype glyph_bytes = 0;
   std::vector<int> advances = std::vector<int>(256, -1);
 };
 
@@ -173,10 +243,40 @@ const TextFace& TextFace::For(const Font& font) {
 }
 
 int TextFace::Width(QStringView text) const {
-  if (!IsPlain(text)) return impl_->metrics.horizontalAdvance(text.toString());
-  int width = 0;
-  for (const QChar c : text) width += impl_->AdvanceOf(c);
-  return width;
+  qint64 width = 0;
+  qsizetype start = 0;
+  Piece piece;
+  for (qsizetype i = 0; i < text.size(); ++i) {
+    if (const Piece::Border border = piece.Before(text[i])) {
+      if (border == Piece::kForced || i - start >= kLongText) {
+        width += impl_->WidthOf(text.sliced(start, i - start));
+        start = i;
+      }
+      piece = {i};
+    }
+    piece.Add(text[i]);
+  }
+  width += impl_->WidthOf(text.sliced(start));
+  return static_cast<int>(std::min<qint64>(width, std::numeric_limits<int>::max() / 2));
+}
+
+// Advances are whole pixels and there is no kerning, so of the pieces before the last one only their widths
+// count; the last is set anew for each character that needs the shaper.
+qsizetype TextFace::Fitting(QStringView text, double width) const {
+  qint64 before = 0;
+  qint64 last = 0;
+  Piece piece;
+  for (qsizetype i = 0; i < text.size(); ++i) {
+    if (piece.Before(text[i]) != Piece::kNone) {
+      before += std::exchange(last, 0);
+      piece = {i};
+    }
+    piece.Add(text[i]);
+    last =
+        piece.plain ? last + impl_->AdvanceOf(text[i]) : impl_->WidthOf(text.sliced(piece.start, piece.size));
+    if (before + last >= width) return i;
+  }
+  return text.size();
 }
 
 int TextFace::Height() const {
@@ -184,7 +284,8 @@ int TextFace::Height() const {
 }
 
 int TextFace::Rise(QStringView text) const {
-  if (!IsPlain(text)) return std::max(0, -impl_->Cover(text.toString()).top);
+  if (!IsPlain(text))
+    return std::max(0, -impl_->CoverAll(text.first(std::min(text.size(), kLongText)).toString()).top);
   int rise = 0;
   for (const QChar c : text) rise = std::max(rise, -impl_->GlyphOf(c).ink.top);
   return rise;
@@ -195,12 +296,18 @@ void TextFace::Draw(QImage& target, int x, int y, QStringView text, Colour colou
   const auto blend = [&](const Impl::Coverage& ink) {
     BlendMask(target, x + ink.left, y + ink.top, ink.mask, rgb);
   };
+  const int end = target.width() + impl_->margin;
   if (!IsPlain(text)) {
-    blend(impl_->Cover(text.toString()));
+    for (; x <= end && !text.isEmpty(); text = text.sliced(std::min(text.size(), kLongText))) {
+      const QStringView part = text.first(std::min(text.size(), kLongText));
+      const int width = text.size() > kLongText ? Width(part) : 0;
+      if (x + width >= -impl_->margin) blend(impl_->Cover(part.toString(), target.rect().translated(-x, -y)));
+      x += width;
+    }
     return;
   }
-  for (const QChar c : text) {
-    const Impl::Glyph& glyph = impl_->GlyphOf(c);
+  for (auto c = text.begin(); c != text.end() && x <= end; ++c) {
+    const Impl::Glyph& glyph = impl_->GlyphOf(*c);
     blend(glyph.ink);
     x += glyph.advance;
   }

@@ -8,8 +8,11 @@
 namespace orv {
 namespace {
 
-// A progressive picture costs a pass over all its blocks for every scan, however few bytes that scan has.
+// A progressive picture costs a pass over all its blocks for every scan, however few bytes that scan has, and
+// it lies in memory as coefficients, of two bytes, until the last scan is read.
 constexpr int kMaxScans = 64;
+constexpr qint64 kMaxScannedPixels = 10 * kMaxPixels;
+constexpr long kMaxCoefficientBytes = 128'000'000;
 constexpr J_COLOR_SPACE kRgb32 =
     Q_BYTE_ORDER == Q_LITTLE_ENDIAN ? JCS_EXT_BGRA : JCS_EXT_ARGB;  // the bytes of QImage::Format_RGB32
 
@@ -35,7 +38,11 @@ class JpegReader {
   bool IsWhole();
 
   static void LimitScans(j_common_ptr codec) {
-    if (reinterpret_cast<j_decompress_ptr>(codec)->input_scan_number > kMaxScans) JpegErrors::Escape(codec);
+    const auto& picture = *reinterpret_cast<j_decompress_ptr>(codec);
+    const qint64 pixels = qint64{picture.image_width} * picture.image_height;
+    if (picture.input_scan_number > kMaxScans || picture.input_scan_number * pixels > kMaxScannedPixels) {
+      JpegErrors::Escape(codec);
+    }
   }
 
   QByteArrayView bytes_;
@@ -50,6 +57,7 @@ bool JpegReader::ReadHeader() {
   jpeg_create_decompress(&codec_);
   progress_.progress_monitor = LimitScans;
   codec_.progress = &progress_;
+  codec_.mem->max_memory_to_use = kMaxCoefficientBytes;  // the library has no other place and gives up
   jpeg_mem_src(&codec_, reinterpret_cast<const uchar*>(bytes_.data()),
                static_cast<unsigned long>(bytes_.size()));
   jpeg_read_header(&codec_, TRUE);

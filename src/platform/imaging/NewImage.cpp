@@ -1,17 +1,30 @@
 #include "imaging/inner/NewImage.h"
 
 #include <QPainter>
+#include <utility>
 
 #include "base/RuntimeError.h"
 
 namespace orv {
+namespace {
+
+thread_local qint64 most_pixels = kMaxPixels;
+
+}  // namespace
+
+PixelLimit::PixelLimit(qint64 pixels) : former_(std::exchange(most_pixels, pixels)) {}
+
+PixelLimit::~PixelLimit() {
+  most_pixels = former_;
+}
 
 void BadPicture() {
   throw RuntimeError(kErrInvalidPicture);
 }
 
 void CheckSize(qint64 width, qint64 height) {
-  if (width <= 0 || height <= 0 || width > kMaxPixels || height > kMaxPixels || width * height > kMaxPixels) {
+  if (width <= 0 || height <= 0 || width > most_pixels || height > most_pixels ||
+      width * height > most_pixels) {
     BadPicture();
   }
 }

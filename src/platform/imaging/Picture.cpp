@@ -77,9 +77,16 @@ Picture LoadPicture(const QByteArray& bytes) {
 Picture LoadPicture(const QByteArray& bytes, RowBand band) {
   QImage image = Decode(bytes, band);
   if (image.width() > kMaxSide || image.height() > kMaxSide) BadPicture();
+  // A surface keeps a second, opaque image of a transparent one.
+  if (image.hasAlphaChannel()) CheckSize(image.width() * qint64{2}, image.height());
   image.setDotsPerMeterX(kDotsPerMeter);
   image.setDotsPerMeterY(kDotsPerMeter);
   return Picture(image);
+}
+
+Picture LoadPicture(const QByteArray& bytes, std::int64_t most_pixels) {
+  const PixelLimit limit(most_pixels);
+  return LoadPicture(bytes);
 }
 
 Picture LoadPicture(const QString& path) {

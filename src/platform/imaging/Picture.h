@@ -33,12 +33,16 @@ Picture LoadPicture();
 // CMYK), GIF (first frame, transparent where the file says so) or WMF file (with or without a placeable
 // header), told by their content. Bytes behind the end of the picture are ignored, and so are resolution
 // and orientation tags. RuntimeError 481 for anything else, for a picture that is broken or cut short,
-// and for one of more than 64 megapixels or with a side of more than 32767; time and memory are bounded.
+// and for one of more than 64 megapixels (32 with transparent parts) or with a side of more than 32767. Time
+// and memory are bounded: beside the picture itself decoding takes at most 128 MB, which limits a progressive
+// JPG, and as many scans as come to 640 megapixels.
 Picture LoadPicture(const QByteArray& bytes);
 // The same picture in its whole size, of which only the rows of the band are needed: the others may be white.
 // A JPG takes less time then: what is behind the band is not decoded. A file that is cut short there is error
 // 481 as ever; damage within, which only decoding shows, is not told.
 Picture LoadPicture(const QByteArray& bytes, RowBand band);
+// The same with a bound on pixels of its own, below the common one.
+Picture LoadPicture(const QByteArray& bytes, std::int64_t most_pixels);
 // From a file; RuntimeError 53, 75 or 76 if it can't be read.
 Picture LoadPicture(const QString& path);
 

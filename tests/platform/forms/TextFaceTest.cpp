@@ -105,6 +105,46 @@ TEST(TextFace, WidthIsTheSumOfWholeAdvances) {
   EXPECT_EQ(face.Width(u"\r\n"), 0) << "a line end is not treated";
 }
 
+TEST(TextFace, WhatFitsIsToldByTheWidthOfEachWholeCandidate) {
+  const QString texts[] = {
+      "Roll one die: 1-3",
+      QString::fromUtf16(u"e\u0301te\u0301 a\u0302me, fi\u0300n\u00E9"),
+      QString::fromUtf16(u"\u0645\u0631\u062D\u0628\u0627 \u0639\u0644\u064A\u0643\u0645 Hero"),
+      QString::fromUtf16(u"\U0001F409 eats \U0001F409\U0001F409, \u4E00\u4E01\u200B\u4E02"),
+      QString::fromUtf16(u"\u304B\u3099\u0645\r\n\tx\uD55C"),
+      QString(u'a') + QString(40, u'\u0301') + "bc"};
+  for (const Font& font :
+       {kSmall, Font{"Arial", 14.25, true, false}, {"CasablancaAntique", 14, false, true}}) {
+    const TextFace& face = TextFace::For(font);
+    QFont shaped(FamilyFor(font.Name));
+    shaped.setPixelSize(static_cast<int>(std::lround(font.Size * 96 / 72)));
+    shaped.setBold(font.Bold);
+    shaped.setItalic(font.Italic);
+    shaped.setKerning(false);
+    shaped.setHintingPreference(QFont::PreferFullHinting);
+    for (const QString& text : texts) {
+      SCOPED_TRACE(font.Name.toStdString() + ": " + text.toStdString());
+      const int whole = QFontMetrics(shaped).horizontalAdvance(text);
+      EXPECT_EQ(face.Width(text), whole);
+      for (int width = 0; width <= whole + 1; ++width) {
+        qsizetype fitting = 0;
+        while (fitting < text.size() &&
+               QFontMetrics(shaped).horizontalAdvance(text.left(fitting + 1)) < width)
+          ++fitting;
+        ASSERT_EQ(face.Fitting(text, width), fitting) << width;
+      }
+    }
+  }
+}
+
+TEST(TextFace, NoSizeIsTooLarge) {
+  for (const double points : {5000.0, 1e300, -7.0, std::nan("")}) {
+    const TextFace& face = TextFace::For({"Small Fonts", points, false, false});
+    EXPECT_LE(face.Height(), 500) << points;
+    Drawn(face, "W");
+  }
+}
+
 TEST(TextFace, PointsAreWholePixelHeights) {
   using Row = std::pair<double, int>;
   for (const auto& [points, pixels] : {Row(5, 7), Row(5.25, 7), Row(7, 9), Row(14, 19), Row(14.25, 19)}) {

@@ -12,13 +12,17 @@ namespace orv {
 // Measuring and drawing of one line of text in one font, on whole pixels: the pixel height is points x
 // 96 / 72 rounded, hinting is fixed, advances are whole pixels, there is no kerning and no subpixel
 // smoothing. So a text is the same on every machine, platform plugin and screen scale.
-// A face that is not installed is replaced by its stand-in.
+// A face that is not installed is replaced by its stand-in, and none is higher than 400 pixels (300 points),
+// which fills any card.
 class TextFace {
  public:
   static const TextFace& For(const Font& font);  // lives as long as the process
 
   int Width(QStringView text) const;  // pixels
-  int Height() const;                 // pixels, the same for every text
+  // How many of the first characters are narrower than `width` together, each count tried in turn; the time
+  // grows with the length of what fits.
+  qsizetype Fitting(QStringView text, double width) const;
+  int Height() const;  // pixels, the same for every text
   // By how many pixels its ink rises above its cell, as the marks of capital letters do; mostly 0.
   int Rise(QStringView text) const;
   // The corner of the text's cell at (x, y); ink outside of the cell is drawn too. `target` is RGB32 or

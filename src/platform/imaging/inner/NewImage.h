@@ -7,9 +7,21 @@ namespace orv {
 inline constexpr qint64 kMaxPixels = 64'000'000;
 inline constexpr int kDotsPerMeter = 3780;  // 96 an inch
 
+// A lower bound than kMaxPixels for what this thread decodes, as long as one lives.
+class PixelLimit {
+ public:
+  explicit PixelLimit(qint64 pixels);
+  ~PixelLimit();
+  PixelLimit(const PixelLimit&) = delete;
+  PixelLimit& operator=(const PixelLimit&) = delete;
+
+ private:
+  qint64 former_;
+};
+
 // RuntimeError 481.
 [[noreturn]] void BadPicture();
-// RuntimeError 481 if a side is not positive or the area is more than kMaxPixels.
+// RuntimeError 481 if a side is not positive or the area is more than the bound.
 void CheckSize(qint64 width, qint64 height);
 // An image after CheckSize, its pixels not set.
 QImage NewImage(qint64 width, qint64 height, QImage::Format format);
