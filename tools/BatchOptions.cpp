@@ -18,7 +18,7 @@ void Declare(QCommandLineParser& parser) {
   const auto flag = [&](const char* name, const char* text) {
     parser.addOption({QString::fromLatin1(name), QString::fromLatin1(text)});
   };
-  value("database", "The database file.", "FILE");
+  value("database", "The database file; the program's own without it.", "FILE");
   flag("list", "Lists the names of the sets and ends.");
   value("set", "The name of the set.", "NAME");
   value("to", "The folder for the picture files.", "FOLDER");
@@ -47,14 +47,14 @@ ParsedOptions ParseBatchOptions(const QStringList& arguments) {
     return refuse(QStringLiteral("Unknown argument: ") + parser.positionalArguments().constFirst());
   }
   const bool list = parser.isSet(QStringLiteral("list"));
-  for (const char* needed : {"database", "set", "to"}) {
-    if (list && needed != QLatin1String("database")) continue;
-    if (parser.value(QString::fromLatin1(needed)).isEmpty())
+  for (const char* needed : {"set", "to"}) {
+    if (!list && parser.value(QString::fromLatin1(needed)).isEmpty())
       return refuse(QStringLiteral("--%1 is needed.").arg(QLatin1String(needed)));
   }
   BatchOptions options;
   options.list = list;
-  options.database = QFileInfo(parser.value(QStringLiteral("database"))).absoluteFilePath();
+  if (const QString database = parser.value(QStringLiteral("database")); !database.isEmpty())
+    options.database = QFileInfo(database).absoluteFilePath();
   options.set = parser.value(QStringLiteral("set"));
   options.folder = QDir::toNativeSeparators(QFileInfo(parser.value(QStringLiteral("to"))).absoluteFilePath());
   if (parser.isSet(QStringLiteral("format"))) {

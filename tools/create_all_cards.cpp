@@ -10,6 +10,7 @@
 #include "database/CurrentSet.h"
 #include "forms/Application.h"
 #include "output/WriteRecords.h"
+#include "state/ProgramFolder.h"
 #include "state/modData.h"
 
 namespace orv {
@@ -19,7 +20,7 @@ constexpr int kFailureTold = 1;
 constexpr int kWrongUsage = 2;
 
 void Complain(const QString& text) {
-  QTextStream(stderr) << text << Qt::endl;
+  QTextStream(stderr) << QString(text).remove(u'\r') << Qt::endl;
 }
 
 QStringList NamesOfSets() {
@@ -70,13 +71,27 @@ void WriteSet(const BatchOptions& options) {
   }
 }
 
+void Open(const QString& database) {
+  App::SetPath(FolderPart(database));
+  modData::OpenDatabase([] {}, database);
+  if (!modData::DatabaseFound)
+    Complain(QStringLiteral("%1 is missing or is no database of the program.").arg(database));
+}
+
+void OpenOwn() {
+  const ProgramFolder folder = SettleProgramFolder();
+  if (!folder.news.isEmpty()) Complain(folder.news);
+  if (folder.usable) modData::OpenDatabase([] {});
+  if (!modData::DatabaseFound) Complain(folder.missing);
+}
+
 int RunBatch(const BatchOptions& options) {
-  App::SetPath(FolderPart(options.database));
-  modData::OpenDatabase([] {}, options.database);
-  if (!modData::DatabaseFound) {
-    Complain(QStringLiteral("%1 is missing or is no database of the program.").arg(options.database));
-    return kFailureTold;
+  if (options.database.isEmpty()) {
+    OpenOwn();
+  } else {
+    Open(options.database);
   }
+  if (!modData::DatabaseFound) return kFailureTold;
   if (options.list) {
     QTextStream(stdout) << NamesOfSets().join(u'\n') << Qt::endl;
     return 0;
