@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """Programs that are installed: the user's own folder, and the first start that fills it.
 
-usage: installed.py EXECUTABLE DATABASE
+usage: installed.py BUILD_FOLDER
 """
 
 import concurrent.futures
@@ -23,9 +23,9 @@ LIMIT = 120  # seconds for a run on a busy machine
 
 
 class Installation:
-    """The programs under a prefix, as an installation puts them, and one user's folders."""
+    """The programs as they are installed, and one user's folders."""
 
-    def __init__(self, executable, database, folder):
+    def __init__(self, build, folder):
         self.folder = folder
         self.bin = os.path.join(folder, "usr", "bin")
         self.delivered = os.path.join(folder, "usr", "share", NAME, "delivered", "orv.mdb")
@@ -33,12 +33,11 @@ class Installation:
         self.data = os.path.join(self.data_home, NAME)
         self.own = os.path.join(self.data, "orv.mdb")
         self.beside = os.path.join(self.bin, "orv.mdb")
-        for path in (self.bin, os.path.dirname(self.delivered), os.path.join(folder, "home", "ORV2")):
-            os.makedirs(path)
+        os.makedirs(os.path.join(folder, "home", "ORV2"))
         os.chmod(os.path.join(folder, "home"), 0o700)
-        for program in ("orv", "create_all_cards"):
-            shutil.copy(os.path.join(os.path.dirname(executable), program), self.bin)
-        shutil.copyfile(database, self.delivered)
+        subprocess.run(["cmake", "--install", build, "--prefix", os.path.join(folder, "usr")], check=True,
+                       stdout=subprocess.DEVNULL)
+        self.programs = sorted(os.listdir(self.bin))
 
     def environment(self):
         home = os.path.join(self.folder, "home")
@@ -83,7 +82,7 @@ def test_first_start(place, _):
     os.makedirs(out)
     done = place.run("--set", "Mine", "--to", out, "--format", "JPG", "--characters")
     check(done.returncode == 0, done.stderr)
-    check(sorted(os.listdir(place.bin)) == ["create_all_cards", "orv"], f"beside the program: {os.listdir(place.bin)}")
+    check(sorted(os.listdir(place.bin)) == place.programs, f"beside the program: {os.listdir(place.bin)}")
     check(os.listdir(place.data_home) == [NAME], "another folder was made")
     check(read(place.delivered) == before, "the delivered database has changed")
 
@@ -173,7 +172,7 @@ def test_full_disk(place, _):
 
 
 def main():
-    executable, database = map(os.path.abspath, sys.argv[1:])
+    build = os.path.abspath(sys.argv[1])
     tests = [test_first_start, test_many_first_starts, test_portable, test_bad_places, test_window]
     if enter_own_mounts():
         tests += [test_read_only, test_full_disk]
@@ -182,7 +181,7 @@ def main():
     for test in tests:
         with tempfile.TemporaryDirectory() as folder, contextlib.closing(Display(1280, 1024)) as display:
             try:
-                test(Installation(executable, database, folder), display)
+                test(Installation(build, folder), display)
             except Failure as failure:
                 display.screenshot(os.path.abspath(f"{test.__name__}.png"))
                 print(f"{test.__name__}: {failure}", file=sys.stderr)

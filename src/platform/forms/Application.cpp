@@ -10,6 +10,7 @@
 #include <new>
 #include <utility>
 
+#include "base/App.h"
 #include "base/Rounding.h"
 #include "base/RuntimeError.h"
 #include "forms/CommandKeys.h"
@@ -75,6 +76,7 @@ Application::Application(int& argc, char** argv, Display display) {
   impl_ = std::make_unique<Impl>(argc, argv);
   quit_asked = false;
   QApplication::setApplicationName(QStringLiteral("Varnholt Card Set Creator"));
+  QApplication::setDesktopFileName(QLatin1String(App::kPackageName));
   QApplication::setQuitOnLastWindowClosed(false);
   new CommandKeys;
   QApplication::setStyle(NewStyle());
