@@ -33,16 +33,20 @@ class Installation:
         self.data = os.path.join(self.data_home, NAME)
         self.own = os.path.join(self.data, "orv.mdb")
         self.beside = os.path.join(self.bin, "orv.mdb")
+        self.build = build
         os.makedirs(os.path.join(folder, "home", "ORV2"))
         os.chmod(os.path.join(folder, "home"), 0o700)
-        subprocess.run(["cmake", "--install", build, "--prefix", os.path.join(folder, "usr")], check=True,
-                       stdout=subprocess.DEVNULL)
+        self.install()
         self.programs = sorted(os.listdir(self.bin))
+
+    def install(self):
+        subprocess.run(["cmake", "--install", self.build, "--prefix", os.path.join(self.folder, "usr")], check=True,
+                       stdout=subprocess.DEVNULL)
 
     def environment(self):
         home = os.path.join(self.folder, "home")
         return {**os.environ, "HOME": home, "XDG_CONFIG_HOME": home, "XDG_DATA_HOME": self.data_home,
-                "XDG_RUNTIME_DIR": home}
+                "XDG_RUNTIME_DIR": home, "LSAN_OPTIONS": os.environ.get("LSAN_OPTIONS", "") + ":print_suppressions=0"}
 
     def run(self, *options):
         command = [os.path.join(self.bin, "create_all_cards"), *options]
@@ -94,6 +98,15 @@ def test_many_first_starts(place, _):
     check(os.listdir(place.data) == ["orv.mdb"], f"in the folder: {os.listdir(place.data)}")
 
 
+def test_installed_in_the_home(place, _):
+    """The data folder lies where the delivered database is installed; another installation keeps the sets."""
+    place.data_home = os.path.join(place.folder, "usr", "share")
+    place.expect_sets(*SETS)
+    rename_set(os.path.join(place.data_home, NAME, "orv.mdb"), "Mine")
+    place.install()
+    place.expect_sets("Mine", SETS[1])
+
+
 def test_portable(place, _):
     shutil.copyfile(place.delivered, place.beside)
     rename_set(place.beside, "Beside")
@@ -141,7 +154,7 @@ def test_window(place, display):
 
 def test_read_only(place, display):
     """A system's own folders: their files can't be written to by anybody."""
-    with SmallDisk(os.path.join(place.folder, "disk"), 400000) as disk:
+    with SmallDisk(os.path.join(place.folder, "disk"), 2000000) as disk:
         shutil.copytree(os.path.join(place.folder, "usr"), os.path.join(disk.folder, "usr"))
         place.bin = os.path.join(disk.folder, "usr", "bin")
         delivered = os.path.join(disk.folder, "usr", "share")
@@ -166,14 +179,16 @@ def test_read_only(place, display):
 
 
 def test_full_disk(place, _):
-    with SmallDisk(place.data_home, 300):
+    with SmallDisk(place.data_home, 300) as disk:
         place.expect_refusal("The delivered database can't be copied", "61, Disk full")
         check(os.listdir(place.data) == [], f"left behind: {os.listdir(place.data)}")
+        disk.make_read_only()
+        place.expect_refusal("The folder for your sets can't be made or written to.", place.data)
 
 
 def main():
     build = os.path.abspath(sys.argv[1])
-    tests = [test_first_start, test_many_first_starts, test_portable, test_bad_places, test_window]
+    tests = [test_first_start, test_many_first_starts, test_installed_in_the_home, test_portable, test_bad_places, test_window]
     if enter_own_mounts():
         tests += [test_read_only, test_full_disk]
     else:
