@@ -7,6 +7,7 @@
 #include "base/App.h"
 #include "base/Files.h"
 #include "base/RuntimeError.h"
+#include "state/Product.h"
 #include "state/modData.h"
 
 namespace orv {
@@ -17,14 +18,14 @@ const QString kLine = QStringLiteral("\r\n");
 
 QString DataFolder() {
   return JoinPath(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation),
-                  QLatin1String(App::kPackageName));
+                  TheProgram().package_name);
 }
 
 // Where an installation puts the database: apart from the data folder of a user who installs under the
 // own home.
 QString InstalledDatabase() {
   return QDir::cleanPath(
-      QStringLiteral("%1/../share/%2/delivered/orv.mdb").arg(App::Path(), QLatin1String(App::kPackageName)));
+      QStringLiteral("%1/../share/%2/delivered/orv.mdb").arg(App::Path(), TheProgram().package_name));
 }
 
 ProgramFolder Unusable(const QString& why) {
