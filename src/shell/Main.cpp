@@ -7,16 +7,17 @@
 #include "editors/frmLarge2nd.h"
 #include "forms/Dialogs.h"
 #include "shell/frmMaster.h"
+#include "state/ProgramFolder.h"
 #include "state/modData.h"
 
 namespace orv {
 bool Main() {
   TellWhenDatabaseIsInUse();
-  modData::OpenDatabase(CountStart);
+  const ProgramFolder folder = SettleProgramFolder();
+  if (!folder.news.isEmpty()) MsgBox(folder.news, Icon::Information, QStringLiteral("New folder"));
+  if (folder.usable) modData::OpenDatabase(CountStart);
   if (!modData::DatabaseFound) {
-    MsgBox(QStringLiteral("The database is missing.\r\n\r\n"
-                          "Make sure the file ORV.MDB is in the same folder as the program."),
-           Icon::Critical, QStringLiteral("Missing database"));
+    MsgBox(folder.missing, Icon::Critical, QStringLiteral("Missing database"));
     return false;
   }
   modData::CurrentSetID = 0;

@@ -10,6 +10,7 @@
 #include <new>
 #include <utility>
 
+#include "base/App.h"
 #include "base/Rounding.h"
 #include "base/RuntimeError.h"
 #include "forms/Dialogs.h"
@@ -76,6 +77,7 @@ Application::Application(int& argc, char** argv, Display display, const Program&
   impl_ = std::make_unique<Impl>(argc, argv);
   quit_asked = false;
   QApplication::setApplicationName(program.name);
+  QApplication::setDesktopFileName(program.package_name);
   QApplication::setQuitOnLastWindowClosed(false);
   new CommandKeys;
   QApplication::setStyle(NewStyle());
