@@ -31,6 +31,10 @@ void SelectText(ControlWithText& control) {
   control.SetSelLength(static_cast<int>(control.Text().size()));
 }
 
+// A card type of a row in words: "UpperLeft LowerLeft (Number)", with UpperRight for a missing LowerLeft if
+// that says something new.
+QString TypeText(const Recordset& row);
+
 QString YesNo(bool value);    // "Yes" or "No"
 int BoolToCheck(bool value);  // 1 or 0, for a check box
 

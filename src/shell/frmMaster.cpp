@@ -18,6 +18,7 @@
 #include "forms/Dialogs.h"
 #include "output/modFile.h"
 #include "pictures/modPicture.h"
+#include "shell/SetMenu.h"
 #include "shell/frmCreate.h"
 #include "shell/frmSetName.h"
 #include "state/modData.h"
@@ -107,6 +108,12 @@ void MasterForm::Arrange() {
   };
   plain("createall", "Create all cards", "createall");
   plain("exporttotext", "Export all texts", "exporttext");
+  tbar.AddMenu(QStringLiteral("More"), QStringLiteral("More"), QStringLiteral("menu"),
+               {{QStringLiteral("saveset"), QStringLiteral("&Save set as...")},
+                {QStringLiteral("bringin"), QStringLiteral("&Bring in a set...")},
+                {},
+                {QStringLiteral("duplicate"), QStringLiteral("&Duplicate\tCtrl+D")},
+                {QStringLiteral("copytoset"), QStringLiteral("&Copy to another set...")}});
   DockTop(tbar);
 
   picSet.Place(0, 0, 12180, 1035);
@@ -337,6 +344,17 @@ void MasterForm::tbar_ButtonClick(const QString& key) {
   if (key == u"large2nd") Toggle(frmLarge2nd);
   if (key == u"createall") CreateAll();
   if (key == u"exporttotext") ExportToText();
+  if (key == u"saveset") SaveSetAs();
+  if (key == u"bringin") ShowBroughtIn(BringInSet());
+  if (key == u"duplicate") DuplicateInEditor();
+  if (key == u"copytoset") CopyToAnotherSet();
+}
+
+void MasterForm::ShowBroughtIn(std::int32_t set_id) {
+  if (set_id == 0) return;
+  modData::CurrentSetID = Value(set_id).Int16();
+  InitialiseSet();
+  UpdateSetDisplay();
 }
 
 void MasterForm::CreateAll() {

@@ -6,7 +6,6 @@
 #include "schema/Schema.h"
 
 namespace orv::modData {
-namespace {
 
 // A file that lacks a column of ours is not ours.
 void CheckSchema(const Connection& connection) {
@@ -14,8 +13,6 @@ void CheckSchema(const Connection& connection) {
     connection.RequireColumns(QLatin1String(table.name), schema::ColumnNames(table));
   }
 }
-
-}  // namespace
 
 QString DatabasePath() {
   return JoinPath(App::Path(), QStringLiteral("orv.mdb"));

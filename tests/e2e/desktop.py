@@ -1,5 +1,6 @@
 """A display of its own for one program, and a user at its keyboard and mouse."""
 
+import configparser
 import copy
 import os
 import shutil
@@ -128,13 +129,23 @@ class Program:
         self.database = os.path.join(folder, "orv.mdb")
         self.log_path = os.path.join(folder, "log")
         shutil.copyfile(database, self.database)
-        settings = os.path.join(folder, "settings", "ORV2")
-        os.makedirs(settings)
+        os.makedirs(os.path.join(folder, "settings", "ORV2"))
         os.makedirs(os.path.join(folder, "home"))
         places = {"LeftPos": 0, "TopPos": 0, "WidthPos": 1280 * TWIPS, "HeightPos": 1000 * TWIPS}
-        with open(os.path.join(settings, "ORV2.ini"), "w", encoding="ascii") as file:
-            file.write("[MainWindow]\n")
-            file.writelines(f"{key}={value}\n" for key, value in places.items())
+        for key, value in places.items():
+            self.set("MainWindow", key, value)
+
+    def set(self, section, key, value):
+        """Stores one of the user's settings."""
+        path = os.path.join(self.folder, "settings", "ORV2", "ORV2.ini")
+        store = configparser.ConfigParser()
+        store.optionxform = str
+        store.read(path)
+        if not store.has_section(section):
+            store.add_section(section)
+        store.set(section, key, str(value))
+        with open(path, "w", encoding="ascii") as file:
+            store.write(file, space_around_delimiters=False)
 
     def start(self):
         environment = {**self.display.environment(), "QT_QPA_PLATFORM": "xcb",

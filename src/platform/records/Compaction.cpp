@@ -11,6 +11,7 @@
 
 #include "base/Files.h"
 #include "base/RuntimeError.h"
+#include "records/Backup.h"
 #include "records/Connection.h"
 #include "records/FileLock.h"
 #include "records/inner/Sqlite.h"
@@ -100,12 +101,8 @@ QStringList ContentOf(const Reader& file) {
 }
 
 void CheckCompacted(const QString& source, const QString& target) {
-  const Reader compacted(target);
-  const QStringList faults = compacted.FirstColumn(QStringLiteral("PRAGMA integrity_check"));
-  if (faults != QStringList{QStringLiteral("ok")}) {
-    throw RuntimeError(kErrDatabase, QStringLiteral("Database error: %1").arg(faults.value(0)));
-  }
-  if (ContentOf(compacted) != ContentOf(Reader(source))) {
+  CheckSound(target);
+  if (ContentOf(Reader(target)) != ContentOf(Reader(source))) {
     throw RuntimeError(kErrDatabase, QStringLiteral("Database error: the compacted file differs"));
   }
 }

@@ -2,7 +2,11 @@
 
 #include <QString>
 #include <QStringList>
+#include <cstdint>
 #include <memory>
+#include <vector>
+
+#include "base/Value.h"
 
 namespace orv {
 
@@ -27,6 +31,9 @@ class Connection {
   // a file that is empty, no database, or cut short (the header's page count is held against the file's
   // size). A file that is refused is left as it was, byte for byte.
   static Connection Open(const QString& path);
+  // The same for reading alone: the file and its folder are never written to. RuntimeError 3000 for a file
+  // with a journal beside it.
+  static Connection OpenToRead(const QString& path);
 
   bool IsOpen() const { return impl_ != nullptr; }
 
@@ -36,8 +43,11 @@ class Connection {
 
   // Runs a statement of SQLite's own dialect without a result.
   void Execute(const QString& statement) const;
+  // The same with values for the parameters ?1, ?2 and so on; the key of the last row that was ever added.
+  std::int64_t Execute(const QString& statement, const std::vector<Value>& values) const;
 
  private:
+  static Connection Open(const QString& path, bool to_write);
   friend class Recordset;
   friend class Transaction;
   friend class ReadScope;
