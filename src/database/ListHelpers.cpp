@@ -29,19 +29,6 @@ void FindByKey(Recordset& rows, const char* key, std::int32_t value) {
   rows.FindFirst(QStringLiteral("%1 = %2").arg(QLatin1String(key)).arg(value));
 }
 
-QString YesNo(bool value) {
-  return value ? QStringLiteral("Yes") : QStringLiteral("No");
-}
-int BoolToCheck(bool value) {
-  return value ? 1 : 0;
-}
-
-void SortListView(ListView& list, int column, bool ascending) {
-  list.SetSortKey(column);
-  list.SetSortAscending(ascending);
-  list.SetSorted(true);
-}
-
 QString TypeText(const Recordset& row) {
   const QString upper_left = row["UpperLeft"].TextOrEmpty();
   const QString lower_left = row["LowerLeft"].TextOrEmpty();

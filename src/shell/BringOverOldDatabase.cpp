@@ -1,4 +1,4 @@
-#include "shell/BringOverOldDatabase.h"
+#include "shell/inner/BringOverOldDatabase.h"
 
 #include "base/Files.h"
 #include "base/RuntimeError.h"

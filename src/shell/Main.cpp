@@ -7,8 +7,8 @@
 #include "editors/frmCharacter2nd.h"
 #include "editors/frmLarge2nd.h"
 #include "forms/Dialogs.h"
-#include "shell/BringOverOldDatabase.h"
 #include "shell/frmMaster.h"
+#include "shell/inner/BringOverOldDatabase.h"
 #include "state/modData.h"
 
 namespace orv {

@@ -1,4 +1,4 @@
-#include "shell/SetMenu.h"
+#include "shell/inner/SetMenu.h"
 
 #include "base/Files.h"
 #include "base/RuntimeError.h"

@@ -4,9 +4,10 @@
 #include "forms/Application.h"
 #include "icons/Icons.h"
 #include "shell/Main.h"
+#include "state/Product.h"
 
 int main(int argc, char** argv) {
-  orv::Application application(argc, argv, orv::Application::Desktop);
+  orv::Application application(argc, argv, orv::Application::Desktop, orv::TheProgram());
   orv::InitIcons();
   std::unique_ptr<orv::DailyCopy> copy;
   return application.Run([&copy] {

@@ -1,6 +1,7 @@
 // What the catalogues of card types and of card backs have in common.
 #include "CatalogueScene.h"
 #include "forms/Lifetime.h"
+#include "support/Errors.h"
 
 namespace orv {
 namespace {
@@ -43,6 +44,15 @@ TEST_P(CatalogueTest, DeletesOnlyWhatNoCardUses) {
     EXPECT_EQ(Enabled({&Form().cmdDelete, &Form().cmdDefault, &Form().cmdOK}), "111");
   }
   EXPECT_TRUE(dialogs_.boxes.empty());
+}
+
+TEST_P(CatalogueTest, AFailureToDeleteIsTold) {
+  database_.Execute(
+      QStringLiteral(
+          "CREATE TRIGGER refuse BEFORE DELETE ON %1_rows BEGIN SELECT RAISE(ABORT, 'refused'); END")
+          .arg(catalogue_.table));
+  Click("Own");
+  EXPECT_EQ(ErrorOf([&] { Form().cmdDelete.Click(); }), kErrDatabase);
 }
 
 TEST_P(CatalogueTest, TheKeyboardChoosesAndOnlyOkCounts) {

@@ -7,7 +7,7 @@
 #include "base/Files.h"
 #include "editors/frmCard2nd.h"
 #include "exchange/SetFile.h"
-#include "shell/SetMenu.h"
+#include "shell/inner/SetMenu.h"
 
 namespace orv {
 namespace {
