@@ -41,8 +41,8 @@ bool HasBytes(Kind kind) {
 }
 
 qint64 BytesOf(const Value& value) {
-  if (value.IsText()) return value.Text().toUtf8().size();
-  return value.IsBytes() ? value.Bytes().size() : 0;
+  if (IsText(value)) return value.Text().toUtf8().size();
+  return IsBytes(value) ? value.Bytes().size() : 0;
 }
 
 const Table* FindTable(const QString& name) {

@@ -8,7 +8,7 @@ namespace orv {
 namespace {
 
 QString TextOf(const Value& value) {
-  if (value.IsBytes()) throw RuntimeError(kErrTypeMismatch);
+  if (IsBytes(value)) throw RuntimeError(kErrTypeMismatch);
   QString text = value.Text();
   return text.remove(QChar(0));  // would end it in other programs
 }

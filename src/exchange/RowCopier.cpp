@@ -46,7 +46,7 @@ Recordset RowsOf(const Connection& connection, const QString& columns, const Tab
 }
 
 bool SameContent(const Value& a, const Value& b) {
-  if (a.IsBytes() || b.IsBytes()) return a == b;
+  if (IsBytes(a) || IsBytes(b)) return a == b;
   return a.TextOrEmpty() == b.TextOrEmpty();
 }
 
