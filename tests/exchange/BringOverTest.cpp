@@ -87,12 +87,6 @@ TEST_F(BringOverTest, EachFieldIsAsDelivered) {
   }
 }
 
-TEST_F(BringOverTest, CountersGoOnAboveTheKeys) {
-  ASSERT_EQ(Bring(Sample()), "");
-  const QString highest = Scalar("SELECT Max(CardID) FROM tblCard");
-  EXPECT_EQ(Scalar("SELECT seq FROM sqlite_sequence WHERE name = 'tblCard_rows'"), highest);
-}
-
 TEST_F(BringOverTest, ColumnsAndTablesThatOneSideLacks) {
   ASSERT_EQ(Bring(Renamed(Renamed(Sample(), "Copies", "Copiez"), "BoldText", "BaldText")), "");
   EXPECT_EQ(Scalar("SELECT COUNT(*) FROM tblCard WHERE BoldText = '' AND Copies IS NULL"), "30");
@@ -101,6 +95,25 @@ TEST_F(BringOverTest, ColumnsAndTablesThatOneSideLacks) {
                              "the column Copiez of tblLargeCard, which is unknown"};
   EXPECT_EQ(result_.left_out, expected);
   EXPECT_TRUE(Bring(Renamed(Sample(), "tblLanguage", "tblLanguagf")).contains("has no table tblLanguage"));
+}
+
+// As another hand may have left them: a card of a set that is gone, and letters beyond 16 bits.
+TEST_F(BringOverTest, RowsThatStandOut) {
+  const char key_set_number[] = "\x1E\0\0\0\x02\0\0\0\x0F\0";
+  QByteArray file = Sample();
+  const qsizetype card = file.indexOf(QByteArray(key_set_number, 10));
+  ASSERT_GT(card, 0);
+  file[card + 4] = 99;
+  const QByteArray packed = "\xFF\xFETHE DROWNED BELL";
+  const QString title = QString::fromUtf8("🐟 fishes");
+  const QByteArray letters(reinterpret_cast<const char*>(title.utf16()), title.size() * 2);
+  ASSERT_EQ(letters.size(), packed.size());
+  ASSERT_EQ(Bring(file.replace(packed, letters)), "");
+  EXPECT_EQ(result_.left_out, QStringList{"row 30 of tblCard, whose SetID (99) is missing"});
+  EXPECT_EQ(Scalar("SELECT COUNT(*) FROM tblCard"), "29");
+  EXPECT_EQ(Scalar("SELECT seq FROM sqlite_sequence WHERE name = 'tblCard_rows'"), "30")
+      << "no key comes again";
+  EXPECT_EQ(Scalar("SELECT Title FROM tblCard WHERE CardID = 1"), title);
 }
 
 TEST_F(BringOverTest, WhatCannotBeReadIsTold) {
