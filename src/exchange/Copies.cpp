@@ -11,6 +11,7 @@
 #include "records/Backup.h"
 #include "records/Compaction.h"
 #include "records/FileLock.h"
+#include "records/Integrity.h"
 
 namespace orv {
 namespace {
@@ -72,7 +73,8 @@ void MakeDailyCopy(const QString& database, const QDate& day, const std::functio
 
 QString RestoreCopy(const QString& database, const QString& copy) {
   if (!FileExists(copy)) throw RuntimeError(kErrFileNotFound);
-  CheckSound(copy);
+  if (const QStringList faults = FaultsOf(copy, {}); !faults.isEmpty())
+    throw RuntimeError(kErrDatabase, QStringLiteral("Database error: %1").arg(faults.constFirst()));
   const Names names(database);
   if (!QDir().mkpath(names.Folder())) throw RuntimeError(kErrPathFileAccess);
   QString kept;

@@ -81,7 +81,7 @@ void SaveSheet(const SheetKind& kind, const SheetFormat& format) {
     const QString folder = SaveFolder();
     path = folder + WithoutFolders(NamedFile(name, number, kind_code, format.extension));
     AssembleSheet(kind);
-    saved = WriteSheet(format, path);
+    saved = WriteSheet(format, path) && format.format != nullptr;
   } catch (const RuntimeError& error) {
     QString text = QStringLiteral("Something went wrong.");
     if (kind.tells_cause) text += QStringLiteral("\r\n\r\n") + error.NumberAndDescription();

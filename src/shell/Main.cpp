@@ -3,6 +3,7 @@
 #include "base/RuntimeError.h"
 #include "base/Settings.h"
 #include "database/CountStart.h"
+#include "database/DatabaseInUse.h"
 #include "editors/frmCard2nd.h"
 #include "editors/frmCharacter2nd.h"
 #include "editors/frmLarge2nd.h"
@@ -13,6 +14,7 @@
 
 namespace orv {
 bool Main() {
+  TellWhenDatabaseIsInUse();
   if (!BringOverOldDatabase()) return false;
   modData::OpenDatabase(CountStart);
   if (!modData::DatabaseFound) {

@@ -35,8 +35,10 @@ int StoredPlace(const char* key, int fallback) {
   return Value(GetSetting(kWindowSection, QString::fromLatin1(key), QString::number(fallback))).Int32();
 }
 
+// Where the user's folder is full or can't be written to, the window comes up elsewhere the next time.
 void StorePlace(const char* key, int twips) {
-  SaveSetting(kWindowSection, QString::fromLatin1(key), QString::number(twips));
+  Quietly({kErrPathFileAccess},
+          [&] { SaveSetting(kWindowSection, QString::fromLatin1(key), QString::number(twips)); });
 }
 
 // Hides an editor that is shown and shows one that is hidden, with the current set.

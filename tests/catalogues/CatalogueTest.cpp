@@ -47,10 +47,10 @@ TEST_P(CatalogueTest, DeletesOnlyWhatNoCardUses) {
 }
 
 TEST_P(CatalogueTest, AFailureToDeleteIsTold) {
+  const char* const rows = &catalogue_ == &kBacks ? "tblCardBack_rows" : "tblCardType";
   database_.Execute(
-      QStringLiteral(
-          "CREATE TRIGGER refuse BEFORE DELETE ON %1_rows BEGIN SELECT RAISE(ABORT, 'refused'); END")
-          .arg(catalogue_.table));
+      QStringLiteral("CREATE TRIGGER refuse BEFORE DELETE ON %1 BEGIN SELECT RAISE(ABORT, 'refused'); END")
+          .arg(rows));
   Click("Own");
   EXPECT_EQ(ErrorOf([&] { Form().cmdDelete.Click(); }), kErrDatabase);
 }

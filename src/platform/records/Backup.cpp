@@ -28,6 +28,13 @@ Database OpenFile(const QString& path, int flags) {
   return database;
 }
 
+void CheckSound(const QString& path) {
+  const Database database = OpenFile(path, SQLITE_OPEN_READONLY);
+  Statement check(database.get(), QStringLiteral("PRAGMA integrity_check"));
+  const QString told = check.Step() ? check.Column(0).TextOrEmpty() : QString();
+  if (told != u"ok") throw RuntimeError(kErrDatabase, QStringLiteral("Database error: %1").arg(told));
+}
+
 }  // namespace
 
 bool BackUpDatabase(const QString& source, const QString& target, const std::function<bool()>& goes_on) {
@@ -52,13 +59,6 @@ bool BackUpDatabase(const QString& source, const QString& target, const std::fun
   }
   CheckSound(target);
   return true;
-}
-
-void CheckSound(const QString& path) {
-  const Database database = OpenFile(path, SQLITE_OPEN_READONLY);
-  Statement check(database.get(), QStringLiteral("PRAGMA integrity_check"));
-  const QString told = check.Step() ? check.Column(0).TextOrEmpty() : QString();
-  if (told != u"ok") throw RuntimeError(kErrDatabase, QStringLiteral("Database error: %1").arg(told));
 }
 
 }  // namespace orv

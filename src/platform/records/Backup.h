@@ -11,7 +11,4 @@ namespace orv {
 // a part of it may lie there. RuntimeError as of Connection::Open, 61, 70 or 75. May run on any thread.
 bool BackUpDatabase(const QString& source, const QString& target, const std::function<bool()>& goes_on);
 
-// RuntimeError 3000 for a database that is not sound by itself; the whole file is read.
-void CheckSound(const QString& path);
-
 }  // namespace orv

@@ -12,6 +12,7 @@
 #include <utility>
 
 #include "base/RuntimeError.h"
+#include "records/inner/LockWait.h"
 
 namespace orv {
 
@@ -32,7 +33,7 @@ namespace {
 using FileIdentity = std::pair<dev_t, ino_t>;
 
 // What this process holds, for one thread at a time.
-std::mutex held_by_one;
+std::recursive_mutex held_by_one;  // what is shown during a wait may open a file
 std::map<FileIdentity, std::weak_ptr<LockedFile>>& Held() {
   static std::map<FileIdentity, std::weak_ptr<LockedFile>> held;
   return held;
@@ -53,7 +54,9 @@ std::shared_ptr<LockedFile> Lock(const QByteArray& name, const FileIdentity& ide
   if (descriptor < 0) throw RuntimeError(kErrPathFileAccess);
   auto file = std::make_shared<LockedFile>(descriptor);
   // A file system that knows no locks is no reason to refuse the file.
-  if (::flock(descriptor, operation | LOCK_NB) != 0 && errno == EWOULDBLOCK) throw refusal;
+  const auto attempt = [&] { return ::flock(descriptor, operation | LOCK_NB) == 0 || errno != EWOULDBLOCK; };
+  const bool waits = operation == LOCK_SH;
+  if (waits ? !WaitForLock(attempt) : !attempt()) throw refusal;
   Held()[identity] = file;
   return file;
 }
@@ -69,10 +72,9 @@ std::shared_ptr<LockedFile> LockShared(const QString& path) {
   const FileIdentity identity = Identify(name);
   const std::lock_guard one(held_by_one);
   if (auto held = Held()[identity].lock()) return held;
-  return Lock(
-      name, identity, LOCK_SH,
-      RuntimeError(kErrPathFileAccess,
-                   QStringLiteral("Path/File access error: another program is compacting the database")));
+  return Lock(name, identity, LOCK_SH,
+              RuntimeError(kErrPermissionDenied,
+                           QStringLiteral("Permission denied: another program is compacting the database")));
 }
 
 ExclusiveFileLock::ExclusiveFileLock(const QString& path) {
