@@ -95,7 +95,7 @@ DailyCopy::DailyCopy(const QString& database)
     : thread_([this, database] {
         try {
           MakeDailyCopy(database, QDate::currentDate(), [this] { return !stop_; });
-        } catch (const RuntimeError&) {
+        } catch (const std::exception&) {
           // The next start tries again; the work of the day goes on without.
         }
       }) {}
