@@ -6,6 +6,7 @@
 #include "base/RuntimeError.h"
 #include "database/CurrentSet.h"
 #include "database/ListHelpers.h"
+#include "exchange/CopyRecord.h"
 #include "forms/ControlHelpers.h"
 #include "forms/Layout.h"
 #include "state/modData.h"
@@ -117,6 +118,7 @@ void RecordEditor::Form_Unload() {
 
 void RecordEditor::Form_KeyDown(const KeyEvent& key) {
   if (key.KeyCode == kKeyN && key.Shift == kCtrl) Add();
+  if (key.KeyCode == kKeyD && key.Shift == kCtrl) Duplicate();
 }
 
 void RecordEditor::Initialise() {
@@ -238,6 +240,32 @@ void RecordEditor::Add() {
   ShowPosition(last + 1, last + 1);
   SelectText(FirstField());
   FirstField().SetFocus();
+}
+
+RecordEditor* RecordEditor::InFront() {
+  for (RecordEditor* editor : Living()) {
+    if (editor->IsShown() && editor->IsActive() && editor->kind_.rows.IsOpen() &&
+        !editor->kind_.rows.IsEmpty())
+      return editor;
+  }
+  return nullptr;
+}
+
+void RecordEditor::Duplicate() {
+  Recordset& rows = kind_.rows;
+  if (!rows.IsOpen() || rows.IsEmpty() || !record_.Hold()) return;
+  rows.Update();
+  const std::int32_t copy = DuplicateRecord(modData::cn, kind_.table, rows[kind_.key].Int32());
+  OpenCards();
+  FindByKey(rows, kind_.key, copy);
+  ShowCurrent();
+  ShowPosition(rows["Nr"].Int16Or(0), HighestNumber());
+}
+
+void RecordEditor::CopyToSet(std::int32_t set_id) {
+  if (!record_.Hold()) return;
+  kind_.rows.Update();
+  CopyRecordToSet(modData::cn, kind_.table, kind_.rows[kind_.key].Int32(), set_id);
 }
 
 void RecordEditor::Delete() {

@@ -53,6 +53,12 @@ class RecordEditor : public Form {
   virtual void DrawRecord() = 0;
   // Shows again what may have changed elsewhere, on the same record.
   void UpdateDisplay();
+  // The editor that has the keyboard, or had it last, and a record to show; nothing without.
+  static RecordEditor* InFront();
+  // Puts a copy of the record on show behind it and shows the copy.
+  void Duplicate();
+  // Puts a copy of it at the end of another set.
+  void CopyToSet(std::int32_t set_id);
   // A run over all records is over, and the last one is drawn and current: shows it in the fields too, and
   // its number as the highest.
   void ShowLast(int number);

@@ -23,6 +23,7 @@
 #include "pictures/modPicture.h"
 #include "shell/frmCreate.h"
 #include "shell/frmSetName.h"
+#include "shell/inner/SetMenu.h"
 #include "state/modData.h"
 
 namespace orv {
@@ -112,6 +113,12 @@ void MasterForm::Arrange() {
   };
   plain("createall", "Create all cards", "createall");
   plain("exporttotext", "Export all texts", "exporttext");
+  tbar.AddMenu(QStringLiteral("More"), QStringLiteral("More"), QStringLiteral("menu"),
+               {{QStringLiteral("saveset"), QStringLiteral("&Save set as...")},
+                {QStringLiteral("bringin"), QStringLiteral("&Bring in a set...")},
+                {},
+                {QStringLiteral("duplicate"), QStringLiteral("&Duplicate\tCtrl+D")},
+                {QStringLiteral("copytoset"), QStringLiteral("&Copy to another set...")}});
   DockTop(tbar);
 
   picSet.Place(0, 0, 12180, 1035);
@@ -339,6 +346,17 @@ void MasterForm::tbar_ButtonClick(const QString& key) {
   if (key == u"large2nd") Toggle(frmLarge2nd);
   if (key == u"createall") CreateAll();
   if (key == u"exporttotext") ExportToText();
+  if (key == u"saveset") SaveSetAs();
+  if (key == u"bringin") ShowBroughtIn(BringInSet());
+  if (key == u"duplicate") DuplicateInEditor();
+  if (key == u"copytoset") CopyToAnotherSet();
+}
+
+void MasterForm::ShowBroughtIn(std::int32_t set_id) {
+  if (set_id == 0) return;
+  modData::CurrentSetID = Value(set_id).Int16();
+  InitialiseSet();
+  UpdateSetDisplay();
 }
 
 void MasterForm::CreateAll() {

@@ -7,7 +7,6 @@
 #include "schema/Schema.h"
 
 namespace orv::modData {
-namespace {
 
 // A file in which something else bears a name of ours is not ours: a view in a table's place could have no
 // end, and a trigger could change any row.
@@ -20,6 +19,8 @@ void CheckSchema(const Connection& connection) {
   }
   connection.RequireObjects(objects);
 }
+
+namespace {
 
 void Connect(const QString& path) {
   const Connection connection = Connection::Open(path);

@@ -103,6 +103,10 @@ int Application::RunOnce(const std::function<int()>& action) {
   }
 }
 
+void Application::DrawNow() {
+  QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+}
+
 void Application::Quit() {
   quit_asked = true;
   UnloadAll();

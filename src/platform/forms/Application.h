@@ -25,6 +25,8 @@ class Application {
   int RunOnce(const std::function<int()>& action);
   // Unloads all forms and ends the loop.
   static void Quit();
+  // Shows and draws what waits for it, during a long piece of work; what the user does meanwhile waits on.
+  static void DrawNow();
 
  private:
   struct Impl;

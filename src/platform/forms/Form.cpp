@@ -174,6 +174,10 @@ bool Form::IsShown() const {
   return Handle() != nullptr && !Window()->isHidden();
 }
 
+bool Form::IsActive() const {
+  return impl_->child != nullptr && ChildArea() != nullptr && ChildArea()->currentSubWindow() == impl_->child;
+}
+
 // A child takes the size of its inside, as far as there is room. Its frame forgets a size that it was given
 // before it was shown in a visible area, so this comes when it is shown.
 void Form::SizeChild() {

@@ -38,6 +38,8 @@ class Form : public Container {
   void SetWindowState(int state);
 
   bool IsShown() const;
+  // Child: whether it has the keyboard among the children, or had it last.
+  bool IsActive() const;
   // Modeless; brings it to the front. The main window grows to show a child as far as the screen allows.
   void Show();
   void ShowBehind();  // child, modeless: below the others and without the keyboard

@@ -51,6 +51,7 @@ enum KeyCode : int {
   kKeyRight = 39,
   kKeyDown = 40,
   kKeyDelete = 46,
+  kKeyD = 68,
   kKeyN = 78,
 };
 enum ShiftState : int { kShift = 1, kCtrl = 2, kAlt = 4 };
