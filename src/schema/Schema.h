@@ -26,8 +26,10 @@ struct Object {
 
 // All in the order in which they are made, without SQLite's own (sqlite_sequence).
 std::vector<Object> Objects();
+// Those of the originals, behind the others: a file has all of them or none.
+std::vector<Object> OriginalObjects();
 
-// The statements that make them in an empty file, as one transaction.
+// The statements that make all of them in an empty file, as one transaction.
 QString Script();
 
 QStringList ColumnNames(const Table& table);

@@ -16,12 +16,13 @@ namespace {
 // No picture within the bound on pixels needs a larger file.
 constexpr qint64 kMaxFileBytes = kMaxPixels * 4 + 1'000'000;
 constexpr int kDotsPerMeter = 3780;  // 96 an inch
-constexpr int kMaxSide = 32767;      // what 16 bits can measure
 
 QImage Decode(QByteArrayView bytes) {
   if (bytes.startsWith("BM")) return DecodeBmp(bytes);
   if (bytes.startsWith("\xff\xd8\xff")) return DecodeJpeg(bytes);
   if (bytes.startsWith("GIF87a") || bytes.startsWith("GIF89a")) return DecodeGif(bytes);
+  if (bytes.startsWith("\x89PNG\r\n\x1a\n")) return DecodePng(bytes);
+  if (LooksLikeWebp(bytes)) return DecodeWebp(bytes);
   if (LooksLikeWmf(bytes)) return DecodeWmf(bytes);
   BadPicture();
 }
@@ -73,7 +74,7 @@ Picture LoadPicture() {
 
 Picture LoadPicture(const QByteArray& bytes) {
   QImage image = Decode(bytes);
-  if (image.width() > kMaxSide || image.height() > kMaxSide) BadPicture();
+  CheckSide(image.width(), image.height());
   image.setDotsPerMeterX(kDotsPerMeter);
   image.setDotsPerMeterY(kDotsPerMeter);
   return Picture(image);
@@ -94,7 +95,7 @@ Picture PictureFromRows(const std::uint8_t* rows, int width, int height, int byt
   return Picture(ReadRows(rows, width, height, bytes_per_row));
 }
 
-void SavePicture(const Picture& picture, const QString& path) {
+QByteArray BitmapFile(const Picture& picture) {
   if (picture.IsEmpty()) BadPicture();
   const int row_bytes = (3 * picture.Width() + 3) / 4 * 4;
   const qsizetype pixel_bytes = qsizetype{row_bytes} * picture.Height();
@@ -102,7 +103,11 @@ void SavePicture(const Picture& picture, const QString& path) {
   const qsizetype start = bytes.size();
   bytes.append(pixel_bytes, '\0');
   CopyToRows(picture, reinterpret_cast<std::uint8_t*>(bytes.data() + start), row_bytes);
-  ReplaceFile(path, bytes);
+  return bytes;
+}
+
+void SavePicture(const Picture& picture, const QString& path) {
+  ReplaceFile(path, BitmapFile(picture));
 }
 
 }  // namespace orv

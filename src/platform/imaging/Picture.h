@@ -28,15 +28,19 @@ class Picture {
 // The empty picture.
 Picture LoadPicture();
 // A picture from the bytes of a BMP (1, 4, 8, 16, 24 or 32 bits, run-length too), JPG (grey, progressive,
-// CMYK), GIF (first frame, transparent where the file says so) or WMF file (with or without a placeable
-// header), told by their content. Bytes behind the end of the picture are ignored, and so are resolution
+// CMYK), GIF (first frame, transparent where the file says so), PNG, WebP (one that doesn't move; transparent
+// parts of both over white) or WMF file (with or without a placeable header), told by their content. Bytes behind the end of the picture are ignored, and so are resolution
 // and orientation tags. RuntimeError 481 for anything else, for a picture that is broken or cut short,
 // and for one of more than 64 megapixels or with a side of more than 32767; time and memory are bounded.
 Picture LoadPicture(const QByteArray& bytes);
+// The same, turned as the orientation tag of a JPG says.
+Picture LoadUpright(const QByteArray& bytes);
 // From a file; RuntimeError 53, 75 or 76 if it can't be read.
 Picture LoadPicture(const QString& path);
 
-// Writes a picture as a plain 24-bit Windows bitmap, transparent parts over white, by ReplaceFile.
+// A plain 24-bit Windows bitmap, transparent parts over white.
+QByteArray BitmapFile(const Picture& picture);
+// Writes it by ReplaceFile.
 void SavePicture(const Picture& picture, const QString& path);
 
 // 24-bit pixels in the order blue, green, red, in rows that lie bottom-up: the lowest address is the
