@@ -1,10 +1,14 @@
 #include "editors/RecordEditor.h"
 
+#include <QFileInfo>
+
 #include "base/Rounding.h"
 #include "base/RuntimeError.h"
 #include "database/CurrentSet.h"
 #include "database/ListHelpers.h"
 #include "editors/EditorLayout.h"
+#include "editors/PictureFitter.h"
+#include "forms/Dialogs.h"
 #include "state/modData.h"
 
 namespace orv {
@@ -31,6 +35,7 @@ RecordEditor::RecordEditor(const RecordKind& kind)
   cmdCardAdd.Click = [this] { Add(); };
   if (kind_.can_delete) cmdCardDelete.Click = [this] { Delete(); };
   lblHint.SetMuted();
+  Drop = [this](const DataObject& data) { AddFromPictures(data); };
   Living().push_back(this);
 }
 
@@ -235,6 +240,33 @@ void RecordEditor::Add() {
   ShowPosition(last + 1, last + 1);
   SelectText(FirstField());
   FirstField().SetFocus();
+}
+
+// Pictures that were dropped beside the card make a record each, titled by the file's name.
+void RecordEditor::AddFromPictures(const DataObject& data) {
+  if (modData::CurrentSetID == 0 || data.IsEmpty()) return;
+  std::vector<DataObject> each;
+  for (const QString& file : data.Files) each.push_back({{file}, {}});
+  if (each.empty()) each.push_back(data);
+  const QString noun = QLatin1String(kind_.noun);
+  const QString question =
+      each.size() == 1
+          ? QStringLiteral("Make a new %1 of this picture?").arg(noun)
+          : QStringLiteral("Make a new %1 of each of these %2 pictures?").arg(noun).arg(each.size());
+  if (MsgBox(question, Icon::Question, QStringLiteral("New %1").arg(noun), Buttons::YesNo) != Answer::Yes)
+    return;
+  for (const DataObject& picture : each) {
+    try {
+      (void)LoadUpright(BytesOf(picture));
+    } catch (const RuntimeError&) {
+      TellUnreadable(picture);
+      continue;
+    }
+    Add();
+    FirstPicture().Take(picture);
+    if (picture.Files.isEmpty()) continue;
+    if (Write(kind_.title, QFileInfo(picture.Files.first()).completeBaseName())) ShowCurrent();
+  }
 }
 
 void RecordEditor::Delete() {

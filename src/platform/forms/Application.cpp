@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QFont>
+#include <QMimeData>
 #include <QScreen>
 #include <QStyle>
 #include <cstdio>
@@ -136,6 +137,16 @@ bool SetImage(const Picture& picture) {
 Picture GetImage() {
   const QImage image = QGuiApplication::clipboard()->image();
   return image.isNull() ? Picture() : Picture(image);
+}
+
+DataObject GetData() {
+  const QMimeData* const data = QGuiApplication::clipboard()->mimeData();
+  return data == nullptr ? DataObject() : DataObjectFrom(*data);
+}
+
+bool HasData() {
+  const QMimeData* const data = QGuiApplication::clipboard()->mimeData();
+  return data != nullptr && HasDataObject(*data);
 }
 
 }  // namespace Clipboard

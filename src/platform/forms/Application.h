@@ -5,6 +5,7 @@
 
 #include <QString>
 
+#include "forms/DataObject.h"
 #include "imaging/Picture.h"
 
 namespace orv {
@@ -50,6 +51,9 @@ namespace Clipboard {
 // Puts a picture on the clipboard; false where there is none.
 bool SetImage(const Picture& picture);
 Picture GetImage();
+// Whatever a picture may be taken from.
+DataObject GetData();
+bool HasData();
 }  // namespace Clipboard
 
 }  // namespace orv

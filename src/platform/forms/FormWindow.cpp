@@ -1,6 +1,7 @@
 #include "forms/FormWindow.h"
 
 #include <QCloseEvent>
+#include <QDropEvent>
 #include <QKeyEvent>
 #include <QPushButton>
 #include <QScrollBar>
@@ -33,6 +34,16 @@ void FormWindow::closeEvent(QCloseEvent* event) {
 void FormWindow::keyPressEvent(QKeyEvent* event) {
   if (PressButton(event->key())) return;
   if (const KeyEvent key = KeyEventFrom(*event); key.KeyCode != 0) form_.Form_KeyDown(key);
+}
+
+void FormWindow::dragEnterEvent(QDragEnterEvent* event) {
+  const bool taken = form_.Drop && HasDataObject(*event->mimeData());
+  if (taken) event->setDropAction(Qt::CopyAction);
+  event->setAccepted(taken);
+}
+
+void FormWindow::dropEvent(QDropEvent* event) {
+  form_.Drop(DataObjectFrom(*event->mimeData()));
 }
 
 // Enter presses the button with the focus or else the default one, Escape the cancel button.

@@ -14,12 +14,14 @@ class Form;
 // controls leave over.
 class FormWindow : public QWidget {
  public:
-  explicit FormWindow(Form& form) : form_(form) {}
+  explicit FormWindow(Form& form) : form_(form) { setAcceptDrops(true); }
 
  protected:
   bool event(QEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
 
  private:
   bool PressButton(int key) const;

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "base/Event.h"
+#include "forms/DataObject.h"
 #include "forms/Types.h"
 #include "imaging/Picture.h"
 
@@ -79,6 +80,10 @@ class SurfaceItem {
   Event<const MouseEvent&> MouseMove;
   Event<> Click;
   Event<const KeyEvent&> KeyDown;
+  // What an item has no handler for reaches the nearest one around it that has.
+  Event<const WheelEvent&> Wheel;
+  Event<const MenuEvent&> ContextMenu;
+  Event<const DropEvent&> Drop;
 
  protected:
   friend class Surface;

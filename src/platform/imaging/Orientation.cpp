@@ -45,6 +45,10 @@ QTransform TurnOf(int orientation) {
 
 }  // namespace
 
+bool IsUpright(const QByteArray& bytes) {
+  return TurnOf(OrientationOf(bytes)).isIdentity();
+}
+
 Picture LoadUpright(const QByteArray& bytes) {
   const Picture picture = LoadPicture(bytes);
   const QTransform turn = TurnOf(OrientationOf(bytes));

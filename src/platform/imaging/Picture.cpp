@@ -80,11 +80,15 @@ Picture LoadPicture(const QByteArray& bytes) {
   return Picture(image);
 }
 
-Picture LoadPicture(const QString& path) {
+QByteArray ReadPictureFile(const QString& path) {
   const QFileInfo info(path);
   if (info.exists() && !info.isFile()) throw RuntimeError(kErrPathFileAccess);
   if (info.size() > kMaxFileBytes) BadPicture();
-  return LoadPicture(ReadWhole(path));
+  return ReadWhole(path);
+}
+
+Picture LoadPicture(const QString& path) {
+  return LoadPicture(ReadPictureFile(path));
 }
 
 void CopyToRows(const Picture& picture, std::uint8_t* rows, int bytes_per_row) {
@@ -93,6 +97,10 @@ void CopyToRows(const Picture& picture, std::uint8_t* rows, int bytes_per_row) {
 
 Picture PictureFromRows(const std::uint8_t* rows, int width, int height, int bytes_per_row) {
   return Picture(ReadRows(rows, width, height, bytes_per_row));
+}
+
+Picture Cropped(const Picture& picture, int left, int top, int width, int height) {
+  return Picture(picture.Image().copy(left, top, width, height));
 }
 
 QByteArray BitmapFile(const Picture& picture) {

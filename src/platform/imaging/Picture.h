@@ -35,8 +35,15 @@ Picture LoadPicture();
 Picture LoadPicture(const QByteArray& bytes);
 // The same, turned as the orientation tag of a JPG says.
 Picture LoadUpright(const QByteArray& bytes);
-// From a file; RuntimeError 53, 75 or 76 if it can't be read.
+// Whether the tag leaves it as it is.
+bool IsUpright(const QByteArray& bytes);
+// The bytes of a file; RuntimeError 53, 75 or 76 if it can't be read, 481 for more than any picture needs.
+QByteArray ReadPictureFile(const QString& path);
+// From a file, with the errors of both.
 Picture LoadPicture(const QString& path);
+
+// A part of a picture, which must lie within it.
+Picture Cropped(const Picture& picture, int left, int top, int width, int height);
 
 // A plain 24-bit Windows bitmap, transparent parts over white.
 QByteArray BitmapFile(const Picture& picture);
