@@ -8,6 +8,7 @@
 #include "base/RuntimeError.h"
 #include "forms/Application.h"
 #include "forms/Dialogs.h"
+#include "pictures/DroppedPicture.h"
 #include "state/modData.h"
 
 namespace orv {
@@ -243,40 +244,17 @@ void ExplainScale(FormLabel& readout) {
                      "Right button: more. Drop a picture on the frame to have it fill it."));
 }
 
-QByteArray BytesOf(const DataObject& data) {
-  return data.Files.isEmpty() ? data.Image : ReadPictureFile(data.Files.first());
-}
-
-void TellUnreadable(const DataObject& data) {
-  const QString what = data.Files.isEmpty() ? QStringLiteral("What was pasted or dropped")
-                                            : u'"' + FilePart(data.Files.first()) + u'"';
-  MsgBox(
-      what + QStringLiteral(" is no picture that can be read. BMP, JPG, GIF, PNG, WebP and WMF files can."),
-      Icon::Exclamation, QStringLiteral("Picture"));
-}
-
 void TakeFillingPictures(Surface& surface, ShownRecord& record, const char* column,
                          std::function<void()> shown) {
-  const auto take = [&surface, &record, column, shown = std::move(shown)](const DataObject& data) {
+  TakePictures(surface, [&surface, &record, column, shown = std::move(shown)](const DataObject& data) {
     if (data.IsEmpty() || !record.Hold()) return;
-    Picture picture;
-    try {
-      const WaitCursor hourglass;
-      picture = FillingPicture(BytesOf(data), static_cast<int>(surface.Width()),
-                               static_cast<int>(surface.Height()));
-    } catch (const RuntimeError&) {
-      TellUnreadable(data);
-      return;
-    }
-    if (!record.Write({{column, BitmapFile(picture)}})) return;
+    const Picture picture = PictureOf(data, [&](const QByteArray& bytes) {
+      return FillingPicture(bytes, static_cast<int>(surface.Width()), static_cast<int>(surface.Height()));
+    });
+    if (picture.IsEmpty() || !record.Write({{column, BitmapFile(picture)}})) return;
     surface.SetPicture(picture);
     shown();
-  };
-  surface.Drop = [take](const DropEvent& event) { take(event.Data); };
-  surface.ContextMenu = [take](const MenuEvent& event) {
-    event.Items.push_back({QStringLiteral("&Paste as the background"), QString(), Clipboard::HasData(),
-                           [take] { take(Clipboard::GetData()); }});
-  };
+  });
 }
 
 }  // namespace orv

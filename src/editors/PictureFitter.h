@@ -70,11 +70,6 @@ QSize InsideOf(const Surface& frame);
 // Says what a readout of a fitter tells.
 void ExplainScale(FormLabel& readout);
 
-// The bytes of a picture file that was dropped or pasted. RuntimeError for a file that can't be read.
-QByteArray BytesOf(const DataObject& data);
-// Tells that something that was dropped or pasted is no picture.
-void TellUnreadable(const DataObject& data);
-
 // Lets a surface take pictures that are dropped on it, or pasted by its menu: they fill it to its edges and
 // are stored so in a column of the record. `shown` runs after the surface shows it.
 void TakeFillingPictures(

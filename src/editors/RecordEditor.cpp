@@ -9,6 +9,7 @@
 #include "editors/EditorLayout.h"
 #include "editors/PictureFitter.h"
 #include "forms/Dialogs.h"
+#include "pictures/DroppedPicture.h"
 #include "state/modData.h"
 
 namespace orv {
@@ -256,12 +257,8 @@ void RecordEditor::AddFromPictures(const DataObject& data) {
   if (MsgBox(question, Icon::Question, QStringLiteral("New %1").arg(noun), Buttons::YesNo) != Answer::Yes)
     return;
   for (const DataObject& picture : each) {
-    try {
-      (void)LoadUpright(BytesOf(picture));
-    } catch (const RuntimeError&) {
-      TellUnreadable(picture);
-      continue;
-    }
+    // One that can't be read makes no record.
+    if (PictureOf(picture, LoadUpright).IsEmpty()) continue;
     Add();
     FirstPicture().Take(picture);
     if (picture.Files.isEmpty()) continue;

@@ -140,4 +140,10 @@ Picture FillingPicture(const QByteArray& file, int width, int height) {
   return Cropped(whole, (whole.Width() - width) / 2, (whole.Height() - height) / 2, width, height);
 }
 
+Picture PictureWithin(const QByteArray& file, int width, int height) {
+  const Scaler scaler(LoadUpright(file));
+  const double scale = std::min({1.0, double(width) / scaler.Width(), double(height) / scaler.Height()});
+  return scaler.Scale(Scaled(scaler.Width(), scale), Scaled(scaler.Height(), scale));
+}
+
 }  // namespace orv

@@ -67,5 +67,7 @@ class FittedPicture {
 
 // A picture that fills an area of so many pixels to its edges, cut evenly where it is longer.
 Picture FillingPicture(const QByteArray& file, int width, int height);
+// A picture that is no larger than an area, at its natural size if that is so.
+Picture PictureWithin(const QByteArray& file, int width, int height);
 
 }  // namespace orv
