@@ -43,6 +43,8 @@ void FormWindow::dragEnterEvent(QDragEnterEvent* event) {
 }
 
 void FormWindow::dropEvent(QDropEvent* event) {
+  event->setDropAction(Qt::CopyAction);
+  event->accept();
   form_.Drop(DataObjectFrom(*event->mimeData()));
 }
 
