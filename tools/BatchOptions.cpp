@@ -7,7 +7,11 @@
 namespace orv {
 namespace {
 
-const QStringList kFormats = {QStringLiteral("BMP"), QStringLiteral("JPG"), QStringLiteral("GIF")};
+QStringList Extensions() {
+  QStringList names;
+  for (const PictureFormat& format : PictureFormats()) names.append(QString::fromLatin1(format.extension));
+  return names;
+}
 
 void Declare(QCommandLineParser& parser) {
   parser.setApplicationDescription(QStringLiteral("Writes out all cards of a set, without a window."));
@@ -22,7 +26,7 @@ void Declare(QCommandLineParser& parser) {
   flag("list", "Lists the names of the sets and ends.");
   value("set", "The name of the set.", "NAME");
   value("to", "The folder for the picture files.", "FOLDER");
-  value("format", "BMP, JPG or GIF.", "FORMAT");
+  value("format", "BMP, JPG, GIF or PNG (PNG is for this run alone, and not stored in the set).", "FORMAT");
   value("prefix", "A text in front of each file name.", "TEXT");
   flag("number", "Add the card number to the file names.");
   flag("no-back", "Leave out the backs.");
@@ -58,10 +62,10 @@ ParsedOptions ParseBatchOptions(const QStringList& arguments) {
   options.set = parser.value(QStringLiteral("set"));
   options.folder = QDir::toNativeSeparators(QFileInfo(parser.value(QStringLiteral("to"))).absoluteFilePath());
   if (parser.isSet(QStringLiteral("format"))) {
-    const auto format = kFormats.indexOf(parser.value(QStringLiteral("format")).toUpper());
+    const auto format = Extensions().indexOf(parser.value(QStringLiteral("format")).toUpper());
     if (format < 0)
       return refuse(QStringLiteral("Unknown format: ") + parser.value(QStringLiteral("format")));
-    options.pic_format_id = static_cast<int>(format) + 1;
+    options.format = &PictureFormats()[static_cast<std::size_t>(format)];
   }
   if (parser.isSet(QStringLiteral("prefix"))) options.prefix = parser.value(QStringLiteral("prefix"));
   const auto given = [&](const char* name) { return parser.isSet(QString::fromLatin1(name)); };

@@ -4,6 +4,8 @@
 #include <QStringList>
 #include <optional>
 
+#include "output/PictureFormats.h"
+
 namespace orv {
 
 // What the command line of create_all_cards asks for. An option that is not given leaves what the set's
@@ -12,8 +14,8 @@ struct BatchOptions {
   QString database;
   bool list = false;  // only tell the names of the sets
   QString set;
-  QString folder;  // absolute
-  std::optional<int> pic_format_id;
+  QString folder;                         // absolute
+  const PictureFormat* format = nullptr;  // none: as the set has it
   std::optional<QString> prefix;
   bool number = false;
   bool no_back = false;

@@ -10,6 +10,7 @@
 #include "database/CurrentSet.h"
 #include "forms/Application.h"
 #include "output/WriteRecords.h"
+#include "state/Product.h"
 #include "state/modData.h"
 
 namespace orv {
@@ -43,7 +44,9 @@ std::int16_t FindSetByName(const QString& name) {
 void StoreOptions(const BatchOptions& options) {
   Recordset& set = modData::rsSet;
   set["SaveTo"] = options.folder;
-  if (options.pic_format_id) set["PicFormatID"] = *options.pic_format_id;
+  if (options.format != nullptr && options.format->pic_format_id) {
+    set["PicFormatID"] = *options.format->pic_format_id;
+  }
   if (options.prefix) set["FilenamePrefix"] = *options.prefix;
   if (options.number) set["FileCardNr"] = true;
   if (options.no_back) set["NoBack"] = true;
@@ -58,6 +61,7 @@ bool IsWanted(const OutputKind& kind, const BatchOptions& options) {
 }
 
 void WriteSet(const BatchOptions& options) {
+  const SheetFormat format = options.format != nullptr ? FormatOf(*options.format) : FormatOfSet();
   for (const OutputKind* kind : OutputKinds()) {
     if (IsWanted(*kind, options)) OpenRecordsOfSet(kind->table, kind->records);
   }
@@ -66,7 +70,7 @@ void WriteSet(const BatchOptions& options) {
   const bool cards = modData::rsCard.IsOpen() && !modData::rsCard.IsEmpty();
   if (cards && modData::CurrentEditionID != 2) CardPreviewOf(2).DrawCard();
   for (const OutputKind* kind : OutputKinds()) {
-    if (IsWanted(*kind, options)) WriteRecords(*kind, FormatOfSet(), [](int) {});
+    if (IsWanted(*kind, options)) WriteRecords(*kind, format, [](int) {});
   }
 }
 
@@ -98,7 +102,7 @@ int RunBatch(const BatchOptions& options) {
 
 int main(int argc, char** argv) {
   using namespace orv;
-  Application application(argc, argv, Application::Offscreen);
+  Application application(argc, argv, Application::Offscreen, TheProgram());
   QStringList arguments;
   for (int i = 0; i < argc; ++i) arguments.append(QString::fromLocal8Bit(argv[i]));
   const ParsedOptions parsed = ParseBatchOptions(arguments);

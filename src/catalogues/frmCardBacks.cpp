@@ -4,8 +4,8 @@
 
 #include "base/Rounding.h"
 #include "composition/CardLayout.h"
-#include "database/ListHelpers.h"
 #include "forms/Application.h"
+#include "forms/ControlHelpers.h"
 #include "forms/Dialogs.h"
 #include "forms/Layout.h"
 #include "pictures/DroppedPicture.h"
@@ -61,11 +61,11 @@ CardBacksForm::CardBacksForm()
     TakePictures(*surface, [this](const DataObject& data) { TakePicture(data); });
   }
   Drop = [this](const DataObject& data) { TakePicture(data); };
-  cmdLoadPic.Click = [this] { Quietly([this] { cmdLoadPic_Click(); }); };
+  cmdLoadPic.Click = [this] { cmdLoadPic_Click(); };
   txtBackText.GotFocus = [this] { txtBackText_GotFocus(); };
   cmdNew.Click = [this] { cmdNew_Click(); };
-  cmdUpdate.Click = [this] { Quietly([this] { cmdUpdate_Click(); }); };
-  cmdSavePicture.Click = [this] { Quietly([this] { cmdSavePicture_Click(); }); };
+  cmdUpdate.Click = [this] { OnEntry([this] { cmdUpdate_Click(); }); };
+  cmdSavePicture.Click = [this] { OnEntry([this] { cmdSavePicture_Click(); }); };
 }
 
 void CardBacksForm::Arrange() {
@@ -143,12 +143,13 @@ void CardBacksForm::FitBackPicture() {
 
 void CardBacksForm::cmdLoadPic_Click() {
   CommonDialog dialog = PictureDialog(QStringLiteral("Choose picture for Card back"));
-  dialog.ShowOpen();
-  const Picture picture = LoadPicture(dialog.FileName);
+  if (!ChoosesFile(dialog)) return;
+  const std::optional<Picture> picture = PictureIn(dialog.FileName);
+  if (!picture) return;
   viewBack.SetTag(dialog.FileName);
   viewNewBack.SetTag(dialog.FileName);
   new_picture_.clear();
-  ShowNewPicture(picture);
+  ShowNewPicture(*picture);
 }
 
 // A picture that was dropped or pasted becomes one of the size of a card.

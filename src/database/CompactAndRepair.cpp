@@ -1,4 +1,4 @@
-#include "database/CompactAndRepair.h"
+#include "database/inner/CompactAndRepair.h"
 
 #include "base/App.h"
 #include "base/Files.h"

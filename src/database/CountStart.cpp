@@ -3,8 +3,8 @@
 #include "base/Rounding.h"
 #include "base/Settings.h"
 #include "base/Value.h"
-#include "database/CompactAndRepair.h"
 #include "database/frmCR.h"
+#include "database/inner/CompactAndRepair.h"
 #include "forms/Application.h"
 
 namespace orv {

@@ -1,14 +1,16 @@
 #include "editors/RecordEditor.h"
 
 #include <QFileInfo>
+#include <QScopedValueRollback>
 
 #include "base/Rounding.h"
 #include "base/RuntimeError.h"
 #include "database/CurrentSet.h"
 #include "database/ListHelpers.h"
-#include "editors/EditorLayout.h"
 #include "editors/PictureFitter.h"
+#include "forms/ControlHelpers.h"
 #include "forms/Dialogs.h"
+#include "forms/Layout.h"
 #include "pictures/DroppedPicture.h"
 #include "state/modData.h"
 
@@ -142,7 +144,7 @@ RecordEditor::SetUp RecordEditor::CurrentSetUp() {
 void RecordEditor::TakeSetUp() {
   set_up_ = CurrentSetUp();
   lblCurrentCard.SetTag(QString::number(HighestNumber()));
-  const FlagScope loading(Loading);
+  const QScopedValueRollback loading(Loading, true);
   FillLists();
 }
 

@@ -22,8 +22,8 @@ QString WithoutFolders(QString name) {
   return name.replace(QDir::separator(), u':');
 }
 
-void DrawOutline(Surface& sheet, const PixelRect& corners) {
-  sheet.LineB(corners.left, corners.top, corners.width, corners.height, kBlack);
+void DrawOutline(Surface& sheet, const Corners& corners) {
+  sheet.LineB(corners.left, corners.top, corners.right, corners.bottom, kBlack);
 }
 
 void AssembleSheet(const SheetKind& kind) {

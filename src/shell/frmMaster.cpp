@@ -1,7 +1,9 @@
 #include "shell/frmMaster.h"
 
+#include <QScopedValueRollback>
 #include <algorithm>
 
+#include "base/Quietly.h"
 #include "base/RuntimeError.h"
 #include "base/Settings.h"
 #include "base/Value.h"
@@ -15,6 +17,7 @@
 #include "editors/frmCharacter2nd.h"
 #include "editors/frmLarge2nd.h"
 #include "forms/Application.h"
+#include "forms/ControlHelpers.h"
 #include "forms/Dialogs.h"
 #include "output/modFile.h"
 #include "pictures/DroppedPicture.h"
@@ -203,7 +206,7 @@ void MasterForm::UpdateSetDisplay() {
     return;
   }
   {
-    const FlagScope loading(Loading);
+    const QScopedValueRollback loading(Loading, true);
     cboSet.SetEnabled(true);
     ptSet.SetVisible(true);
     cmdDelete.SetEnabled(true);
@@ -216,7 +219,7 @@ void MasterForm::UpdateSetDisplay() {
 }
 
 void MasterForm::ShowNoSet() {
-  const FlagScope loading(Loading);
+  const QScopedValueRollback loading(Loading, true);
   cboSet.SetEnabled(false);
   chkAutonumber.SetValue(0);
   ShowSymbol(LoadPicture(), false);
@@ -310,24 +313,21 @@ void MasterForm::chkAutonumber_Click() {
 }
 
 void MasterForm::cmdSymbolAdd_Click() {
-  try {
-    CommonDialog dialog = PictureDialog(QStringLiteral("Choose picture"));
-    dialog.ShowOpen();
-    const Picture symbol = LoadPicture(dialog.FileName);
-    picSetSymbol.SetPicture(symbol);
-    Recordset& set = modData::rsSet;
-    // The result is a length or the number of an error; only a negative one tells of a failure.
-    if (ReadFileToField(dialog.FileName, set["Symbol"]).Int64() < 0) {
-      MsgBox(QStringLiteral("Error while loading the symbol"), Icon::Critical, QStringLiteral("Symbol"));
-      return;
-    }
-    set["UseSymbol"] = true;
-    set.Update();
-    ShowSymbol(symbol, true);
-    RedrawEditors();
-  } catch (const RuntimeError&) {
-    // A cancelled dialog, or a file that is no picture.
+  CommonDialog dialog = PictureDialog(QStringLiteral("Choose picture"));
+  if (!ChoosesFile(dialog)) return;
+  const std::optional<Picture> symbol = PictureIn(dialog.FileName);
+  if (!symbol) return;
+  picSetSymbol.SetPicture(*symbol);
+  Recordset& set = modData::rsSet;
+  // The result is a length or the number of an error; only a negative one tells of a failure.
+  if (ReadFileToField(dialog.FileName, set["Symbol"]).Int64() < 0) {
+    MsgBox(QStringLiteral("Error while loading the symbol"), Icon::Critical, QStringLiteral("Symbol"));
+    return;
   }
+  set["UseSymbol"] = true;
+  set.Update();
+  ShowSymbol(*symbol, true);
+  RedrawEditors();
 }
 
 // A picture that was dropped or pasted is made as small as the place where a symbol is shown.
@@ -375,20 +375,19 @@ void MasterForm::CreateAll() {
 }
 
 void MasterForm::ExportToText() {
-  try {
-    CommonDialog dialog;
-    dialog.DialogTitle = QStringLiteral("Save set as text");
-    dialog.CancelError = true;
+  CommonDialog dialog;
+  dialog.DialogTitle = QStringLiteral("Save set as text");
+  dialog.CancelError = true;
+  const auto choose = [&dialog] {
     dialog.FileName = modData::rsSet["SetName"].TextOrEmpty() + QStringLiteral(".txt");
     dialog.Filter = QStringLiteral("All files(*.*)|*.*|Text file (*.txt)|*.txt");
     dialog.DefaultExt = QStringLiteral("txt");
     dialog.FilterIndex = 2;
     dialog.Flags = 0x280806;
     dialog.ShowSave();
-    ExportSet(dialog.FileName, modData::CurrentSetID);
-  } catch (const RuntimeError&) {
-    // A cancelled dialog, or no set.
-  }
+  };
+  // Without a set there is no record to take its name from.
+  if (Quietly({kErrCancel, kErrNoCurrentRecord}, choose)) ExportSet(dialog.FileName, modData::CurrentSetID);
 }
 
 void MasterForm::FixButton(const QString& form_name, int value) {

@@ -12,7 +12,7 @@
 #include <optional>
 
 #include "base/Files.h"
-#include "database/CompactAndRepair.h"
+#include "database/inner/CompactAndRepair.h"
 #include "records/Connection.h"
 #include "state/modData.h"
 #include "support/DialogScript.h"

@@ -19,7 +19,7 @@ from small_disk import SmallDisk, enter_own_mounts
 
 SET = "The Saltwind Coast"
 LIMIT = 120  # seconds for a run on a busy machine
-SUFFIXES = {"BMP": "BMP3", "JPG": "JPEG", "GIF": "GIF"}  # and what another program calls the format
+SUFFIXES = {"BMP": "BMP3", "JPG": "JPEG", "GIF": "GIF", "PNG": "PNG"}  # and what another program calls the format
 
 
 class Batch:

@@ -15,11 +15,10 @@ namespace {
 
 // No picture within the bound on pixels needs a larger file.
 constexpr qint64 kMaxFileBytes = kMaxPixels * 4 + 1'000'000;
-constexpr int kDotsPerMeter = 3780;  // 96 an inch
 
-QImage Decode(QByteArrayView bytes) {
+QImage Decode(QByteArrayView bytes, RowBand band) {
   if (bytes.startsWith("BM")) return DecodeBmp(bytes);
-  if (bytes.startsWith("\xff\xd8\xff")) return DecodeJpeg(bytes);
+  if (bytes.startsWith("\xff\xd8\xff")) return DecodeJpeg(bytes, band);
   if (bytes.startsWith("GIF87a") || bytes.startsWith("GIF89a")) return DecodeGif(bytes);
   if (bytes.startsWith("\x89PNG\r\n\x1a\n")) return DecodePng(bytes);
   if (LooksLikeWebp(bytes)) return DecodeWebp(bytes);
@@ -73,7 +72,11 @@ Picture LoadPicture() {
 }
 
 Picture LoadPicture(const QByteArray& bytes) {
-  QImage image = Decode(bytes);
+  return LoadPicture(bytes, RowBand());
+}
+
+Picture LoadPicture(const QByteArray& bytes, RowBand band) {
+  QImage image = Decode(bytes, band);
   CheckSide(image.width(), image.height());
   image.setDotsPerMeterX(kDotsPerMeter);
   image.setDotsPerMeterY(kDotsPerMeter);

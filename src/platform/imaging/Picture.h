@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <memory>
 
+#include "imaging/inner/RowBand.h"
+
 class QImage;
 
 namespace orv {
@@ -33,7 +35,11 @@ Picture LoadPicture();
 // and orientation tags. RuntimeError 481 for anything else, for a picture that is broken or cut short,
 // and for one of more than 64 megapixels or with a side of more than 32767; time and memory are bounded.
 Picture LoadPicture(const QByteArray& bytes);
-// The same, turned as the orientation tag of a JPG says.
+// The same picture in its whole size, of which only the rows of the band are needed: the others may be white.
+// A JPG takes less time then: what is behind the band is not decoded. A file that is cut short there is error
+// 481 as ever; damage within, which only decoding shows, is not told.
+Picture LoadPicture(const QByteArray& bytes, RowBand band);
+// The whole picture, turned as the orientation tag of a JPG says.
 Picture LoadUpright(const QByteArray& bytes);
 // Whether the tag leaves it as it is.
 bool IsUpright(const QByteArray& bytes);

@@ -5,8 +5,8 @@
 #include <QSet>
 
 #include "base/RuntimeError.h"
-#include "records/Collation.h"
 #include "records/DatabaseFile.h"
+#include "records/inner/Collation.h"
 #include "records/inner/ConnectionImpl.h"
 
 namespace orv {
