@@ -31,9 +31,10 @@ class Picture {
 Picture LoadPicture();
 // A picture from the bytes of a BMP (1, 4, 8, 16, 24 or 32 bits, run-length too), JPG (grey, progressive,
 // CMYK), GIF (first frame, transparent where the file says so), PNG, WebP (one that doesn't move; transparent
-// parts of both over white) or WMF file (with or without a placeable header), told by their content. Bytes behind the end of the picture are ignored, and so are resolution
-// and orientation tags. RuntimeError 481 for anything else, for a picture that is broken or cut short,
-// and for one of more than 64 megapixels or with a side of more than 32767; time and memory are bounded.
+// parts of both over white) or WMF file (with or without a placeable header), told by their content. Bytes
+// behind the end of the picture are ignored, and so are resolution and orientation tags. RuntimeError 481 for
+// anything else, for a picture that is broken or cut short, and for one of more than 64 megapixels or with a
+// side of more than 32767; time and memory are bounded.
 Picture LoadPicture(const QByteArray& bytes);
 // The same picture in its whole size, of which only the rows of the band are needed: the others may be white.
 // A JPG takes less time then: what is behind the band is not decoded. A file that is cut short there is error
