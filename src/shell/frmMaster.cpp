@@ -20,6 +20,8 @@
 #include "forms/ControlHelpers.h"
 #include "forms/Dialogs.h"
 #include "output/modFile.h"
+#include "pictures/DroppedPicture.h"
+#include "pictures/FittedPicture.h"
 #include "pictures/modPicture.h"
 #include "shell/frmCreate.h"
 #include "shell/frmSetName.h"
@@ -30,6 +32,8 @@ namespace orv {
 namespace {
 
 const QString kWindowSection = QStringLiteral("MainWindow");
+
+constexpr int kSymbolSide = 25;  // pixels
 
 int StoredPlace(const char* key, int fallback) {
   return Value(GetSetting(kWindowSection, QString::fromLatin1(key), QString::number(fallback))).Int32();
@@ -133,7 +137,7 @@ void MasterForm::Arrange() {
   cmdSymbolAdd.Place(4080, 120, 855, 285);
   cmdSymbolDel.Place(4080, 405, 855, 285);
   viewSetSymbol.Place(5040, 120, 375, 375);
-  picSetSymbol.Place(0, 0, 25, 25);
+  picSetSymbol.Place(0, 0, kSymbolSide, kSymbolSide);
   picSetSymbol.SetAutoSize(true);
   picSetSymbol.SetName(QStringLiteral("Symbol of the set"));
   Label1.SetBuddy(cboSet);
@@ -149,6 +153,13 @@ void MasterForm::Subscribe() {
   cmdEdit.Click = [this] { cmdEdit_Click(); };
   cmdDelete.Click = [this] { cmdDelete_Click(); };
   chkAutonumber.Click = [this] { chkAutonumber_Click(); };
+  TakePictures(picSetSymbol, [this](const DataObject& data) { TakeSymbol(data); });
+  Drop = [this](const DataObject& data) {
+    if (!ptSet.Visible()) return;
+    const Answer answer = MsgBox(QStringLiteral("Make this picture the symbol of the set?"), Icon::Question,
+                                 QStringLiteral("Symbol"), Buttons::YesNo);
+    if (answer == Answer::Yes) TakeSymbol(data);
+  };
   cmdSymbolAdd.Click = [this] { cmdSymbolAdd_Click(); };
   cmdSymbolDel.Click = [this] { cmdSymbolDel_Click(); };
   EditorClosed = [this](const QString& form_name) { FixButton(form_name, 0); };
@@ -325,6 +336,20 @@ void MasterForm::cmdSymbolAdd_Click() {
   set["UseSymbol"] = true;
   set.Update();
   ShowSymbol(*symbol, true);
+  RedrawEditors();
+}
+
+// A picture that was dropped or pasted is made as small as the place where a symbol is shown.
+void MasterForm::TakeSymbol(const DataObject& data) {
+  if (data.IsEmpty() || modData::CurrentSetID == 0) return;
+  const Picture symbol =
+      PictureOf(data, [](const QByteArray& bytes) { return PictureWithin(bytes, kSymbolSide, kSymbolSide); });
+  if (symbol.IsEmpty()) return;
+  Recordset& set = modData::rsSet;
+  set["Symbol"] = BitmapFile(symbol);
+  set["UseSymbol"] = true;
+  set.Update();
+  ShowSymbol(symbol, true);
   RedrawEditors();
 }
 

@@ -61,6 +61,7 @@ class MasterForm : public Form {
   void cmdDelete_Click();
   void chkAutonumber_Click();
   void cmdSymbolAdd_Click();
+  void TakeSymbol(const DataObject& data);
   void cmdSymbolDel_Click();
   void CreateAll();
 

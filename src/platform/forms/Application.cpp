@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QFont>
+#include <QMimeData>
 #include <QScreen>
 #include <QStyle>
 #include <cstdio>
@@ -138,6 +139,16 @@ bool SetImage(const Picture& picture) {
   if (picture.IsEmpty()) return false;
   QGuiApplication::clipboard()->setImage(picture.Image());
   return true;
+}
+
+DataObject GetData() {
+  const QMimeData* const data = QGuiApplication::clipboard()->mimeData();
+  return data == nullptr ? DataObject() : DataObjectFrom(*data);
+}
+
+bool HasData() {
+  const QMimeData* const data = QGuiApplication::clipboard()->mimeData();
+  return data != nullptr && HasDataObject(*data);
 }
 
 }  // namespace Clipboard

@@ -6,6 +6,7 @@
 #include <QString>
 
 #include "base/App.h"
+#include "forms/DataObject.h"
 #include "imaging/Picture.h"
 
 namespace orv {
@@ -52,6 +53,9 @@ class WaitCursor {
 namespace Clipboard {
 // Puts a picture on the clipboard; false where there is none.
 bool SetImage(const Picture& picture);
+// Whatever a picture may be taken from.
+DataObject GetData();
+bool HasData();
 }  // namespace Clipboard
 
 }  // namespace orv

@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "forms/Control.h"
+#include "forms/DataObject.h"
 #include "forms/Lifetime.h"
 
 namespace orv {
@@ -55,6 +56,8 @@ class Form : public Container {
   virtual void Form_Unload() {}
   // A key that the control with the focus did not use.
   virtual void Form_KeyDown(const KeyEvent&) {}
+  // Files or a picture were dropped where no control takes them.
+  Event<const DataObject&> Drop;
 
   // Set by the instance that owns the form.
   void SetCloser(std::function<void()> unload) { unload_ = std::move(unload); }

@@ -57,6 +57,11 @@ std::vector<Sample> Samples() {
   add("ink JPG", samples::Jpeg({40, 24, false, true, true, true}), 0);
   add("GIF", samples::Gif({{60, 40}, {0, 0, 60, 40}}), 1);
   add("transparent GIF", samples::Gif({{60, 40}, {5, 5, 50, 30}, 1, true}), 1);
+  // The end mark and what checks a picture that is whole by then.
+  add("PNG", samples::Png(samples::PhotoLike(40, 24)), 21);
+  add("transparent interlaced PNG", samples::Png(samples::Fading(40, 24), true), 21);
+  add("WebP", samples::Webp(samples::PhotoLike(40, 24)), 1);
+  add("transparent lossy WebP", samples::Webp(samples::Fading(40, 24), false), 1);
   add("WMF", Drawing().Unplaced(), 0);
   add("placeable WMF", Drawing().Placeable({0, 0, 900, 600}, 1440), 0);
   return all;
@@ -88,8 +93,10 @@ TEST(BrokenPicture, CutShort) {
 
 // Stored pictures have zero bytes behind them, and these must not pass for pixels.
 TEST(BrokenPicture, CutShortBeforeZeroBytes) {
-  for (const QByteArray& bytes : {samples::Jpeg({}), samples::Jpeg({40, 24, false, true}),
-                                  samples::Gif({{60, 40}, {0, 0, 60, 40}}), Drawing().Unplaced()}) {
+  for (const QByteArray& bytes :
+       {samples::Jpeg({}), samples::Jpeg({40, 24, false, true}), samples::Gif({{60, 40}, {0, 0, 60, 40}}),
+        samples::Png(samples::PhotoLike(40, 24)), samples::Webp(samples::PhotoLike(40, 24)),
+        Drawing().Unplaced()}) {
     for (const int part : {40, 70, 90, 97}) {
       EXPECT_EQ(ErrorOfLoadingRows(bytes.left(bytes.size() * part / 100) + QByteArray(40, '\0')),
                 kErrInvalidPicture)
@@ -145,6 +152,9 @@ TEST(BrokenPicture, TooLarge) {
       samples::Gif({{32768, 2}, {0, 0, 32768, 2}}),
       samples::Gif({{2, 32768}, {0, 0, 2, 32768}}),
       samples::Wmf().Placeable({-16000, 0, 32000, 1}, 90),
+      samples::Png(QImage(32768, 2, QImage::Format_RGB32)),
+      samples::Png(QImage(2, 32768, QImage::Format_RGB32)),
+      patched(samples::Png(QImage(2, 2, QImage::Format_RGB32)), 16, QByteArray("\0\1\0\0\0\1\0\0", 8)),
   };
   for (const QByteArray& bytes : kTooLarge) {
     EXPECT_EQ(ErrorOfLoading(bytes), kErrInvalidPicture) << bytes.left(6).toHex().toStdString();

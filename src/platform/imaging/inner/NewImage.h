@@ -23,6 +23,8 @@ class PixelLimit {
 [[noreturn]] void BadPicture();
 // RuntimeError 481 if a side is not positive or the area is more than the bound.
 void CheckSize(qint64 width, qint64 height);
+// RuntimeError 481 for a side that 16 bits can't measure.
+void CheckSide(int width, int height);
 // An image after CheckSize, its pixels not set.
 QImage NewImage(qint64 width, qint64 height, QImage::Format format);
 // The picture over white where it is transparent, as Format_RGB32.
