@@ -191,6 +191,17 @@ int TextFace::Height() const {
   return impl_->metrics.height();
 }
 
+int TextFace::Ascent() const {
+  return impl_->metrics.ascent();
+}
+
+QFont TextFace::Enlarged(int times) const {
+  QFont font = impl_->font;
+  font.setPixelSize(font.pixelSize() * times);
+  font.setHintingPreference(QFont::PreferNoHinting);
+  return font;
+}
+
 int TextFace::Rise(QStringView text) const {
   if (!IsPlain(text)) return std::max(0, -impl_->Cover(text.toString()).top);
   int rise = 0;

@@ -1,0 +1,184 @@
+#include "forms/Playing.h"
+
+#include <QImage>
+#include <QPainter>
+#include <algorithm>
+
+#include "forms/TextFace.h"
+
+namespace orv {
+namespace {
+
+// Texts are set in a face so many times the size and scaled down, so that no letter's advance is rounded.
+constexpr int kFaceScale = 64;
+// Dots of a picture around the part that is shown, from which its edge is interpolated.
+constexpr int kCropMargin = 2;
+
+QColor ToQColor(Colour colour) {
+  return {colour & 0xFF, (colour >> 8) & 0xFF, (colour >> 16) & 0xFF};
+}
+
+void FillOutline(QPainter& painter, const QRect& box, const QColor& ink) {
+  painter.fillRect(box.left(), box.top(), box.width(), 1, ink);
+  painter.fillRect(box.left(), box.bottom(), box.width(), 1, ink);
+  painter.fillRect(box.left(), box.top(), 1, box.height(), ink);
+  painter.fillRect(box.right(), box.top(), 1, box.height(), ink);
+}
+
+class PixelPlayer {
+ public:
+  explicit PixelPlayer(QImage& target) : target_(target) {}
+
+  void operator()(const Drawing::Fill& fill) const {
+    QPainter(&target_).fillRect(fill.box, ToQColor(fill.colour));
+  }
+  void operator()(const Drawing::Outline& outline) const {
+    QPainter painter(&target_);
+    FillOutline(painter, outline.box, ToQColor(outline.colour));
+  }
+  void operator()(const Drawing::Paint& paint) const {
+    QPainter(&target_).drawImage(paint.target, paint.picture.Image(), paint.source);
+  }
+  void operator()(const Drawing::Turned& turned) const {
+    const QTransform turn = QTransform().rotate(turned.clockwise ? 90 : -90);
+    QPainter(&target_).drawImage(0, 0, turned.picture.Image().transformed(turn));
+  }
+  void operator()(const Drawing::Text& text) const {
+    TextFace::For(text.font).Draw(target_, text.x, text.y, text.line, text.colour);
+  }
+
+ private:
+  QImage& target_;
+};
+
+// The same operation with the drawings of its pictures played.
+Drawing::Operation Played(Drawing::Operation operation) {
+  const auto play = [](auto& step) {
+    if constexpr (requires { step.picture; }) {
+      if (step.picture.HowDrawn()) step.picture = PlayDrawing(*step.picture.HowDrawn());
+    }
+  };
+  std::visit(play, operation);
+  return operation;
+}
+
+class LargePlayer {
+ public:
+  explicit LargePlayer(QPainter& painter) : painter_(painter) {}
+
+  void Play(const Drawing& drawing) const {
+    painter_.save();
+    painter_.setClipRect(QRect(0, 0, drawing.width, drawing.height), Qt::IntersectClip);
+    for (const Drawing::Operation& operation : drawing.operations) std::visit(*this, operation);
+    painter_.restore();
+  }
+
+  void operator()(const Drawing::Fill& fill) const { painter_.fillRect(fill.box, ToQColor(fill.colour)); }
+  void operator()(const Drawing::Outline& outline) const {
+    FillOutline(painter_, outline.box, ToQColor(outline.colour));
+  }
+  void operator()(const Drawing::Paint& paint) const {
+    if (paint.source.isEmpty() || paint.target.isEmpty()) return;
+    painter_.save();
+    painter_.setClipRect(paint.target, Qt::IntersectClip);
+    painter_.translate(paint.target.topLeft());
+    painter_.scale(paint.target.width() / paint.source.width(),
+                   paint.target.height() / paint.source.height());
+    painter_.translate(-paint.source.topLeft());
+    Show(paint.picture, paint.source.toAlignedRect());
+    painter_.restore();
+  }
+  void operator()(const Drawing::Turned& turned) const {
+    const Picture& picture = turned.picture;
+    painter_.save();
+    painter_.setTransform(turned.clockwise ? QTransform(0, 1, -1, 0, picture.Height(), 0)
+                                           : QTransform(0, -1, 1, 0, 0, picture.Width()),
+                          true);
+    Show(picture, picture.Image().rect());
+    painter_.restore();
+  }
+  void operator()(const Drawing::Text& text) const {
+    const TextFace& face = TextFace::For(text.font);
+    painter_.setFont(face.Enlarged(kFaceScale));
+    painter_.setPen(ToQColor(text.colour));
+    for (const Drawing::Word& word : text.words) {
+      painter_.save();
+      painter_.translate(word.x, text.y + face.Ascent());
+      painter_.scale(1.0 / kFaceScale, 1.0 / kFaceScale);
+      painter_.drawText(QPointF(0, 0), text.line.mid(word.start, word.length));
+      painter_.restore();
+    }
+  }
+
+ private:
+  // The picture from its corner; at least the part `seen` of it.
+  void Show(const Picture& picture, const QRect& seen) const {
+    if (picture.HowDrawn()) return Play(*picture.HowDrawn());
+    painter_.setRenderHint(QPainter::SmoothPixmapTransform);
+    const QImage& image = picture.Image();
+    const QRect part = seen.adjusted(-kCropMargin, -kCropMargin, kCropMargin, kCropMargin) & image.rect();
+    // A whole picture is written to a file once, however often it is shown; a small part of it is less.
+    const bool most = 2 * part.width() * part.height() >= image.width() * image.height();
+    if (most) {
+      painter_.drawImage(0, 0, image);
+    } else {
+      painter_.drawImage(part.topLeft(), image.copy(part));
+    }
+  }
+
+  QPainter& painter_;
+};
+
+bool RunsRightToLeft(const QString& line) {
+  return std::ranges::any_of(
+      line, [](QChar c) { return c.direction() == QChar::DirR || c.direction() == QChar::DirAL; });
+}
+
+}  // namespace
+
+void PlayOperation(const Drawing::Operation& operation, QImage& target) {
+  if (!target.isNull()) std::visit(PixelPlayer(target), operation);
+}
+
+Picture PlayDrawing(const Drawing& drawing) {
+  QImage image(drawing.width, drawing.height, QImage::Format_RGB32);
+  image.fill(Qt::white);
+  for (const Drawing::Operation& operation : drawing.operations) PlayOperation(Played(operation), image);
+  return Picture(image);
+}
+
+void PlayEnlarged(const Drawing& drawing, QPainter& painter) {
+  LargePlayer(painter).Play(drawing);
+}
+
+Picture Enlarged(const Picture& picture, int times) {
+  QImage image(picture.Image().size() * times, QImage::Format_RGB32);
+  if (image.isNull()) return {};
+  image.fill(Qt::white);
+  QPainter painter(&image);
+  painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing |
+                         QPainter::SmoothPixmapTransform);
+  painter.scale(times, times);
+  if (picture.HowDrawn()) {
+    PlayEnlarged(*picture.HowDrawn(), painter);
+  } else {
+    painter.drawImage(0, 0, picture.Image());
+  }
+  painter.end();
+  return Picture(image);
+}
+
+std::vector<Drawing::Word> PlaceWords(const Font& font, const QString& line, int x) {
+  if (RunsRightToLeft(line)) return {{0, static_cast<int>(line.size()), x}};
+  const TextFace& face = TextFace::For(font);
+  std::vector<Drawing::Word> words;
+  for (int start = 0; start < line.size();) {
+    int end = start;
+    while (end < line.size() && !line[end].isSpace()) ++end;
+    if (end > start) words.push_back({start, end - start, x + face.Width(QStringView(line).left(start))});
+    start = end + 1;
+  }
+  return words;
+}
+
+}  // namespace orv

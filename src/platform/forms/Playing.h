@@ -1,0 +1,29 @@
+#pragma once
+
+#include "imaging/Drawing.h"
+
+class QImage;
+class QPainter;
+
+// Draws what a Drawing holds: on pixels of its own size, where each operation gives the very pixels that the
+// surface has, or enlarged.
+namespace orv {
+
+// What a surface does for one operation. Pictures in it are taken as their pixels.
+void PlayOperation(const Drawing::Operation& operation, QImage& target);
+
+// A drawing at its own size; drawings of pictures in it are played too.
+Picture PlayDrawing(const Drawing& drawing);
+
+// A drawing on a painter whose unit is a dot of the drawing, at whatever size its scale gives: texts in their
+// faces without hinting, each word where the drawing has it; pictures smoothly enlarged; fills and outlines
+// as they are.
+void PlayEnlarged(const Drawing& drawing, QPainter& painter);
+
+// A picture `times` as large as it is, from how it was drawn, or smoothly enlarged where nobody kept that.
+Picture Enlarged(const Picture& picture, int times);
+
+// The words of a line that starts at x, each where the face has it.
+std::vector<Drawing::Word> PlaceWords(const Font& font, const QString& line, int x);
+
+}  // namespace orv
