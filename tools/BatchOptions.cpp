@@ -8,6 +8,7 @@ namespace orv {
 namespace {
 
 const QStringList kFormats = {QStringLiteral("BMP"), QStringLiteral("JPG"), QStringLiteral("GIF")};
+constexpr int kMostTimes = 8;
 
 void Declare(QCommandLineParser& parser) {
   parser.setApplicationDescription(QStringLiteral("Writes out all cards of a set, without a window."));
@@ -24,6 +25,7 @@ void Declare(QCommandLineParser& parser) {
   value("to", "The folder for the picture files.", "FOLDER");
   value("format", "BMP, JPG or GIF.", "FORMAT");
   value("prefix", "A text in front of each file name.", "TEXT");
+  value("scale", "So many times as large, 1 to 8, with letters and lines as sharp.", "N");
   flag("number", "Add the card number to the file names.");
   flag("no-back", "Leave out the backs.");
   flag("underline", "Replace spaces in the file names by underlines.");
@@ -64,6 +66,11 @@ ParsedOptions ParseBatchOptions(const QStringList& arguments) {
     options.pic_format_id = static_cast<int>(format) + 1;
   }
   if (parser.isSet(QStringLiteral("prefix"))) options.prefix = parser.value(QStringLiteral("prefix"));
+  if (parser.isSet(QStringLiteral("scale"))) {
+    options.scale = parser.value(QStringLiteral("scale")).toInt();
+    if (options.scale < 1 || options.scale > kMostTimes)
+      return refuse(QStringLiteral("Unknown scale: ") + parser.value(QStringLiteral("scale")));
+  }
   const auto given = [&](const char* name) { return parser.isSet(QString::fromLatin1(name)); };
   options.number = given("number");
   options.no_back = given("no-back");

@@ -4,6 +4,8 @@
 #include <QStringList>
 #include <optional>
 
+#include "ToolRun.h"
+
 namespace orv {
 
 // What the command line of create_all_cards asks for. An option that is not given leaves what the set's
@@ -18,15 +20,11 @@ struct BatchOptions {
   bool number = false;
   bool no_back = false;
   bool underline = false;
+  int scale = 1;                                          // so many times as large
   bool cards = false, characters = false, large = false;  // all three when none was given
 };
 
-struct ParsedOptions {
-  std::optional<BatchOptions> options;
-  QString message;  // why there are none, or the help that was asked for
-  bool help = false;
-};
-
+using ParsedOptions = Parsed<BatchOptions>;
 ParsedOptions ParseBatchOptions(const QStringList& arguments);
 
 }  // namespace orv

@@ -1,44 +1,14 @@
 // The batch run without a window: the same routines as the program, on Qt's offscreen platform.
-#include <QTextStream>
-#include <cstdio>
-
 #include "BatchOptions.h"
 #include "BatchReport.h"
-#include "base/App.h"
-#include "base/Files.h"
+#include "ToolRun.h"
 #include "composition/CardPreview.h"
 #include "database/CurrentSet.h"
-#include "forms/Application.h"
 #include "output/WriteRecords.h"
 #include "state/modData.h"
 
 namespace orv {
 namespace {
-
-constexpr int kFailureTold = 1;
-constexpr int kWrongUsage = 2;
-
-void Complain(const QString& text) {
-  QTextStream(stderr) << text << Qt::endl;
-}
-
-QStringList NamesOfSets() {
-  Recordset sets = modData::OpenSnapshot(QStringLiteral("SELECT SetName FROM tblSet ORDER BY SetName"));
-  QStringList names;
-  for (; !sets.IsEOF(); sets.MoveNext()) names.append(sets["SetName"].TextOrEmpty());
-  return names;
-}
-
-// The key of the set, 0 if there is none of this name.
-std::int16_t FindSetByName(const QString& name) {
-  Recordset& sets = modData::rsSet;
-  for (; !sets.IsEOF(); sets.MoveNext()) {
-    if (sets["SetName"].TextOrEmpty() == name) return sets["SetID"].Int16();
-  }
-  Complain(QStringLiteral("There is no set of the name \"%1\". The sets are: %2")
-               .arg(name, NamesOfSets().join(QStringLiteral(", "))));
-  return 0;
-}
 
 void StoreOptions(const BatchOptions& options) {
   Recordset& set = modData::rsSet;
@@ -65,28 +35,24 @@ void WriteSet(const BatchOptions& options) {
   // sheet of the 3rd edition takes its back from there.
   const bool cards = modData::rsCard.IsOpen() && !modData::rsCard.IsEmpty();
   if (cards && modData::CurrentEditionID != 2) CardPreviewOf(2).DrawCard();
+  std::optional<KeepDrawings> keep;
+  if (options.scale > 1) keep.emplace();
+  SheetFormat format = FormatOfSet();
+  format.times = options.scale;
   for (const OutputKind* kind : OutputKinds()) {
-    if (IsWanted(*kind, options)) WriteRecords(*kind, FormatOfSet(), [](int) {});
+    if (IsWanted(*kind, options)) WriteRecords(*kind, format, [](int) {});
   }
 }
 
 int RunBatch(const BatchOptions& options) {
-  App::SetPath(FolderPart(options.database));
-  modData::OpenDatabase([] {}, options.database);
-  if (!modData::DatabaseFound) {
-    Complain(QStringLiteral("%1 is missing or is no database of the program.").arg(options.database));
-    return kFailureTold;
-  }
+  if (!OpenForTool(options.database)) return kFailureTold;
   if (options.list) {
-    QTextStream(stdout) << NamesOfSets().join(u'\n') << Qt::endl;
+    ListSets();
     return 0;
   }
   BatchReport report;
   const DialogResponderScope answers(report);
-  modData::OpenEditable(QStringLiteral("SELECT * FROM tblSet ORDER BY SetName"), modData::rsSet);
-  const std::int16_t set_id = FindSetByName(options.set);
-  if (set_id == 0) return kWrongUsage;
-  MakeSetCurrent(set_id);
+  if (!OpenSetOfName(options.set)) return kWrongUsage;
   StoreOptions(options);
   WriteSet(options);
   report.Conclude();
@@ -98,17 +64,5 @@ int RunBatch(const BatchOptions& options) {
 
 int main(int argc, char** argv) {
   using namespace orv;
-  Application application(argc, argv, Application::Offscreen);
-  QStringList arguments;
-  for (int i = 0; i < argc; ++i) arguments.append(QString::fromLocal8Bit(argv[i]));
-  const ParsedOptions parsed = ParseBatchOptions(arguments);
-  if (!parsed.options) {
-    if (!parsed.help) {
-      Complain(parsed.message);
-      return kWrongUsage;
-    }
-    QTextStream(stdout) << parsed.message << Qt::endl;
-    return 0;
-  }
-  return application.RunOnce([&] { return RunBatch(*parsed.options); });
+  return RunTool(argc, argv, ParseBatchOptions, RunBatch);
 }

@@ -32,6 +32,10 @@ struct Surface::Bitmap {
 
   void StartDrawing(Colour back, const orv::Picture& behind) {
     const QRect all = image.rect();
+    if (behind.HowDrawn() != nullptr && behind.Image().rect() == all) {
+      drawing = std::make_shared<Drawing>(*behind.HowDrawn());
+      return;
+    }
     drawing = std::make_shared<Drawing>(Drawing{all.width(), all.height(), {}});
     if (behind.Image().rect() != all || behind.Image().hasAlphaChannel()) {
       drawing->operations.emplace_back(Drawing::Fill{all, back});
