@@ -18,14 +18,16 @@ Take Length(double PrintOptions::*field, double least, double most) {
   };
 }
 
-// One of some words, which stand in the order of the enumeration.
+// One of the option's choices, which stand in the order of the enumeration.
 template <class Enum>
-Take OneOf(Enum PrintOptions::*field, const QStringList& words) {
+Take OneOf(Enum PrintOptions::*field, const QStringList& choices) {
   return [=](PrintOptions& options, const QString& text) {
-    const auto index = words.indexOf(text.trimmed().toLower());
-    if (index < 0) return false;
-    options.*field = static_cast<Enum>(index);
-    return true;
+    for (int index = 0; index < choices.size(); ++index) {
+      if (choices[index].compare(text.trimmed(), Qt::CaseInsensitive) != 0) continue;
+      options.*field = static_cast<Enum>(index);
+      return true;
+    }
+    return false;
   };
 }
 
@@ -57,43 +59,66 @@ bool TakeNumbers(PrintOptions& options, const QString& text) {
   return true;
 }
 
-bool TakeRuler(PrintOptions& options, const QString& text) {
-  if (text != u"yes" && text != u"no") return false;
-  options.ruler = text == u"yes";
-  return true;
-}
-
 struct Row {
   PrintOption option;
+  const char* unless_told;
   Take take;
 };
 
+const QStringList kPapers = {"A4", "Letter", "A3", "Card"};
+const QStringList kBacks = {"None", "Long", "Short", "Fold"};
+const QStringList kCuts = {"None", "Marks", "Hairlines"};
+const QStringList kNoOrYes = {"No", "Yes"};
+
 const std::vector<Row>& Rows() {
+  using O = PrintOptions;
   static const std::vector<Row> rows = {
-      {{"paper", "PAPER", "a4, letter, a3, or card: a page for each card with its bleed."},
-       OneOf(&PrintOptions::paper, {"a4", "letter", "a3", "card"})},
-      {{"margin", "MM", "The margin of the paper, 0 to 50; 10 unless told."},
-       Length(&PrintOptions::margin, 0, 50)},
-      {{"gap", "MM", "Between the cards, 0 to 50."}, Length(&PrintOptions::gap, 0, 50)},
-      {{"bleed", "MM", "So far a card's edge goes on beyond the cut, 0 to 5."},
-       Length(&PrintOptions::bleed, 0, 5)},
-      {{"scale", "PERCENT", "Of the true size, 10 to 400."}, Length(&PrintOptions::scale, 10, 400)},
-      {{"width", "MM", "The width of an upright card instead of a scale, 10 to 200; 0 for none."},
-       Length(&PrintOptions::width, 0, 200)},
-      {{"backs", "WHERE",
-        "none; long or short: on sheets of their own, for paper that is turned about this "
-        "edge; fold: beside the front."},
-       OneOf(&PrintOptions::backs, {"none", "long", "short", "fold"})},
-      {{"back-right", "MM", "Shifts the backs to the right, -20 to 20."},
-       Length(&PrintOptions::back_right, -20, 20)},
-      {{"back-down", "MM", "Shifts the backs down, -20 to 20."}, Length(&PrintOptions::back_down, -20, 20)},
-      {{"cuts", "LINES", "none, marks in the margins, or hairlines."},
-       OneOf(&PrintOptions::cuts, {"none", "marks", "hairlines"})},
-      {{"ruler", "YES/NO", "A ruler of 100 mm and the set's name at the lower edge."}, TakeRuler},
-      {{"kinds", "KINDS", "Some of cards,characters,pieces,large; all unless told."}, TakeKinds},
-      {{"numbers", "NUMBERS", "Of the records, such as 1-5,9; all unless told."}, TakeNumbers},
+      {{"paper", "&Paper:", "PAPER", "A4, Letter, A3, or Card: a page for each card with its bleed.",
+        kPapers},
+       "A4",
+       OneOf(&O::paper, kPapers)},
+      {{"margin", "&Margin (mm):", "MM", "The margin of the paper, 0 to 50."},
+       "10",
+       Length(&O::margin, 0, 50)},
+      {{"gap", "&Gap (mm):", "MM", "Between the cards, 0 to 50."}, "0", Length(&O::gap, 0, 50)},
+      {{"bleed", "&Bleed (mm):", "MM", "So far a card's edge goes on beyond the cut, 0 to 5."},
+       "0",
+       Length(&O::bleed, 0, 5)},
+      {{"scale", "&Scale (%):", "PERCENT", "Of the true size, 10 to 400."},
+       "100",
+       Length(&O::scale, 10, 400)},
+      {{"width", "&Width of a card (mm):", "MM",
+        "The width of an upright card instead of a scale, up to 200; 0 for none."},
+       "0",
+       Length(&O::width, 0, 200)},
+      {{"backs", "Bac&ks:", "WHERE",
+        "None; Long or Short: on sheets of their own, for paper that is turned about this edge; Fold: beside "
+        "the front.",
+        kBacks},
+       "Long",
+       OneOf(&O::backs, kBacks)},
+      {{"back-right", "Backs to the &right (mm):", "MM", "Shifts the backs to the right, -20 to 20."},
+       "0",
+       Length(&O::back_right, -20, 20)},
+      {{"back-down", "Backs do&wn (mm):", "MM", "Shifts the backs down, -20 to 20."},
+       "0",
+       Length(&O::back_down, -20, 20)},
+      {{"cuts", "&Cut lines:", "LINES", "None, Marks in the margins, or Hairlines.", kCuts},
+       "Marks",
+       OneOf(&O::cuts, kCuts)},
+      {{"ruler", "R&uler:", "YES/NO", "A ruler of 100 mm and the set's name at the lower edge.", kNoOrYes},
+       "Yes",
+       OneOf(&O::ruler, kNoOrYes)},
+      {{"kinds", "K&inds:", "KINDS", "Some of cards,characters,pieces,large; empty for all."}, "", TakeKinds},
+      {{"numbers", "&Numbers:", "NUMBERS", "Of the records, such as 1-5,9; empty for all."}, "", TakeNumbers},
   };
   return rows;
+}
+
+const Row* RowOf(const QString& name) {
+  const auto row = std::ranges::find_if(
+      Rows(), [&name](const Row& each) { return name == QLatin1String(each.option.name); });
+  return row == Rows().end() ? nullptr : &*row;
 }
 
 }  // namespace
@@ -113,13 +138,15 @@ std::span<const PrintOption> AllPrintOptions() {
   return options;
 }
 
+QString DefaultOf(const PrintOption& option) {
+  return QLatin1String(RowOf(QLatin1String(option.name))->unless_told);
+}
+
 QString SetPrintOption(PrintOptions& options, const QString& name, const QString& text) {
-  for (const Row& row : Rows()) {
-    if (name != QLatin1String(row.option.name)) continue;
-    if (row.take(options, text)) return {};
-    return QStringLiteral("\"%1\" is no value for %2. %3").arg(text, name, QLatin1String(row.option.help));
-  }
-  return QStringLiteral("There is no option %1.").arg(name);
+  const Row* const row = RowOf(name);
+  if (row == nullptr) return QStringLiteral("There is no option %1.").arg(name);
+  if (row->take(options, text)) return {};
+  return QStringLiteral("\"%1\" is no value for %2. %3").arg(text, name, QLatin1String(row->option.help));
 }
 
 }  // namespace orv

@@ -36,10 +36,15 @@ inline constexpr const char* kPrintKinds[] = {"cards", "characters", "pieces", "
 // An option as a user writes it: on a command line, and in the settings.
 struct PrintOption {
   const char* name;
+  const char* label;
   const char* placeholder;
   const char* help;
+  QStringList choices = {};  // none for free text
 };
 std::span<const PrintOption> AllPrintOptions();
+
+// An option as SetPrintOption takes it, unless told otherwise.
+QString DefaultOf(const PrintOption& option);
 
 // Sets an option by its name and text. What is wrong with the text, or the empty text.
 QString SetPrintOption(PrintOptions& options, const QString& name, const QString& text);

@@ -119,9 +119,10 @@ void Draw(const Pass& pass, PrintedCard& card) {
 PrintedCard CardOf(const Pass& pass, const PrintOptions& options, PicturesAhead& ahead) {
   const Recordset& record = pass.kind.records;
   PrintedCard card;
-  card.record = QStringLiteral("%1 %2 %3")
-                    .arg(QLatin1String(pass.sheet.kind_code), record["Nr"].TextOrEmpty(),
-                         record[pass.sheet.name_column].TextOrEmpty());
+  const char* const name = pass.sheet.fills_name_from_title ? "Title" : pass.sheet.name_column;
+  card.record =
+      QStringLiteral("%1 %2 %3")
+          .arg(QLatin1String(pass.sheet.kind_code), record["Nr"].TextOrEmpty(), record[name].TextOrEmpty());
   if (pass.has_copies) card.copies = std::clamp(record["Copies"].Int32Or(1), 0, kMostCopies);
   const QRect second = Inside(pass.sheet.second_outline);
   card.front = Inside(pass.sheet.first_outline);

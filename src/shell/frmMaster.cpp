@@ -19,6 +19,7 @@
 #include "output/modFile.h"
 #include "pictures/modPicture.h"
 #include "shell/frmCreate.h"
+#include "shell/frmPrint.h"
 #include "shell/frmSetName.h"
 #include "state/modData.h"
 
@@ -107,6 +108,7 @@ void MasterForm::Arrange() {
   };
   plain("createall", "Create all cards", "createall");
   plain("exporttotext", "Export all texts", "exporttext");
+  plain("print", "Print sheets", "print");
   DockTop(tbar);
 
   picSet.Place(0, 0, 12180, 1035);
@@ -337,6 +339,7 @@ void MasterForm::tbar_ButtonClick(const QString& key) {
   if (key == u"large2nd") Toggle(frmLarge2nd);
   if (key == u"createall") CreateAll();
   if (key == u"exporttotext") ExportToText();
+  if (key == u"print") PrintSheetsOfSet();
 }
 
 void MasterForm::CreateAll() {
@@ -364,6 +367,17 @@ void MasterForm::ExportToText() {
   } catch (const RuntimeError&) {
     // A cancelled dialog, or no set.
   }
+}
+
+void MasterForm::PrintSheetsOfSet() {
+  if (modData::CurrentSetID <= 0) {
+    MsgBox(QStringLiteral("Select a set first."), Icon::Exclamation, QStringLiteral("Print sheets"));
+    return;
+  }
+  frmPrint->ShowModal();
+  frmPrint.Unload();
+  // The editors share their previews with the run.
+  RedrawEditors();
 }
 
 void MasterForm::FixButton(const QString& form_name, int value) {

@@ -50,6 +50,7 @@ class MasterForm : public Form {
   void LoadWindowPosition();
   void SaveWindowPosition();
   void ExportToText();
+  void PrintSheetsOfSet();
   void WriteSet();
   void ShowSymbol(const Picture& symbol, bool use);
 

@@ -100,6 +100,10 @@ int Application::RunOnce(const std::function<int()>& action) {
   }
 }
 
+void Application::HandleInput() {
+  QApplication::processEvents();
+}
+
 void Application::Quit() {
   quit_asked = true;
   UnloadAll();

@@ -21,6 +21,8 @@ namespace {
 constexpr double kMmPerInch = 25.4;
 constexpr double kMmPerPoint = kMmPerInch / 72;
 constexpr int kResolution = 1200;  // units an inch in the file
+// A picture of 96 dots an inch comes to 288: few printers smooth what they enlarge.
+constexpr int kPictureTimes = 3;
 
 // A file that remembers that something could not be written: the PDF writer does not ask.
 class CheckedFile : public QFile {
@@ -59,22 +61,24 @@ void Stretch(QPainter& painter, const QRectF& target, const QImage& image) {
   }
 }
 
-// What lies around a part, made from its outermost dots. In dots, from the part's corner.
+// What lies around a part, made from its outermost dots. In dots, from the part's corner. It goes on under
+// the part by a dot, so that no seam shows between them.
 void DrawBleed(QPainter& painter, const QImage& part, double bleed) {
-  const int right = part.width() - 1;
-  const int bottom = part.height() - 1;
+  const int width = part.width();
+  const int height = part.height();
+  const double wide = bleed + 1;
   const struct {
     QRect dots;
     QRectF place;
   } strips[] = {
-      {{0, 0, 1, 1}, {-bleed, -bleed, bleed, bleed}},
-      {{0, 0, part.width(), 1}, {0, -bleed, right + 1.0, bleed}},
-      {{right, 0, 1, 1}, {right + 1.0, -bleed, bleed, bleed}},
-      {{0, 0, 1, part.height()}, {-bleed, 0, bleed, bottom + 1.0}},
-      {{right, 0, 1, part.height()}, {right + 1.0, 0, bleed, bottom + 1.0}},
-      {{0, bottom, 1, 1}, {-bleed, bottom + 1.0, bleed, bleed}},
-      {{0, bottom, part.width(), 1}, {0, bottom + 1.0, right + 1.0, bleed}},
-      {{right, bottom, 1, 1}, {right + 1.0, bottom + 1.0, bleed, bleed}},
+      {{0, 0, width, 1}, QRectF(0, -bleed, width, wide)},
+      {{0, height - 1, width, 1}, QRectF(0, height - 1, width, wide)},
+      {{0, 0, 1, height}, QRectF(-bleed, 0, wide, height)},
+      {{width - 1, 0, 1, height}, QRectF(width - 1, 0, wide, height)},
+      {{0, 0, 1, 1}, QRectF(-bleed, -bleed, wide, wide)},
+      {{width - 1, 0, 1, 1}, QRectF(width - 1, -bleed, wide, wide)},
+      {{0, height - 1, 1, 1}, QRectF(-bleed, height - 1, wide, wide)},
+      {{width - 1, height - 1, 1, 1}, QRectF(width - 1, height - 1, wide, wide)},
   };
   for (const auto& strip : strips) Stretch(painter, strip.place, part.copy(strip.dots));
 }
@@ -85,6 +89,7 @@ struct PageWriter::Impl {
   CheckedFile file;
   std::unique_ptr<QPdfWriter> writer;
   QPainter painter;
+  EnlargedPictures pictures{kPictureTimes};
 };
 
 PageWriter::PageWriter(const QString& path, const QString& title) : impl_(std::make_unique<Impl>()) {
@@ -135,7 +140,7 @@ void PageWriter::Draw(const Picture& picture, const PagePlace& place) {
   painter.translate(-place.part.topLeft());
   painter.setClipRect(place.part, Qt::IntersectClip);
   if (picture.HowDrawn()) {
-    PlayEnlarged(*picture.HowDrawn(), painter);
+    PlayEnlarged(*picture.HowDrawn(), painter, &impl_->pictures);
   } else {
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     painter.drawImage(0, 0, picture.Image());

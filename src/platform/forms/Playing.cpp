@@ -1,8 +1,10 @@
 #include "forms/Playing.h"
 
+#include <QCache>
 #include <QImage>
 #include <QPainter>
 #include <algorithm>
+#include <utility>
 
 #include "forms/TextFace.h"
 
@@ -13,6 +15,7 @@ namespace {
 constexpr int kFaceScale = 64;
 // Dots of a picture around the part that is shown, from which its edge is interpolated.
 constexpr int kCropMargin = 2;
+constexpr qsizetype kKeptBytes = 48'000'000;
 
 QColor ToQColor(Colour colour) {
   return {colour & 0xFF, (colour >> 8) & 0xFF, (colour >> 16) & 0xFF};
@@ -64,7 +67,7 @@ Drawing::Operation Played(Drawing::Operation operation) {
 
 class LargePlayer {
  public:
-  explicit LargePlayer(QPainter& painter) : painter_(painter) {}
+  LargePlayer(QPainter& painter, EnlargedPictures* pictures) : painter_(painter), pictures_(pictures) {}
 
   void Play(const Drawing& drawing) const {
     painter_.save();
@@ -117,16 +120,18 @@ class LargePlayer {
     painter_.setRenderHint(QPainter::SmoothPixmapTransform);
     const QImage& image = picture.Image();
     const QRect part = seen.adjusted(-kCropMargin, -kCropMargin, kCropMargin, kCropMargin) & image.rect();
-    // A whole picture is written to a file once, however often it is shown; a small part of it is less.
+    // A whole picture is kept once, however often it is shown; a small part of it is less.
     const bool most = 2 * part.width() * part.height() >= image.width() * image.height();
-    if (most) {
-      painter_.drawImage(0, 0, image);
+    const QRect taken = most ? image.rect() : part;
+    if (pictures_ != nullptr) {
+      painter_.drawImage(QRectF(taken), pictures_->Of(picture, taken));
     } else {
-      painter_.drawImage(part.topLeft(), image.copy(part));
+      painter_.drawImage(taken.topLeft(), image, taken);
     }
   }
 
   QPainter& painter_;
+  EnlargedPictures* pictures_;
 };
 
 bool RunsRightToLeft(const QString& line) {
@@ -147,8 +152,25 @@ Picture PlayDrawing(const Drawing& drawing) {
   return Picture(image);
 }
 
-void PlayEnlarged(const Drawing& drawing, QPainter& painter) {
-  LargePlayer(painter).Play(drawing);
+struct EnlargedPictures::Impl {
+  int times;
+  QCache<std::pair<qint64, QRect>, QImage> kept{kKeptBytes};
+};
+
+EnlargedPictures::EnlargedPictures(int times) : impl_(new Impl{times}) {}
+EnlargedPictures::~EnlargedPictures() = default;
+
+QImage EnlargedPictures::Of(const Picture& picture, const QRect& part) {
+  const std::pair key{picture.Image().cacheKey(), part};
+  if (const QImage* const known = impl_->kept.object(key)) return *known;
+  const QImage image = picture.Image().copy(part).scaled(part.size() * impl_->times, Qt::IgnoreAspectRatio,
+                                                         Qt::SmoothTransformation);
+  impl_->kept.insert(key, new QImage(image), image.sizeInBytes());
+  return image;
+}
+
+void PlayEnlarged(const Drawing& drawing, QPainter& painter, EnlargedPictures* pictures) {
+  LargePlayer(painter, pictures).Play(drawing);
 }
 
 Picture Enlarged(const Picture& picture, int times) {
