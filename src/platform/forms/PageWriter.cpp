@@ -120,7 +120,6 @@ void PageWriter::NewPage(double width, double height) {
     throw RuntimeError(kErrPathFileAccess);
   }
   impl_->painter.resetTransform();
-  impl_->painter.setRenderHint(QPainter::LosslessImageRendering);
   impl_->painter.scale(kResolution / kMmPerInch, kResolution / kMmPerInch);
 }
 

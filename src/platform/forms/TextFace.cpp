@@ -199,6 +199,8 @@ QFont TextFace::Enlarged(int times) const {
   QFont font = impl_->font;
   font.setPixelSize(font.pixelSize() * times);
   font.setHintingPreference(QFont::PreferNoHinting);
+  // Spacing, however small, keeps letters from being joined, as they are not on whole pixels either.
+  font.setLetterSpacing(QFont::AbsoluteSpacing, 1.0 / 64);
   return font;
 }
 
