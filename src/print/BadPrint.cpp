@@ -125,11 +125,12 @@ class Finder {
       const auto* const text = std::get_if<Drawing::Text>(&operation);
       if (text == nullptr || text->words.empty()) continue;
       const TextFace& face = TextFace::For(text->font);
-      const bool over = text->words.front().x < 0 || text->y < 0 ||
-                        text->y + face.Ascent() > drawing->height ||
-                        text->x + face.Width(text->line.trimmed()) > drawing->width;
-      if (over)
-        findings_.append(QStringLiteral("\"%1\" runs over the card's edge").arg(text->line.trimmed()));
+      const bool inside = text->words.front().x >= 0 && text->y >= 0 &&
+                          text->y + face.Ascent() <= drawing->height &&
+                          text->x + face.Width(text->line.trimmed()) <= drawing->width;
+      if (inside) continue;
+      findings_.append(QStringLiteral("\"%1\" runs over the card's edge").arg(text->line.trimmed()));
+      return;
     }
   }
 

@@ -1,6 +1,7 @@
 #include "forms/Playing.h"
 
 #include <QCache>
+#include <QFontMetricsF>
 #include <QImage>
 #include <QPainter>
 #include <algorithm>
@@ -15,6 +16,8 @@ namespace {
 constexpr int kFaceScale = 64;
 // Dots of a picture around the part that is shown, from which its edge is interpolated.
 constexpr int kCropMargin = 2;
+// Between words, of the width of the face's own.
+constexpr double kLeastSpace = 0.7;
 constexpr qsizetype kKeptBytes = 48'000'000;
 
 QColor ToQColor(Colour colour) {
@@ -65,6 +68,14 @@ Drawing::Operation Played(Drawing::Operation operation) {
   return operation;
 }
 
+// Letters can be wider at their own advances than on whole pixels. A word that would come too near to the
+// next one is made so much narrower that the two can be told apart.
+double Narrowing(const QFontMetricsF& metrics, const QString& word, double room) {
+  const double most = room - kLeastSpace * metrics.horizontalAdvance(QChar(u' '));
+  const double width = metrics.horizontalAdvance(word);
+  return most > 0 && width > most ? most / width : 1;
+}
+
 class LargePlayer {
  public:
   LargePlayer(QPainter& painter, EnlargedPictures* pictures) : painter_(painter), pictures_(pictures) {}
@@ -104,11 +115,18 @@ class LargePlayer {
     const TextFace& face = TextFace::For(text.font);
     painter_.setFont(face.Enlarged(kFaceScale));
     painter_.setPen(ToQColor(text.colour));
-    for (const Drawing::Word& word : text.words) {
+    const QFontMetricsF metrics(painter_.font());
+    for (std::size_t i = 0; i < text.words.size(); ++i) {
+      const Drawing::Word& word = text.words[i];
+      const QString letters = text.line.mid(word.start, word.length);
       painter_.save();
       painter_.translate(word.x, text.y + face.Ascent());
       painter_.scale(1.0 / kFaceScale, 1.0 / kFaceScale);
-      painter_.drawText(QPointF(0, 0), text.line.mid(word.start, word.length));
+      if (i + 1 < text.words.size()) {
+        const double room = (text.words[i + 1].x - word.x) * kFaceScale;
+        painter_.scale(Narrowing(metrics, letters, room), 1);
+      }
+      painter_.drawText(QPointF(0, 0), letters);
       painter_.restore();
     }
   }
