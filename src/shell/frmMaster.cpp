@@ -375,9 +375,9 @@ void MasterForm::PrintSheetsOfSet() {
     return;
   }
   frmPrint->ShowModal();
+  const bool drew_cards = frmPrint->DrewCards;
   frmPrint.Unload();
-  // The editors share their previews with the run.
-  RedrawEditors();
+  if (drew_cards) RedrawEditors();
 }
 
 void MasterForm::FixButton(const QString& form_name, int value) {

@@ -142,6 +142,7 @@ bool PrintForm::TakeOptions(PrintOptions& options) {
 }
 
 bool PrintForm::Progress(int done, int all) {
+  DrewCards = true;
   lblProgress.SetCaption(QStringLiteral("%1 of %2").arg(done).arg(all));
   lblProgress.Refresh();
   Application::HandleInput();

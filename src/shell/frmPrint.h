@@ -28,6 +28,8 @@ class PrintForm : public Form {
   };
   Field& FieldOf(const QString& option);
 
+  bool DrewCards = false;  // the previews show other records than the editors
+
   std::vector<std::unique_ptr<Field>> fields;
   FormLabel lblHint;
   FormLabel lblFindings;
