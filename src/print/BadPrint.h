@@ -3,7 +3,7 @@
 #include <QStringList>
 
 #include "output/OutputKinds.h"
-#include "print/PrintedCards.h"
+#include "print/PrintedCard.h"
 
 namespace orv {
 

@@ -22,12 +22,12 @@ class DrawingTest : public testing::Test {
   static int PlayAll() {
     int sheets = 0;
     ForEachPrintedCard({}, [&](const PrintedCard& card) {
-      EXPECT_EQ(card.failure, "") << card.record;
+      EXPECT_EQ(card.failure, "") << qPrintable(card.record);
       if (card.sheet.HowDrawn() == nullptr) {
-        ADD_FAILURE() << card.record;
+        ADD_FAILURE() << qPrintable(card.record);
         return false;
       }
-      EXPECT_EQ(PlayDrawing(*card.sheet.HowDrawn()).Image(), card.sheet.Image()) << card.record;
+      EXPECT_EQ(PlayDrawing(*card.sheet.HowDrawn()).Image(), card.sheet.Image()) << qPrintable(card.record);
       ++sheets;
       return true;
     });

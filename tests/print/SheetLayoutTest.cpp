@@ -27,10 +27,10 @@ TEST(SheetLayoutTest, AsManyAsFit) {
     int columns, rows;
     double page_width;
   } rows[] = {{{}, kCard, kTrue, 4, 4, 209.9},
-              {{{"gap", "3"}}, kCard, kTrue, 6, 2, 297.0},
+              {{{"gap", "3"}}, kCard, kTrue, 4, 3, 209.9},
               {{{"bleed", "2"}}, kCard, kTrue, 4, 3, 209.9},
               {{{"paper", "letter"}}, kCard, kTrue, 4, 3, 215.9},
-              {{{"paper", "a3"}}, kCard, kTrue, 6, 5, 297.0},
+              {{{"paper", "a3"}}, kCard, kTrue, 9, 4, 420.2},
               {{}, kLarge, kTrue, 2, 4, 209.9},
               {{}, kLarge, 2 * kTrue, 1, 2, 209.9},
               {{{"paper", "card"}}, kCard, kTrue, 1, 1, 40.2},
@@ -48,12 +48,13 @@ TEST(SheetLayoutTest, AsManyAsFit) {
 
 TEST(SheetLayoutTest, ABackMeetsItsFrontWhenThePaperIsTurned) {
   for (const char* edge : {"long", "short"}) {
-    for (const char* gap : {"0", "3"}) {  // upright and across
+    for (const char* paper : {"A4", "A3"}) {  // upright and across
       const SheetLayout layout =
-          LayOut(Options({{"backs", edge}, {"gap", gap}, {"back-right", "0.7"}, {"back-down", "-1.2"}}),
+          LayOut(Options({{"backs", edge}, {"paper", paper}, {"back-right", "0.7"}, {"back-down", "-1.2"}}),
                  kCard, kTrue);
       const bool upright = layout.page_width < layout.page_height;
       const bool about_upright_axis = upright == (edge == std::string("long"));
+      EXPECT_EQ(upright, paper == std::string("A4"));
       EXPECT_EQ(layout.mirrored_across, about_upright_axis);
       for (int i = 0; i < layout.Count(); ++i) {
         const auto front = layout.Front(i);

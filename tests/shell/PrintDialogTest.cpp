@@ -49,7 +49,8 @@ TEST_F(PrintDialogTest, OptionsAreTheUsersAndNonsenseIsRefused) {
   Open([this](PrintForm& form) {
     Type("gap", "-3");
     ClickOn(form.cmdCheck);
-    EXPECT_TRUE(dialogs_.LastPrompt().startsWith("\"-3\" is no value for gap")) << dialogs_.LastPrompt();
+    EXPECT_TRUE(dialogs_.LastPrompt().startsWith("\"-3\" is no value for gap"))
+        << qPrintable(dialogs_.LastPrompt());
     Type("gap", "2,5");
     Type("numbers", "1");
     ClickOn(form.cmdCheck);
