@@ -14,8 +14,6 @@ namespace {
 
 // Texts are set in a face so many times the size and scaled down, so that no letter's advance is rounded.
 constexpr int kFaceScale = 64;
-// Dots of a picture around the part that is shown, from which its edge is interpolated.
-constexpr int kCropMargin = 2;
 // Between words, of the width of the face's own.
 constexpr double kLeastSpace = 0.7;
 constexpr qsizetype kKeptBytes = 48'000'000;
@@ -132,19 +130,15 @@ class LargePlayer {
   }
 
  private:
-  // The picture from its corner; at least the part `seen` of it.
+  // The part `seen` of a picture, at its place in it. No dot around it is looked at: it may be undecoded.
   void Show(const Picture& picture, const QRect& seen) const {
     if (picture.HowDrawn()) return Play(*picture.HowDrawn());
     painter_.setRenderHint(QPainter::SmoothPixmapTransform);
-    const QImage& image = picture.Image();
-    const QRect part = seen.adjusted(-kCropMargin, -kCropMargin, kCropMargin, kCropMargin) & image.rect();
-    // A whole picture is kept once, however often it is shown; a small part of it is less.
-    const bool most = 2 * part.width() * part.height() >= image.width() * image.height();
-    const QRect taken = most ? image.rect() : part;
+    const QRect part = seen & picture.Image().rect();
     if (pictures_ != nullptr) {
-      painter_.drawImage(QRectF(taken), pictures_->Of(picture, taken));
+      painter_.drawImage(QRectF(part), pictures_->Of(picture, part));
     } else {
-      painter_.drawImage(taken.topLeft(), image, taken);
+      painter_.drawImage(part, picture.Image().copy(part));
     }
   }
 
