@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "ToolRun.h"
+#include "output/PictureFormats.h"
 
 namespace orv {
 
@@ -12,14 +13,13 @@ namespace orv {
 // record holds.
 struct BatchOptions {
   QString database;
-  bool list = false;  // only tell the names of the sets
+  bool list = false;   // only tell the names of the sets
+  bool check = false;  // read the whole file first
   QString set;
-  QString folder;  // absolute
-  std::optional<int> pic_format_id;
+  QString folder;                         // absolute; empty for the one that the set has stored
+  const PictureFormat* format = nullptr;  // none: as the set has it
   std::optional<QString> prefix;
-  bool number = false;
-  bool no_back = false;
-  bool underline = false;
+  std::optional<bool> number, no_back, underline;
   int scale = 1;                                          // so many times as large
   bool cards = false, characters = false, large = false;  // all three when none was given
 };

@@ -31,8 +31,11 @@ void Tell(const QString& text) {
 bool OpenForTool(const QString& database) {
   App::SetPath(FolderPart(database));
   modData::OpenDatabase([] {}, database);
-  if (!modData::DatabaseFound)
-    Complain(QStringLiteral("%1 is missing or is no database of the program.").arg(database));
+  if (!modData::DatabaseFound) {
+    const QString why =
+        modData::OpeningError.isEmpty() ? QStringLiteral("File not found") : modData::OpeningError;
+    Complain(QStringLiteral("%1 is missing or is no database of the program. %2").arg(database, why));
+  }
   return modData::DatabaseFound;
 }
 

@@ -5,6 +5,7 @@
 #include <optional>
 
 #include "forms/Application.h"
+#include "state/Product.h"
 
 // What the programs without a window share.
 namespace orv {
@@ -37,7 +38,7 @@ QStringList ArgumentsOf(int argc, char** argv);
 // status.
 template <class Parse, class Run>
 int RunTool(int argc, char** argv, Parse parse, Run run) {
-  Application application(argc, argv, Application::Offscreen);
+  Application application(argc, argv, Application::Offscreen, TheProgram());
   const auto parsed = parse(ArgumentsOf(argc, argv));
   if (parsed.options) return application.RunOnce([&] { return run(*parsed.options); });
   if (parsed.help) {

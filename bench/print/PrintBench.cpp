@@ -9,6 +9,7 @@
 #include "measuring/Measuring.h"
 #include "measuring/Photo.h"
 #include "print/PrintSheets.h"
+#include "state/Product.h"
 #include "state/modData.h"
 #include "support/TestDatabase.h"
 
@@ -56,7 +57,7 @@ double Run(TestDatabase& database, int cards) {
 
 int main(int argc, char** argv) {
   using namespace orv;
-  Application application(argc, argv, Application::Offscreen);
+  Application application(argc, argv, Application::Offscreen, TheProgram());
   TestDatabase database;
   const double few = Run(database, 100);
   return PrintRatio("peak memory at 500 cards / at 100", Run(database, 500) / few, kGrowthGoal) ? 0 : 1;

@@ -6,7 +6,7 @@
 #include "composition/WrapText.h"
 #include "composition/frmCard.h"
 #include "database/ListHelpers.h"
-#include "forms/TextFace.h"
+#include "forms/Playing.h"
 #include "imaging/Drawing.h"
 #include "state/modData.h"
 
@@ -124,10 +124,7 @@ class Finder {
     for (const Drawing::Operation& operation : drawing->operations) {
       const auto* const text = std::get_if<Drawing::Text>(&operation);
       if (text == nullptr || text->words.empty()) continue;
-      const TextFace& face = TextFace::For(text->font);
-      const bool inside = text->words.front().x >= 0 && text->y >= 0 &&
-                          text->y + face.Ascent() <= drawing->height &&
-                          text->x + face.Width(text->line.trimmed()) <= drawing->width;
+      const bool inside = QRect(0, 0, drawing->width, drawing->height).contains(BodyOf(*text));
       if (inside) continue;
       findings_.append(QStringLiteral("\"%1\" runs over the card's edge").arg(text->line.trimmed()));
       return;

@@ -97,8 +97,8 @@ std::vector<Pass> PassesFor(const PrintOptions& options) {
 }
 
 // The corners of an outline, both inclusive.
-QRect Inside(const PixelRect& corners) {
-  return {QPoint(corners.left, corners.top), QPoint(corners.width, corners.height)};
+QRect Inside(const Corners& corners) {
+  return {QPoint(corners.left, corners.top), QPoint(corners.right, corners.bottom)};
 }
 
 std::vector<QByteArray> PicturesOf(const OutputKind& kind) {

@@ -13,7 +13,8 @@
 #include "base/Files.h"
 #include "base/RuntimeError.h"
 #include "forms/Playing.h"
-#include "forms/TextFace.h"
+#include "forms/inner/Palette.h"
+#include "forms/inner/TextFace.h"
 
 namespace orv {
 namespace {
@@ -149,7 +150,7 @@ void PageWriter::Draw(const Picture& picture, const PagePlace& place) {
 
 void PageWriter::Line(double x1, double y1, double x2, double y2, double thickness, Colour colour) {
   QPainter& painter = impl_->painter;
-  QPen pen(QColor(colour & 0xFF, (colour >> 8) & 0xFF, (colour >> 16) & 0xFF), thickness);
+  QPen pen(ToQColor(colour), thickness);
   pen.setCapStyle(Qt::FlatCap);
   painter.setPen(pen);
   painter.drawLine(QPointF(x1, y1), QPointF(x2, y2));

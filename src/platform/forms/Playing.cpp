@@ -7,7 +7,8 @@
 #include <algorithm>
 #include <utility>
 
-#include "forms/TextFace.h"
+#include "forms/inner/Palette.h"
+#include "forms/inner/TextFace.h"
 
 namespace orv {
 namespace {
@@ -17,10 +18,6 @@ constexpr int kFaceScale = 64;
 // Between words, of the width of the face's own.
 constexpr double kLeastSpace = 0.7;
 constexpr qsizetype kKeptBytes = 48'000'000;
-
-QColor ToQColor(Colour colour) {
-  return {colour & 0xFF, (colour >> 8) & 0xFF, (colour >> 16) & 0xFF};
-}
 
 void FillOutline(QPainter& painter, const QRect& box, const QColor& ink) {
   painter.fillRect(box.left(), box.top(), box.width(), 1, ink);
@@ -200,6 +197,11 @@ Picture Enlarged(const Picture& picture, int times) {
   }
   painter.end();
   return Picture(image);
+}
+
+QRect BodyOf(const Drawing::Text& text) {
+  const TextFace& face = TextFace::For(text.font);
+  return {text.x, text.y, face.Width(text.line.trimmed()), face.Ascent()};
 }
 
 std::vector<Drawing::Word> PlaceWords(const Font& font, const QString& line, int x) {

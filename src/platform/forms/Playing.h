@@ -41,6 +41,9 @@ void PlayEnlarged(const Drawing& drawing, QPainter& painter, EnlargedPictures* p
 // A picture `times` as large as it is, from how it was drawn, or smoothly enlarged where nobody kept that.
 Picture Enlarged(const Picture& picture, int times);
 
+// From the top of a text's cell to the base line of its letters; without a blank at its end.
+QRect BodyOf(const Drawing::Text& text);
+
 // The words of a line that starts at x, each where the face has it.
 std::vector<Drawing::Word> PlaceWords(const Font& font, const QString& line, int x);
 

@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <memory>
 
+#include "imaging/inner/RowBand.h"
+
 class QImage;
 
 namespace orv {
@@ -40,6 +42,10 @@ Picture LoadPicture();
 // and orientation tags. RuntimeError 481 for anything else, for a picture that is broken or cut short,
 // and for one of more than 64 megapixels or with a side of more than 32767; time and memory are bounded.
 Picture LoadPicture(const QByteArray& bytes);
+// The same picture in its whole size, of which only the rows of the band are needed: the others may be white.
+// A JPG takes less time then: what is behind the band is not decoded. A file that is cut short there is error
+// 481 as ever; damage within, which only decoding shows, is not told.
+Picture LoadPicture(const QByteArray& bytes, RowBand band);
 // From a file; RuntimeError 53, 75 or 76 if it can't be read.
 Picture LoadPicture(const QString& path);
 

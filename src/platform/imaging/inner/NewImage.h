@@ -5,6 +5,7 @@
 namespace orv {
 
 inline constexpr qint64 kMaxPixels = 64'000'000;
+inline constexpr int kDotsPerMeter = 3780;  // 96 an inch
 
 // RuntimeError 481.
 [[noreturn]] void BadPicture();
