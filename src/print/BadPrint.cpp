@@ -1,4 +1,4 @@
-#include "print/BadPrint.h"
+#include "print/inner/BadPrint.h"
 
 #include "composition/CardPreview.h"
 #include "composition/CharacterPreview.h"

@@ -7,8 +7,8 @@
 #include "base/Files.h"
 #include "base/RuntimeError.h"
 #include "forms/PageWriter.h"
-#include "print/PrintedCards.h"
-#include "print/SheetLayout.h"
+#include "print/inner/PrintedCards.h"
+#include "print/inner/SheetLayout.h"
 #include "state/modData.h"
 
 namespace orv {

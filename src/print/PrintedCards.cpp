@@ -1,4 +1,4 @@
-#include "print/PrintedCards.h"
+#include "print/inner/PrintedCards.h"
 
 #include <algorithm>
 #include <vector>
@@ -11,7 +11,7 @@
 #include "output/Saving.h"
 #include "pictures/PicturesAhead.h"
 #include "pictures/frmClip.h"
-#include "print/BadPrint.h"
+#include "print/inner/BadPrint.h"
 #include "state/modData.h"
 
 namespace orv {

@@ -1,4 +1,4 @@
-#include "print/SheetLayout.h"
+#include "print/inner/SheetLayout.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,4 +1,4 @@
-#include "shell/frmPrint.h"
+#include "shell/inner/frmPrint.h"
 
 #include "base/RuntimeError.h"
 #include "base/Settings.h"

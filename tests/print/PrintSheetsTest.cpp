@@ -13,7 +13,7 @@
 #include "base/Files.h"
 #include "base/RuntimeError.h"
 #include "imaging/Drawing.h"
-#include "print/PrintedCards.h"
+#include "print/inner/PrintedCards.h"
 #include "state/modData.h"
 #include "support/TestDatabase.h"
 

@@ -3,7 +3,7 @@
 #include <QStringList>
 
 #include "output/OutputKinds.h"
-#include "print/PrintedCard.h"
+#include "print/inner/PrintedCard.h"
 
 namespace orv {
 

@@ -3,7 +3,7 @@
 #include <functional>
 
 #include "print/PrintOptions.h"
-#include "print/PrintedCard.h"
+#include "print/inner/PrintedCard.h"
 
 namespace orv {
 
