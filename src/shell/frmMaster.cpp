@@ -22,8 +22,8 @@
 #include "output/modFile.h"
 #include "pictures/modPicture.h"
 #include "shell/frmCreate.h"
+#include "shell/frmPrint.h"
 #include "shell/frmSetName.h"
-#include "shell/inner/frmPrint.h"
 #include "state/modData.h"
 
 namespace orv {

@@ -1,4 +1,4 @@
-#include "shell/inner/frmPrint.h"
+#include "shell/frmPrint.h"
 
 #include "base/RuntimeError.h"
 #include "base/Settings.h"

@@ -7,7 +7,7 @@
 #include "composition/CardPreview.h"
 #include "editors/frmCard2nd.h"
 #include "shell/MasterScene.h"
-#include "shell/inner/frmPrint.h"
+#include "shell/frmPrint.h"
 
 namespace orv {
 namespace {
