@@ -7,6 +7,8 @@
 namespace orv {
 namespace {
 
+constexpr int kMostTimes = 8;
+
 QStringList Extensions() {
   QStringList names;
   for (const PictureFormat& format : PictureFormats()) names.append(QString::fromLatin1(format.extension));
@@ -32,6 +34,7 @@ void Declare(QCommandLineParser& parser) {
   value("to", "* The folder for the picture files.", "FOLDER");
   value("format", "* BMP, JPG, GIF or PNG (PNG is for this run alone, and not stored in the set).", "FORMAT");
   value("prefix", "* A text in front of each file name; \"\" for none.", "TEXT");
+  value("scale", "So many times as large, 1 to 8, with letters and lines as sharp.", "N");
   flag("number", "* Add the card number to the file names.");
   flag("no-number", "* Leave it out.");
   flag("no-back", "* Leave out the backs.");
@@ -75,6 +78,11 @@ ParsedOptions ParseBatchOptions(const QStringList& arguments) {
     options.format = &PictureFormats()[static_cast<std::size_t>(format)];
   }
   if (parser.isSet(QStringLiteral("prefix"))) options.prefix = parser.value(QStringLiteral("prefix"));
+  if (parser.isSet(QStringLiteral("scale"))) {
+    options.scale = parser.value(QStringLiteral("scale")).toInt();
+    if (options.scale < 1 || options.scale > kMostTimes)
+      return refuse(QStringLiteral("Unknown scale: ") + parser.value(QStringLiteral("scale")));
+  }
   const auto given = [&](const char* name) { return parser.isSet(QString::fromLatin1(name)); };
   struct {
     const char* yes;

@@ -4,6 +4,7 @@
 #include <QStringList>
 #include <optional>
 
+#include "ToolRun.h"
 #include "output/PictureFormats.h"
 
 namespace orv {
@@ -19,15 +20,11 @@ struct BatchOptions {
   const PictureFormat* format = nullptr;  // none: as the set has it
   std::optional<QString> prefix;
   std::optional<bool> number, no_back, underline;
+  int scale = 1;                                          // so many times as large
   bool cards = false, characters = false, large = false;  // all three when none was given
 };
 
-struct ParsedOptions {
-  std::optional<BatchOptions> options;
-  QString message;  // why there are none, or the help that was asked for
-  bool help = false;
-};
-
+using ParsedOptions = Parsed<BatchOptions>;
 ParsedOptions ParseBatchOptions(const QStringList& arguments);
 
 }  // namespace orv

@@ -13,19 +13,9 @@ constexpr int kStripThickness = 5;
 void RotatePicture(Surface& source, Surface& destination, bool clockwise) {
   destination.SetPicture(LoadPicture());
   const int width = source.InsideWidth();
-  const int height = source.InsideHeight();
-  destination.SetWidth(height);
+  destination.SetWidth(source.InsideHeight());
   destination.SetHeight(width);
-  for (int x = 0; x < width; ++x) {
-    for (int y = 0; y < height; ++y) {
-      const Colour pixel = source.GetPixel(x, y);
-      if (clockwise) {
-        destination.SetPixel(height - y - 1, x, pixel);
-      } else {
-        destination.SetPixel(y, width - x - 1, pixel);
-      }
-    }
-  }
+  destination.PaintTurned(source.Image(), clockwise);
   destination.SetPicture(destination.Image());
 }
 
@@ -34,12 +24,10 @@ void PrepareArtistSurface(Surface& scratch, Surface& strip, const Surface& card,
   scratch.SetPicture(LoadPicture());
   strip.SetPicture(LoadPicture());
   if (use_background) {
-    const int top = static_cast<int>(strip.Top());
-    for (int x = 0; x < kStripThickness; ++x) {
-      for (int y = 0; y < kStripLength; ++y) {
-        scratch.SetPixel(y, kStripThickness - 1 - x, card.GetPixel(x, top + y));
-      }
-    }
+    Surface under;
+    under.Place(0, 0, kStripThickness, kStripLength);
+    under.PaintPicture(card.Image(), 0, -static_cast<int>(strip.Top()));
+    scratch.PaintTurned(under.Image(), false);
   } else {
     scratch.SetBackColor(colour);
   }

@@ -4,6 +4,7 @@
 
 #include "base/RuntimeError.h"
 #include "forms/Dialogs.h"
+#include "forms/Playing.h"
 #include "pictures/frmClip.h"
 #include "state/modData.h"
 
@@ -26,20 +27,9 @@ void DrawOutline(Surface& sheet, const Corners& corners) {
   sheet.LineB(corners.left, corners.top, corners.right, corners.bottom, kBlack);
 }
 
-void AssembleSheet(const SheetKind& kind) {
-  Surface& sheet = frmClip->picDone;
-  Surface& front = kind.front();
-  sheet.SetPicture(LoadPicture());
-  front.SetPicture(front.Image());
-  const bool two_halves = !kind.may_leave_out_back || !modData::rsSet["NoBack"].BoolOrFalse();
-  const double width = front.Width();
-  sheet.SetHeight(front.Height());
-  sheet.SetWidth(two_halves ? 2 * width : width);
-  if (two_halves) sheet.PaintPicture(kind.back().Picture(), width + 1, 1);
-  sheet.PaintPicture(front.Picture(), 1, 1);
-  DrawOutline(sheet, kind.first_outline);
-  DrawOutline(sheet, kind.second_outline);
-  sheet.SetPicture(sheet.Image());
+// Whether the set wants backs; a kind without a choice has both halves always.
+bool WantsBack(const SheetKind& kind) {
+  return !kind.may_leave_out_back || !modData::rsSet["NoBack"].BoolOrFalse();
 }
 
 QString NamedFile(const QString& name, std::int16_t number, const QString& kind, const QString& extension) {
@@ -56,10 +46,27 @@ QString NamedFile(const QString& name, std::int16_t number, const QString& kind,
 }
 
 bool WriteSheet(const SheetFormat& format, const QString& path) {
-  return format.format == nullptr || format.format->write(frmClip->picDone.Picture(), path);
+  if (format.format == nullptr) return true;
+  const Picture& sheet = frmClip->picDone.Picture();
+  return format.format->write(format.times > 1 ? Enlarged(sheet, format.times) : sheet, path);
 }
 
 }  // namespace
+
+void AssembleSheet(const SheetKind& kind, bool with_back) {
+  Surface& sheet = frmClip->picDone;
+  Surface& front = kind.front();
+  sheet.SetPicture(LoadPicture());
+  front.SetPicture(front.Image());
+  const double width = front.Width();
+  sheet.SetHeight(front.Height());
+  sheet.SetWidth(with_back ? 2 * width : width);
+  if (with_back) sheet.PaintPicture(kind.back().Picture(), width + 1, 1);
+  sheet.PaintPicture(front.Picture(), 1, 1);
+  DrawOutline(sheet, kind.first_outline);
+  DrawOutline(sheet, kind.second_outline);
+  sheet.SetPicture(sheet.Image());
+}
 
 void FillFileName(Recordset& record) {
   const Field name = record["FileName"];
@@ -80,7 +87,7 @@ void SaveSheet(const SheetKind& kind, const SheetFormat& format) {
     const std::int16_t number = kind.record["Nr"].Int16();
     const QString folder = SaveFolder();
     path = folder + WithoutFolders(NamedFile(name, number, kind_code, format.extension));
-    AssembleSheet(kind);
+    AssembleSheet(kind, WantsBack(kind));
     saved = WriteSheet(format, path) && format.format != nullptr;
   } catch (const RuntimeError& error) {
     QString text = QStringLiteral("Something went wrong.");

@@ -36,6 +36,9 @@ QString GetPicFormat(std::int32_t pic_format_id);
 struct SheetFormat {
   const PictureFormat* format = nullptr;  // none: nothing is written, and nothing said
   QString extension;
+  // So many times as large; letters and lines are as sharp then where KeepDrawings lives while the records
+  // are drawn.
+  int times = 1;
 };
 // By what the current set has stored.
 SheetFormat FormatOfSet();
@@ -45,6 +48,9 @@ SheetFormat FormatOf(const PictureFormat& format);
 // Where a record has no file name yet, it takes the title of the moment, for good; the caller updates the
 // record. A Null name stays. RuntimeError 94 for a Null title.
 void FillFileName(Recordset& record);
+
+// Puts the composed front of a kind on picDone, with its back beside it, each in its outline.
+void AssembleSheet(const SheetKind& kind, bool with_back);
 
 // What the save operations do, for a kind of sheet and in a format.
 void SaveSheet(const SheetKind& kind, const SheetFormat& format);

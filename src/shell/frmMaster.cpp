@@ -24,6 +24,7 @@
 #include "pictures/FittedPicture.h"
 #include "pictures/modPicture.h"
 #include "shell/frmCreate.h"
+#include "shell/frmPrint.h"
 #include "shell/frmSetName.h"
 #include "shell/inner/SetMenu.h"
 #include "state/modData.h"
@@ -117,6 +118,7 @@ void MasterForm::Arrange() {
   };
   plain("createall", "Create all cards", "createall");
   plain("exporttotext", "Export all texts", "exporttext");
+  plain("print", "Print sheets", "print");
   tbar.AddMenu(QStringLiteral("More"), QStringLiteral("More"), QStringLiteral("menu"),
                {{QStringLiteral("saveset"), QStringLiteral("&Save set as...")},
                 {QStringLiteral("bringin"), QStringLiteral("&Bring in a set...")},
@@ -371,6 +373,7 @@ void MasterForm::tbar_ButtonClick(const QString& key) {
   if (key == u"large2nd") Toggle(frmLarge2nd);
   if (key == u"createall") CreateAll();
   if (key == u"exporttotext") ExportToText();
+  if (key == u"print") PrintSheetsOfSet();
   if (key == u"saveset") SaveSetAs();
   if (key == u"bringin") ShowBroughtIn(BringInSet());
   if (key == u"duplicate") DuplicateInEditor();
@@ -408,6 +411,17 @@ void MasterForm::ExportToText() {
   };
   // Without a set there is no record to take its name from.
   if (Quietly({kErrCancel, kErrNoCurrentRecord}, choose)) ExportSet(dialog.FileName, modData::CurrentSetID);
+}
+
+void MasterForm::PrintSheetsOfSet() {
+  if (modData::CurrentSetID <= 0) {
+    MsgBox(QStringLiteral("Select a set first."), Icon::Exclamation, QStringLiteral("Print sheets"));
+    return;
+  }
+  frmPrint->ShowModal();
+  const bool drew_cards = frmPrint->DrewCards;
+  frmPrint.Unload();
+  if (drew_cards) RedrawEditors();
 }
 
 void MasterForm::FixButton(const QString& form_name, int value) {

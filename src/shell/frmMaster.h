@@ -51,6 +51,7 @@ class MasterForm : public Form {
   void SaveWindowPosition();
   void ExportToText();
   void ShowBroughtIn(std::int32_t set_id);
+  void PrintSheetsOfSet();
   void WriteSet();
   void ShowSymbol(const Picture& symbol, bool use);
 

@@ -23,6 +23,7 @@
 #include "shell/Main.h"
 #include "shell/frmCreate.h"
 #include "shell/frmMaster.h"
+#include "shell/frmPrint.h"
 #include "shell/frmSetName.h"
 #include "state/Product.h"
 #include "state/modData.h"
@@ -76,6 +77,7 @@ int GrabAll() {
   frmSetName->Init(QStringLiteral("The Saltwind Coast"), 1, 2);
   GrabDialog(*frmSetName, "set");
   GrabDialog(*frmCreate, "create_cards");
+  GrabDialog(*frmPrint, "print_sheets");
   frmCardType->Show();
   WalkDown(frmCardType->lvEntries, 4);
   GrabDialog(*frmCardType, "card_type");

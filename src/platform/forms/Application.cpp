@@ -108,6 +108,10 @@ void Application::DrawNow() {
   QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
 }
 
+void Application::HandleInput() {
+  QApplication::processEvents();
+}
+
 void Application::Quit() {
   quit_asked = true;
   UnloadAll();

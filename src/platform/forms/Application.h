@@ -24,6 +24,8 @@ class Application {
   int Run(const std::function<void()>& main);
   // Runs `action` alone, with the same treatment of errors.
   int RunOnce(const std::function<int()>& action);
+  // Deals with what the user has done meanwhile, for a long operation that can be stopped.
+  static void HandleInput();
   // Unloads all forms and ends the loop.
   static void Quit();
   // Shows and draws what waits for it, during a long piece of work; what the user does meanwhile waits on.

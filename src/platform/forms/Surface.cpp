@@ -7,6 +7,7 @@
 
 #include "base/Rounding.h"
 #include "base/RuntimeError.h"
+#include "forms/Playing.h"
 #include "forms/inner/Palette.h"
 #include "forms/inner/TextFace.h"
 
@@ -24,6 +25,32 @@ int Side(double pixels) {
 
 struct Surface::Bitmap {
   QImage image;
+  std::shared_ptr<Drawing> drawing;  // of all that is on the image, or null where nobody asked for it
+
+  void StartDrawing(Colour back, const orv::Picture& behind) {
+    const QRect all = image.rect();
+    if (behind.HowDrawn() != nullptr && behind.Image().rect() == all) {
+      drawing = std::make_shared<Drawing>(*behind.HowDrawn());
+      return;
+    }
+    drawing = std::make_shared<Drawing>(Drawing{all.width(), all.height(), {}});
+    if (behind.Image().rect() != all || behind.Image().hasAlphaChannel()) {
+      drawing->operations.emplace_back(Drawing::Fill{all, back});
+    }
+    if (behind.IsEmpty()) return;
+    const QRectF whole = behind.Image().rect();
+    drawing->operations.emplace_back(Drawing::Paint{behind, whole, whole});
+  }
+
+  // What is on the image now, and one operation more. Pictures that were made of it share the former drawing.
+  void Keep(const Drawing::Operation& operation) {
+    if (drawing == nullptr) {
+      StartDrawing(kWhite, orv::Picture(image));
+    } else if (drawing.use_count() > 1) {
+      drawing = std::make_shared<Drawing>(*drawing);
+    }
+    drawing->operations.push_back(operation);
+  }
 };
 
 Surface::Surface(Surface* container) : SurfaceItem(container) {}
@@ -58,6 +85,7 @@ Surface::Bitmap& Surface::Persistent() const {
       image.fill(ToQColor(back_));
       if (!image.isNull() && !behind.isNull()) QPainter(&image).drawImage(0, 0, behind);
     }
+    if (KeepDrawings::Asked()) bitmap_->StartDrawing(back_, picture_);
   }
   return *bitmap_;
 }
@@ -95,7 +123,19 @@ void Surface::SetPicture(const orv::Picture& picture) {
 }
 
 orv::Picture Surface::Image() const {
-  return orv::Picture(Persistent().image);
+  const Bitmap& bitmap = Persistent();
+  return orv::Picture(bitmap.image, KeepDrawings::Asked() ? bitmap.drawing : nullptr);
+}
+
+void Surface::Do(const Drawing::Operation& operation) {
+  Bitmap& bitmap = Persistent();
+  if (KeepDrawings::Asked()) {
+    bitmap.Keep(operation);
+  } else {
+    bitmap.drawing.reset();
+  }
+  PlayOperation(operation, bitmap.image);
+  InvalidatePixels();
 }
 
 int Surface::X(double value) const {
@@ -108,14 +148,15 @@ int Surface::Y(double value) const {
 
 void Surface::Print(const QString& text) {
   const TextFace& face = TextFace::For(GetFont());
-  QImage& image = Persistent().image;
+  const int x = X(current_x_);
   int y = Y(current_y_);
   // A line at the upper edge goes down as far as the marks of its letters need room.
   if (y >= 0 && y < face.Height()) y = std::max(y, face.Rise(text));
-  if (!image.isNull()) face.Draw(image, X(current_x_), y, text, ForeColor());
+  Drawing::Text line{GetFont(), ForeColor(), text, x, y, {}};
+  if (KeepDrawings::Asked()) line.words = PlaceWords(GetFont(), text, x);
+  Do(line);
   current_x_ = 0;
   current_y_ += TextHeight(text);
-  InvalidatePixels();
 }
 
 double Surface::TextWidth(const QString& text) const {
@@ -135,14 +176,13 @@ double Surface::TextHeight(const QString&) const {
 
 void Surface::PaintPicture(const orv::Picture& picture, double x1, double y1) {
   if (picture.IsEmpty()) return;
-  QPainter(&Persistent().image).drawImage(X(x1), Y(y1), picture.Image());
-  InvalidatePixels();
+  const QRectF whole = picture.Image().rect();
+  Do(Drawing::Paint{picture, whole.translated(X(x1), Y(y1)), whole});
 }
 
 void Surface::PaintPicture(const orv::Picture& picture, double x1, double y1, double width1, double height1) {
   if (picture.IsEmpty()) return;
-  QPainter(&Persistent().image).drawImage(QRect(X(x1), Y(y1), X(width1), Y(height1)), picture.Image());
-  InvalidatePixels();
+  Do(Drawing::Paint{picture, QRectF(X(x1), Y(y1), X(width1), Y(height1)), picture.Image().rect()});
 }
 
 void Surface::PaintPicture(const orv::Picture& picture, double x1, double y1, double width1, double height1,
@@ -155,20 +195,15 @@ void Surface::PaintPicture(const orv::Picture& picture, double x1, double y1, do
   const double scale_y = static_cast<double>(Y(height1)) / whole.height();
   const QRectF target(X(x1) + (source.x() - whole.x()) * scale_x, Y(y1) + (source.y() - whole.y()) * scale_y,
                       source.width() * scale_x, source.height() * scale_y);
-  QPainter(&Persistent().image).drawImage(target, picture.Image(), source);
-  InvalidatePixels();
+  Do(Drawing::Paint{picture, target, source});
+}
+
+void Surface::PaintTurned(const orv::Picture& picture, bool clockwise) {
+  if (!picture.IsEmpty()) Do(Drawing::Turned{picture, clockwise});
 }
 
 void Surface::LineB(double x1, double y1, double x2, double y2, Colour colour) {
-  const QRect box = QRect(QPoint(X(x1), Y(y1)), QPoint(X(x2), Y(y2))).normalized();
-  const QColor ink = ToQColor(colour);
-  QPainter painter(&Persistent().image);
-  painter.fillRect(box.left(), box.top(), box.width(), 1, ink);
-  painter.fillRect(box.left(), box.bottom(), box.width(), 1, ink);
-  painter.fillRect(box.left(), box.top(), 1, box.height(), ink);
-  painter.fillRect(box.right(), box.top(), 1, box.height(), ink);
-  painter.end();
-  InvalidatePixels();
+  Do(Drawing::Outline{QRect(QPoint(X(x1), Y(y1)), QPoint(X(x2), Y(y2))).normalized(), colour});
 }
 
 Colour Surface::GetPixel(int x, int y) const {
@@ -179,9 +214,7 @@ Colour Surface::GetPixel(int x, int y) const {
 }
 
 void Surface::SetPixel(int x, int y, Colour colour) {
-  QImage& image = Persistent().image;
-  if (image.valid(x, y)) image.setPixel(x, y, ToQColor(colour).rgb());
-  InvalidatePixels();
+  Do(Drawing::Fill{QRect(x, y, 1, 1), colour});
 }
 
 void Surface::Draw(QPainter& painter) const {

@@ -8,6 +8,7 @@
 #include "base/Event.h"
 #include "forms/DataObject.h"
 #include "forms/Types.h"
+#include "imaging/Drawing.h"
 #include "imaging/Picture.h"
 
 class QImage;
@@ -137,6 +138,21 @@ class Label : public SurfaceItem {
   bool handle_ = false;
 };
 
+// While one lives, each surface keeps what is drawn on it as operations too, and hands it on with the
+// pictures that are made of it (Image): through SetPicture and PaintPicture what is composed is one Drawing.
+// Without one nothing is kept.
+class KeepDrawings {
+ public:
+  KeepDrawings() { ++living_; }
+  ~KeepDrawings() { --living_; }
+  KeepDrawings(const KeepDrawings&) = delete;
+  KeepDrawings& operator=(const KeepDrawings&) = delete;
+  static bool Asked() { return living_ > 0; }
+
+ private:
+  static inline int living_ = 0;
+};
+
 // A bitmap that keeps what is drawn on it, with a picture behind the drawing and controls upon it.
 //
 // Coordinates of the drawing operations are in ScaleMode, from the corner of the inside: the border,
@@ -186,6 +202,9 @@ class Surface : public SurfaceItem {
   // destination stays as it is.
   void PaintPicture(const orv::Picture& picture, double x1, double y1, double width1, double height1,
                     double x2, double y2, double width2, double height2);
+  // Turned by a quarter circle, at the corner of the inside. Clockwise, what reads from left to right comes
+  // to read from top to bottom.
+  void PaintTurned(const orv::Picture& picture, bool clockwise);
   // An unfilled rectangle, one pixel wide, both corners inclusive.
   void LineB(double x1, double y1, double x2, double y2, Colour colour);
 
@@ -218,6 +237,7 @@ class Surface : public SurfaceItem {
   struct Bitmap;
   Bitmap& Persistent() const;
   void Rebuild();
+  void Do(const Drawing::Operation& operation);
   int X(double value) const;
   int Y(double value) const;
 

@@ -283,6 +283,19 @@ int TextFace::Height() const {
   return impl_->metrics.height();
 }
 
+int TextFace::Ascent() const {
+  return impl_->metrics.ascent();
+}
+
+QFont TextFace::Enlarged(int times) const {
+  QFont font = impl_->font;
+  font.setPixelSize(font.pixelSize() * times);
+  font.setHintingPreference(QFont::PreferNoHinting);
+  // Spacing, however small, keeps letters from being joined, as they are not on whole pixels either.
+  font.setLetterSpacing(QFont::AbsoluteSpacing, 1.0 / 64);
+  return font;
+}
+
 int TextFace::Rise(QStringView text) const {
   if (!IsPlain(text))
     return std::max(0, -impl_->CoverAll(text.first(std::min(text.size(), kLongText)).toString()).top);

@@ -3,6 +3,7 @@
 #include <QFileInfo>
 #include <QImage>
 #include <QtEndian>
+#include <utility>
 
 #include "base/Files.h"
 #include "base/RuntimeError.h"
@@ -53,6 +54,10 @@ QByteArray BmpHeader(int width, int height, qsizetype pixel_bytes) {
 
 Picture::Picture(const QImage& image)
     : image_(image.isNull() ? nullptr : std::make_shared<const QImage>(image)) {}
+
+Picture::Picture(const QImage& image, std::shared_ptr<const Drawing> drawing) : Picture(image) {
+  drawing_ = std::move(drawing);
+}
 
 int Picture::Width() const {
   return Image().width();

@@ -11,20 +11,27 @@ class QImage;
 
 namespace orv {
 
+struct Drawing;
+
 // A decoded image, a value: copies share the pixels. The empty picture has no size and paints nothing.
 class Picture {
  public:
   Picture() = default;  // the empty picture
   // For the platform's own rooms. Takes any format; pixels stay as they are and are shared.
   explicit Picture(const QImage& image);
+  // One that keeps how it was drawn, which gives the same pixels when it is played.
+  Picture(const QImage& image, std::shared_ptr<const Drawing> drawing);
 
   bool IsEmpty() const { return image_ == nullptr; }
   int Width() const;            // pixels
   int Height() const;           // pixels
   const QImage& Image() const;  // a null image for the empty picture
+  // How it was drawn, shared with its copies; null for one that was loaded, or that nobody asked to keep.
+  const std::shared_ptr<const Drawing>& HowDrawn() const { return drawing_; }
 
  private:
   std::shared_ptr<const QImage> image_;
+  std::shared_ptr<const Drawing> drawing_;
 };
 
 // The empty picture.

@@ -5,6 +5,7 @@
 
 #include "forms/Types.h"
 
+class QFont;
 class QImage;
 
 namespace orv {
@@ -23,11 +24,14 @@ class TextFace {
   // grows with the length of what fits.
   qsizetype Fitting(QStringView text, double width) const;
   int Height() const;  // pixels, the same for every text
+  int Ascent() const;  // pixels from the cell's top to the base line
   // By how many pixels its ink rises above its cell, as the marks of capital letters do; mostly 0.
   int Rise(QStringView text) const;
   // The corner of the text's cell at (x, y); ink outside of the cell is drawn too. `target` is RGB32 or
   // premultiplied ARGB32.
   void Draw(QImage& target, int x, int y, QStringView text, Colour colour) const;
+  // The face so many times the size, without hinting, for text that isn't set on whole pixels.
+  QFont Enlarged(int times) const;
 
  private:
   struct Impl;

@@ -1,0 +1,220 @@
+#include "forms/Playing.h"
+
+#include <QCache>
+#include <QFontMetricsF>
+#include <QImage>
+#include <QPainter>
+#include <algorithm>
+#include <utility>
+
+#include "forms/inner/Palette.h"
+#include "forms/inner/TextFace.h"
+
+namespace orv {
+namespace {
+
+// Texts are set in a face so many times the size and scaled down, so that no letter's advance is rounded.
+constexpr int kFaceScale = 64;
+// Between words, of the width of the face's own.
+constexpr double kLeastSpace = 0.7;
+constexpr qsizetype kKeptBytes = 48'000'000;
+
+void FillOutline(QPainter& painter, const QRect& box, const QColor& ink) {
+  painter.fillRect(box.left(), box.top(), box.width(), 1, ink);
+  painter.fillRect(box.left(), box.bottom(), box.width(), 1, ink);
+  painter.fillRect(box.left(), box.top(), 1, box.height(), ink);
+  painter.fillRect(box.right(), box.top(), 1, box.height(), ink);
+}
+
+class PixelPlayer {
+ public:
+  explicit PixelPlayer(QImage& target) : target_(target) {}
+
+  void operator()(const Drawing::Fill& fill) const {
+    QPainter(&target_).fillRect(fill.box, ToQColor(fill.colour));
+  }
+  void operator()(const Drawing::Outline& outline) const {
+    QPainter painter(&target_);
+    FillOutline(painter, outline.box, ToQColor(outline.colour));
+  }
+  void operator()(const Drawing::Paint& paint) const {
+    QPainter(&target_).drawImage(paint.target, paint.picture.Image(), paint.source);
+  }
+  void operator()(const Drawing::Turned& turned) const {
+    const QTransform turn = QTransform().rotate(turned.clockwise ? 90 : -90);
+    QPainter(&target_).drawImage(0, 0, turned.picture.Image().transformed(turn));
+  }
+  void operator()(const Drawing::Text& text) const {
+    TextFace::For(text.font).Draw(target_, text.x, text.y, text.line, text.colour);
+  }
+
+ private:
+  QImage& target_;
+};
+
+// The same operation with the drawings of its pictures played.
+Drawing::Operation Played(Drawing::Operation operation) {
+  const auto play = [](auto& step) {
+    if constexpr (requires { step.picture; }) {
+      if (step.picture.HowDrawn()) step.picture = PlayDrawing(*step.picture.HowDrawn());
+    }
+  };
+  std::visit(play, operation);
+  return operation;
+}
+
+// Letters can be wider at their own advances than on whole pixels. A word that would come too near to the
+// next one is made so much narrower that the two can be told apart.
+double Narrowing(const QFontMetricsF& metrics, const QString& word, double room) {
+  const double most = room - kLeastSpace * metrics.horizontalAdvance(QChar(u' '));
+  const double width = metrics.horizontalAdvance(word);
+  return most > 0 && width > most ? most / width : 1;
+}
+
+class LargePlayer {
+ public:
+  LargePlayer(QPainter& painter, EnlargedPictures* pictures) : painter_(painter), pictures_(pictures) {}
+
+  void Play(const Drawing& drawing) const {
+    painter_.save();
+    painter_.setClipRect(QRect(0, 0, drawing.width, drawing.height), Qt::IntersectClip);
+    for (const Drawing::Operation& operation : drawing.operations) std::visit(*this, operation);
+    painter_.restore();
+  }
+
+  void operator()(const Drawing::Fill& fill) const { painter_.fillRect(fill.box, ToQColor(fill.colour)); }
+  void operator()(const Drawing::Outline& outline) const {
+    FillOutline(painter_, outline.box, ToQColor(outline.colour));
+  }
+  void operator()(const Drawing::Paint& paint) const {
+    if (paint.source.isEmpty() || paint.target.isEmpty()) return;
+    painter_.save();
+    painter_.setClipRect(paint.target, Qt::IntersectClip);
+    painter_.translate(paint.target.topLeft());
+    painter_.scale(paint.target.width() / paint.source.width(),
+                   paint.target.height() / paint.source.height());
+    painter_.translate(-paint.source.topLeft());
+    Show(paint.picture, paint.source.toAlignedRect());
+    painter_.restore();
+  }
+  void operator()(const Drawing::Turned& turned) const {
+    const Picture& picture = turned.picture;
+    painter_.save();
+    painter_.setTransform(turned.clockwise ? QTransform(0, 1, -1, 0, picture.Height(), 0)
+                                           : QTransform(0, -1, 1, 0, 0, picture.Width()),
+                          true);
+    Show(picture, picture.Image().rect());
+    painter_.restore();
+  }
+  void operator()(const Drawing::Text& text) const {
+    const TextFace& face = TextFace::For(text.font);
+    painter_.setFont(face.Enlarged(kFaceScale));
+    painter_.setPen(ToQColor(text.colour));
+    const QFontMetricsF metrics(painter_.font());
+    for (std::size_t i = 0; i < text.words.size(); ++i) {
+      const Drawing::Word& word = text.words[i];
+      const QString letters = text.line.mid(word.start, word.length);
+      painter_.save();
+      painter_.translate(word.x, text.y + face.Ascent());
+      painter_.scale(1.0 / kFaceScale, 1.0 / kFaceScale);
+      if (i + 1 < text.words.size()) {
+        const double room = (text.words[i + 1].x - word.x) * kFaceScale;
+        painter_.scale(Narrowing(metrics, letters, room), 1);
+      }
+      painter_.drawText(QPointF(0, 0), letters);
+      painter_.restore();
+    }
+  }
+
+ private:
+  // The part `seen` of a picture, at its place in it. No dot around it is looked at: it may be undecoded.
+  void Show(const Picture& picture, const QRect& seen) const {
+    if (picture.HowDrawn()) return Play(*picture.HowDrawn());
+    painter_.setRenderHint(QPainter::SmoothPixmapTransform);
+    const QRect part = seen & picture.Image().rect();
+    if (pictures_ != nullptr) {
+      painter_.drawImage(QRectF(part), pictures_->Of(picture, part));
+    } else {
+      painter_.drawImage(part, picture.Image().copy(part));
+    }
+  }
+
+  QPainter& painter_;
+  EnlargedPictures* pictures_;
+};
+
+bool RunsRightToLeft(const QString& line) {
+  return std::ranges::any_of(
+      line, [](QChar c) { return c.direction() == QChar::DirR || c.direction() == QChar::DirAL; });
+}
+
+}  // namespace
+
+void PlayOperation(const Drawing::Operation& operation, QImage& target) {
+  if (!target.isNull()) std::visit(PixelPlayer(target), operation);
+}
+
+Picture PlayDrawing(const Drawing& drawing) {
+  QImage image(drawing.width, drawing.height, QImage::Format_RGB32);
+  image.fill(Qt::white);
+  for (const Drawing::Operation& operation : drawing.operations) PlayOperation(Played(operation), image);
+  return Picture(image);
+}
+
+struct EnlargedPictures::Impl {
+  int times;
+  QCache<std::pair<qint64, QRect>, QImage> kept{kKeptBytes};
+};
+
+EnlargedPictures::EnlargedPictures(int times) : impl_(new Impl{times}) {}
+EnlargedPictures::~EnlargedPictures() = default;
+
+QImage EnlargedPictures::Of(const Picture& picture, const QRect& part) {
+  const std::pair key{picture.Image().cacheKey(), part};
+  if (const QImage* const known = impl_->kept.object(key)) return *known;
+  const QImage image = picture.Image().copy(part).scaled(part.size() * impl_->times, Qt::IgnoreAspectRatio,
+                                                         Qt::SmoothTransformation);
+  impl_->kept.insert(key, new QImage(image), image.sizeInBytes());
+  return image;
+}
+
+void PlayEnlarged(const Drawing& drawing, QPainter& painter, EnlargedPictures* pictures) {
+  LargePlayer(painter, pictures).Play(drawing);
+}
+
+Picture Enlarged(const Picture& picture, int times) {
+  QImage image(picture.Image().size() * times, QImage::Format_RGB32);
+  if (image.isNull()) return {};
+  image.fill(Qt::white);
+  QPainter painter(&image);
+  painter.setRenderHints(QPainter::Antialiasing | QPainter::TextAntialiasing |
+                         QPainter::SmoothPixmapTransform);
+  painter.scale(times, times);
+  if (picture.HowDrawn()) {
+    PlayEnlarged(*picture.HowDrawn(), painter);
+  } else {
+    painter.drawImage(0, 0, picture.Image());
+  }
+  painter.end();
+  return Picture(image);
+}
+
+QRect BodyOf(const Drawing::Text& text) {
+  const TextFace& face = TextFace::For(text.font);
+  return {text.x, text.y, face.Width(text.line.trimmed()), face.Ascent()};
+}
+
+std::vector<Drawing::Word> PlaceWords(const Font& font, const QString& line, int x) {
+  if (RunsRightToLeft(line)) return {{0, static_cast<int>(line.size()), x}};
+  const TextFace& face = TextFace::For(font);
+  std::vector<Drawing::Word> words;
+  for (int start = 0; start < line.size();) {
+    int end = start;
+    while (end < line.size() && !line[end].isSpace()) ++end;
+    if (end > start) words.push_back({start, end - start, x + face.Width(QStringView(line).left(start))});
+    start = end + 1;
+  }
+  return words;
+}
+
+}  // namespace orv

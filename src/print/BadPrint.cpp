@@ -1,0 +1,153 @@
+#include "print/inner/BadPrint.h"
+
+#include "composition/CardPreview.h"
+#include "composition/CharacterPreview.h"
+#include "composition/LargeCardPreview.h"
+#include "composition/WrapText.h"
+#include "composition/frmCard.h"
+#include "database/ListHelpers.h"
+#include "forms/Playing.h"
+#include "imaging/Drawing.h"
+#include "state/modData.h"
+
+namespace orv {
+namespace {
+
+constexpr double kFewDots = 150;  // an inch
+constexpr double kMmPerInch = 25.4;
+
+bool IsMissing(Recordset& rows, const char* key, const Field& value) {
+  if (!rows.IsOpen() || rows.IsEmpty()) return true;
+  FindByKey(rows, key, value.Int32Or(0));
+  return rows.IsEOF();
+}
+
+class Finder {
+ public:
+  Finder(const SheetKind& kind, const PrintedCard& card, double scale)
+      : kind_(kind), card_(card), scale_(scale) {}
+
+  QStringList Find() {
+    Pictures();
+    if (!card_.failure.isEmpty()) return findings_;
+    if (&kind_ == &kSheetOfPiece) {
+      frmCard->ApplyPieceFont(modData::rsSet["CharacterPieceFontID"].Int32Or(0));
+      Line("name", frmCard->picACardPP, TheCharacterPreview().lblPlayingPieceName);
+    } else if (&kind_ == &kSheetOfCharacter) {
+      CharacterTexts();
+    } else if (&kind_ == &kSheetOfLargeCard) {
+      LargeTexts();
+    } else {
+      CardTexts(CardPreviewOf(kind_.kind_code == kSheetOfCard2nd.kind_code ? 2 : 3));
+    }
+    Edge();
+    return findings_;
+  }
+
+ private:
+  void Pictures() {
+    const Recordset& record = kind_.record;
+    if (&kind_ == &kSheetOfPiece) {
+      Picture(record["PlayingPiece"], true);
+      return;
+    }
+    Picture(record["Picture"], record["UsePicture"].BoolOrFalse());
+    if (&kind_ == &kSheetOfLargeCard) {
+      if (record["LargeCardBack"].IsNull()) Add("the back is empty");
+    } else if (&kind_ == &kSheetOfCharacter) {
+      if (IsMissing(modData::rsCharacterBack, "CharacterBackID", record["CharacterBackID"]))
+        Add("the back is missing");
+    } else {
+      if (IsMissing(modData::rsCardType, "CardTypeID", record["CardTypeID"])) Add("the type is missing");
+      if (IsMissing(modData::rsCardBack, "CardBackID", record["CardBackID"])) Add("the back is missing");
+    }
+  }
+
+  void Picture(const Field& picture, bool shown) {
+    if (!shown) return;
+    const double dots = kMmPerInch / scale_;  // a stored picture is shown dot for dot
+    if (picture.IsNull()) {
+      Add("the picture is empty");
+    } else if (dots < kFewDots) {
+      findings_.append(QStringLiteral("the picture has %1 dots an inch").arg(dots, 0, 'f', 0));
+    }
+  }
+
+  void CardTexts(const CardPreview& preview) {
+    Slot("CardTitleFontID");
+    Line("title", Front(), preview.lblTitle);
+    Slot("CardTypeFontID");
+    for (const auto& word : preview.lblType) {
+      if (word != nullptr && word->Visible()) Line("type", Front(), *word);
+    }
+    Slot("CardBoldFontID");
+    Line("bold text", Front(), preview.lblBold);
+    Slot("CardInformationFontID");
+    Block("information", preview.lblInformation);
+  }
+
+  void CharacterTexts() {
+    const CharacterPreview& preview = TheCharacterPreview();
+    Slot("CharacterNameFontID");
+    Line("name", Front(), preview.lblCharacter);
+    Slot("CharacterInfoFontID");
+    Line("start", Front(), preview.lblStart);
+    Slot("CharacterSpecialFontID");
+    Block("special abilities", preview.lblSpecial);
+  }
+
+  void LargeTexts() {
+    const LargeCardPreview& preview = TheLargeCardPreview();
+    Slot("CardLargeTitleFontID");
+    Block("title", preview.lblTitleLarge);
+    Slot("CardLargeInfoFontID");
+    Block("information", preview.lblInformationLarge);
+  }
+
+  static Surface& Front() { return frmCard->picACard; }
+  static void Slot(const char* column) { frmCard->ApplySlot(column); }
+
+  void Line(const char* what, const Surface& surface, const Label& box) {
+    if (surface.TextWidth(box.Caption()) > box.Width()) RunsOver(what);
+  }
+
+  void Block(const char* what, const Label& box) {
+    int lines = 0;
+    WrapText(box.Caption(), box, Front(), [&](const QString&, int number) { lines = number + 1; });
+    if (lines * Front().TextHeight({}) > box.Height() && lines > 0) RunsOver(what);
+  }
+
+  // The composed front holds its texts itself; what is turned is cut to its strip by design.
+  void Edge() {
+    const std::shared_ptr<const Drawing>& drawing = kind_.front().Picture().HowDrawn();
+    if (drawing == nullptr) return;
+    for (const Drawing::Operation& operation : drawing->operations) {
+      const auto* const text = std::get_if<Drawing::Text>(&operation);
+      if (text == nullptr || text->words.empty()) continue;
+      const bool inside = QRect(0, 0, drawing->width, drawing->height).contains(BodyOf(*text));
+      if (inside) continue;
+      findings_.append(QStringLiteral("\"%1\" runs over the card's edge").arg(text->line.trimmed()));
+      return;
+    }
+  }
+
+  void RunsOver(const char* what) {
+    findings_.append(QStringLiteral("the %1 runs over its box").arg(QLatin1String(what)));
+  }
+  void Add(const char* text) { findings_.append(QString::fromLatin1(text)); }
+
+  const SheetKind& kind_;
+  const PrintedCard& card_;
+  double scale_;
+  QStringList findings_;
+};
+
+}  // namespace
+
+QStringList FindBadPrint(const SheetKind& kind, const PrintedCard& card, double scale) {
+  QStringList findings = Finder(kind, card, scale).Find();
+  findings.removeDuplicates();
+  return findings;
+}
+
+}  // namespace orv

@@ -1,0 +1,214 @@
+#include "shell/frmPrint.h"
+
+#include "base/RuntimeError.h"
+#include "base/Settings.h"
+#include "forms/Application.h"
+#include "forms/Dialogs.h"
+#include "print/PrintSheets.h"
+#include "state/modData.h"
+
+namespace orv {
+namespace {
+
+const QString kTitle = QStringLiteral("Print sheets");
+const QString kSection = QStringLiteral("Print");
+
+// The chosen path; empty after Cancel.
+QString AskForFile(const QString& name) {
+  CommonDialog dialog;
+  dialog.DialogTitle = kTitle;
+  dialog.FileName = name + QStringLiteral(".pdf");
+  dialog.Filter = QStringLiteral("All files(*.*)|*.*|PDF file (*.pdf)|*.pdf");
+  dialog.DefaultExt = QStringLiteral("pdf");
+  dialog.FilterIndex = 2;
+  dialog.Flags = 0x280806;
+  dialog.CancelError = true;
+  try {
+    dialog.ShowSave();
+    return dialog.FileName;
+  } catch (const RuntimeError&) {
+    return {};  // cancelled
+  }
+}
+
+}  // namespace
+
+QString PrintForm::Field::Text() const {
+  return text != nullptr ? text->Text() : choice->Text();
+}
+
+void PrintForm::Field::SetText(const QString& value) {
+  if (text != nullptr) text->SetText(value);
+  if (choice != nullptr) choice->SetText(value);
+}
+
+PrintForm::PrintForm()
+    : Form(FormKind::Dialog),
+      lblHint(*this),
+      lblFindings(*this, QStringLiteral("Print would show &badly:")),
+      txtFindings(*this, TextBox::MultiLine),
+      lblProgress(*this),
+      cmdCheck(*this, QStringLiteral("Check")),
+      cmdTestSheet(*this, QStringLiteral("Test sheet...")),
+      cmdPrint(*this, QStringLiteral("Print to file...")),
+      cmdDone(*this, QStringLiteral("Done")) {
+  SetCaption(kTitle);
+  for (const PrintOption& option : AllPrintOptions()) {
+    fields.push_back(std::unique_ptr<Field>(
+        new Field{option, FormLabel(*this, QLatin1String(option.label)), nullptr, nullptr}));
+    Field& field = *fields.back();
+    const auto hint = [this, &option] { ShowHint(option); };
+    if (option.choices.isEmpty()) {
+      field.text = std::make_unique<TextBox>(*this);
+      field.text->GotFocus = hint;
+      field.label.SetBuddy(*field.text);
+      continue;
+    }
+    field.choice = std::make_unique<ComboBox>(*this);
+    for (const QString& choice : option.choices) field.choice->AddItem(choice);
+    field.choice->GotFocus = hint;
+    field.label.SetBuddy(*field.choice);
+  }
+  Arrange();
+  cmdCheck.Click = [this] { Run([this](const PrintOptions& options) { Check(options); }); };
+  cmdTestSheet.Click = [this] { cmdTestSheet_Click(); };
+  cmdPrint.Click = [this] { cmdPrint_Click(); };
+  cmdDone.Click = [this] { cmdDone_Click(); };
+}
+
+void PrintForm::Arrange() {
+  constexpr int kRow = 420;
+  int top = 120;
+  for (const auto& field : fields) {
+    field->label.Place(120, top + 45, 2100, 255);
+    Control& box = field->text != nullptr ? static_cast<Control&>(*field->text) : *field->choice;
+    box.Place(2280, top, 2100, 330);
+    top += kRow;
+  }
+  SetClientSize(10200, top + 900);
+  lblHint.Place(120, top + 60, 9960, 255);
+  lblHint.SetMuted();
+  lblFindings.Place(4680, 120, 5400, 255);
+  txtFindings.Place(4680, 420, 5400, top - 1020);
+  lblFindings.SetBuddy(txtFindings);
+  lblProgress.Place(4680, top - 480, 5400, 255);
+  top += 420;
+  cmdCheck.Place(2640, top, 1800, 375);
+  cmdTestSheet.Place(4520, top, 1800, 375);
+  cmdPrint.Place(6400, top, 1800, 375);
+  cmdDone.Place(8280, top, 1800, 375);
+  cmdDone.SetCancel(true);
+}
+
+PrintForm::Field& PrintForm::FieldOf(const QString& option) {
+  for (const auto& field : fields) {
+    if (option == QLatin1String(field->option.name)) return *field;
+  }
+  throw RuntimeError(kErrItemNotFound);
+}
+
+void PrintForm::Form_Load() {
+  for (const auto& field : fields) {
+    const QString usual = DefaultOf(field->option);
+    const QString stored = GetSetting(kSection, QLatin1String(field->option.name), usual);
+    PrintOptions scratch;
+    const bool makes_sense = SetPrintOption(scratch, QLatin1String(field->option.name), stored).isEmpty();
+    field->SetText(makes_sense ? stored : usual);
+  }
+  // Which records are wanted is a matter of the set on show.
+  FieldOf(QStringLiteral("numbers")).SetText({});
+}
+
+void PrintForm::Form_Unload() {
+  stop_ = true;
+}
+
+void PrintForm::ShowHint(const PrintOption& option) {
+  lblHint.SetCaption(QLatin1String(option.help));
+}
+
+bool PrintForm::TakeOptions(PrintOptions& options) {
+  for (const auto& field : fields) {
+    const QString name = QLatin1String(field->option.name);
+    const QString wrong = SetPrintOption(options, name, field->Text());
+    if (!wrong.isEmpty()) {
+      MsgBox(wrong, Icon::Exclamation, kTitle);
+      (field->text != nullptr ? static_cast<Control&>(*field->text) : *field->choice).SetFocus();
+      return false;
+    }
+    SaveSetting(kSection, name, field->Text());
+  }
+  return true;
+}
+
+bool PrintForm::Progress(int done, int all) {
+  DrewCards = true;
+  lblProgress.SetCaption(QStringLiteral("%1 of %2").arg(done).arg(all));
+  lblProgress.Refresh();
+  Application::HandleInput();
+  return !stop_;
+}
+
+// While it runs nothing but the button that stops it can be used.
+void PrintForm::Run(const std::function<void(const PrintOptions&)>& action) {
+  PrintOptions options;
+  if (running_ || !TakeOptions(options)) return;
+  running_ = true;
+  stop_ = false;
+  const auto enable = [this](bool enabled) {
+    for (Control* control : {&cmdCheck, &cmdTestSheet, &cmdPrint}) control->SetEnabled(enabled);
+    cmdDone.SetCaption(enabled ? QStringLiteral("Done") : QStringLiteral("Stop"));
+  };
+  enable(false);
+  try {
+    action(options);
+  } catch (const RuntimeError& error) {
+    MsgBox(QStringLiteral("The sheets are not printed.\r\n\r\n") + error.NumberAndDescription(),
+           Icon::Critical, kTitle);
+  }
+  enable(true);
+  lblProgress.SetCaption(QString());
+  running_ = false;
+}
+
+void PrintForm::Check(const PrintOptions& options) {
+  const QStringList lines = CheckSheets(options, [this](int done, int all) { return Progress(done, all); });
+  txtFindings.SetText(lines.isEmpty() ? QStringLiteral("Nothing.") : lines.join(QStringLiteral("\r\n")));
+}
+
+void PrintForm::cmdPrint_Click() {
+  Run([this](const PrintOptions& options) {
+    Check(options);
+    if (stop_) return;
+    const QString path = AskForFile(modData::rsSet["SetName"].TextOrEmpty());
+    if (!path.isEmpty()) WriteSheets(options, path);
+  });
+}
+
+void PrintForm::WriteSheets(const PrintOptions& options, const QString& path) {
+  const PrintOutcome outcome =
+      PrintSheets(options, path, [this](int done, int all) { return Progress(done, all); });
+  if (outcome.stopped) {
+    MsgBox(QStringLiteral("Stopped: nothing is written."), Icon::Information, kTitle);
+    return;
+  }
+  QString text = QStringLiteral("%1 cards on %2 sheets.").arg(outcome.cards).arg(outcome.sheets);
+  if (!outcome.not_drawn.isEmpty()) {
+    text += QStringLiteral("\r\n\r\nNot drawn:\r\n") + outcome.not_drawn.join(QStringLiteral("\r\n"));
+  }
+  MsgBox(text, outcome.not_drawn.isEmpty() ? Icon::Information : Icon::Exclamation, kTitle);
+}
+
+void PrintForm::cmdTestSheet_Click() {
+  Run([](const PrintOptions& options) {
+    const QString path = AskForFile(QStringLiteral("Test sheet"));
+    if (!path.isEmpty()) PrintTestSheet(options, path);
+  });
+}
+
+void PrintForm::cmdDone_Click() {
+  stop_ = true;
+  if (!running_) Hide();
+}
+
+}  // namespace orv

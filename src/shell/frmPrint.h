@@ -1,0 +1,62 @@
+#pragma once
+
+#include <memory>
+#include <vector>
+
+#include "forms/Controls.h"
+#include "forms/Form.h"
+#include "print/PrintOptions.h"
+
+namespace orv {
+
+// The dialog that writes the current set as sheets for print. Its options are the user's and not the set's:
+// they are kept in the settings.
+class PrintForm : public Form {
+ public:
+  PrintForm();
+  void Form_Load() override;
+  void Form_Unload() override;
+
+  // The field of an option: its text, or one of its choices.
+  struct Field {
+    const PrintOption& option;
+    FormLabel label;
+    std::unique_ptr<TextBox> text;
+    std::unique_ptr<ComboBox> choice;
+    QString Text() const;
+    void SetText(const QString& value);
+  };
+  Field& FieldOf(const QString& option);
+
+  bool DrewCards = false;  // the previews show other records than the editors
+
+  std::vector<std::unique_ptr<Field>> fields;
+  FormLabel lblHint;
+  FormLabel lblFindings;
+  TextBox txtFindings;  // what print would show badly
+  FormLabel lblProgress;
+  CommandButton cmdCheck;
+  CommandButton cmdTestSheet;
+  CommandButton cmdPrint;
+  CommandButton cmdDone;  // stops what runs, else ends the dialog
+
+ private:
+  void Arrange();
+  void ShowHint(const PrintOption& option);
+  // The options as the fields have them, stored; false, with a box, where one makes no sense.
+  bool TakeOptions(PrintOptions& options);
+  bool Progress(int done, int all);
+  void Run(const std::function<void(const PrintOptions&)>& action);
+  void Check(const PrintOptions& options);
+  void WriteSheets(const PrintOptions& options, const QString& path);
+  void cmdPrint_Click();
+  void cmdTestSheet_Click();
+  void cmdDone_Click();
+
+  bool running_ = false;
+  bool stop_ = false;
+};
+
+inline FormInstance<PrintForm> frmPrint;
+
+}  // namespace orv

@@ -1,0 +1,278 @@
+// The PDF file, read by another program.
+#include "print/PrintSheets.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFile>
+#include <QImage>
+#include <QProcess>
+#include <QRegularExpression>
+#include <cmath>
+
+#include "base/Files.h"
+#include "base/RuntimeError.h"
+#include "imaging/Drawing.h"
+#include "print/inner/PrintedCards.h"
+#include "state/modData.h"
+#include "support/TestDatabase.h"
+
+namespace orv {
+namespace {
+
+constexpr double kPointsPerDot = 72.0 / 96;
+
+struct Word {
+  QString text;
+  double x;  // dots from the page's left edge
+};
+
+// The words of a drawing that are not turned.
+void Collect(const Drawing& drawing, double left, std::vector<Word>& words) {
+  for (const Drawing::Operation& operation : drawing.operations) {
+    if (const auto* const text = std::get_if<Drawing::Text>(&operation)) {
+      for (const Drawing::Word& word : text->words) {
+        words.push_back({text->line.mid(word.start, word.length), left + word.x});
+      }
+    } else if (const auto* const paint = std::get_if<Drawing::Paint>(&operation)) {
+      if (paint->picture.HowDrawn() == nullptr) continue;
+      Collect(*paint->picture.HowDrawn(), left + paint->target.x() - paint->source.x(), words);
+    }
+  }
+}
+
+// The mean distance of two images, the second shifted by (x, y), in grey levels.
+double Distance(const QImage& a, const QImage& b, int x, int y) {
+  double sum = 0;
+  int count = 0;
+  for (int row = 2; row < a.height() - 2; ++row) {
+    for (int column = 2; column < a.width() - 2; ++column, ++count) {
+      sum += std::abs(qGray(a.pixel(column, row)) - qGray(b.pixel(column + x, row + y)));
+    }
+  }
+  return sum / count;
+}
+
+// Dots of a page for one of a card: a reader of PDF files puts pictures on whole dots.
+constexpr int kFine = 4;
+
+// A card in the middle of its page, in its own dots.
+QImage CardOf(const QImage& page, QSize dots) {
+  const QSize size = dots * kFine;
+  EXPECT_TRUE(page.width() - size.width() < 2 * kFine && page.height() - size.height() < 2 * kFine);
+  return page.copy(QRect(QPoint(page.width() - size.width(), page.height() - size.height()) / 2, size))
+      .scaled(dots, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+}
+
+class PrintSheetsTest : public testing::Test {
+ protected:
+  void OpenSample(const char* name) {
+    const QString file = database_.Path("delivered.mdb");
+    ASSERT_TRUE(QFile::exists(file) || QFile::copy(ORV_DELIVERED_DATABASE, file));
+    modData::cn = Connection();
+    modData::OpenDatabase([] {}, file);
+    modData::OpenEditable("SELECT * FROM tblSet ORDER BY SetName", modData::rsSet);
+    modData::rsSet.FindFirst(QString("SetName = '%1'").arg(name));
+    database_.SelectSet(modData::rsSet["SetID"].Int16());
+  }
+  void OpenCards(int count) {
+    const int set = database_.AddSet("Set", 2);
+    for (int nr = 1; nr <= count; ++nr) database_.AddCard(set, nr, QString("Card %1").arg(nr));
+    database_.SelectSet(set);
+  }
+  QString Pdf() const { return database_.Path("sheets.pdf"); }
+  PrintOutcome Print(std::initializer_list<std::pair<const char*, const char*>> texts) {
+    PrintOptions options;
+    for (const auto& [name, text] : texts) EXPECT_EQ(SetPrintOption(options, name, text), "");
+    return PrintSheets(options, Pdf(), [](int, int) { return true; });
+  }
+  // What a program of poppler says of the file.
+  QString Read(const QString& program, QStringList options, bool to_output = true) {
+    options << Pdf();
+    if (to_output) options << "-";
+    QProcess process;
+    process.start(program, options);
+    EXPECT_TRUE(process.waitForFinished() && process.exitCode() == 0)
+        << qPrintable(program) << " is of poppler-utils";
+    return QString::fromUtf8(process.readAllStandardOutput());
+  }
+  QImage Page(int number, int dots) {
+    const QString root = database_.Path("page");
+    QProcess::execute("pdftoppm", {"-r", QString::number(dots), "-f", QString::number(number), "-l",
+                                   QString::number(number), "-singlefile", Pdf(), root});
+    return QImage(root + ".ppm");
+  }
+
+  TestDatabase database_;
+};
+
+TEST_F(PrintSheetsTest, FacesAreEmbeddedAndEachWordStandsWhereTheCardHasIt) {
+  for (const char* name : {"The Saltwind Coast", "The Winter Roads"}) {
+    OpenSample(name);
+    const std::initializer_list<std::pair<const char*, const char*>> options = {
+        {"paper", "card"}, {"backs", "none"}, {"kinds", "cards"}};
+    Print(options);
+    const QStringList fonts = Read("pdffonts", {}, false).split('\n', Qt::SkipEmptyParts).mid(2);
+    EXPECT_FALSE(fonts.isEmpty());
+    for (const QString& font : fonts) EXPECT_TRUE(font.contains(" yes ")) << qPrintable(font);
+    PrintOptions cards;
+    SetPrintOption(cards, "kinds", "cards");
+    const QStringList pages = Read("pdftotext", {"-bbox"}).split("<page ").mid(1);
+    const QRegularExpression bounds("xMin=\"([\\d.]+)\"[^>]*>([^<]*)</word>");
+    int page = 0;
+    ForEachPrintedCard(cards, [&](const PrintedCard& card) {
+      std::vector<Word> words, found;
+      Collect(*card.sheet.HowDrawn(), 0, words);
+      for (int copy = 0; copy < card.copies; ++copy, ++page) {
+        found.clear();
+        auto match = bounds.globalMatch(pages.value(page));
+        while (match.hasNext()) {
+          const auto word = match.next();
+          const QString text =
+              word.captured(2).replace("&quot;", "\"").replace("&amp;", "&").replace("&apos;", "'");
+          found.push_back({text, word.captured(1).toDouble() / kPointsPerDot});
+        }
+        EXPECT_GT(words.size(), 5u);
+        for (const Word& word : words) {
+          const bool there = std::ranges::any_of(found, [&](const Word& other) {
+            return other.text == word.text && std::abs(other.x - word.x) <= 1;
+          });
+          EXPECT_TRUE(there) << qPrintable(card.record) << ": " << qPrintable(word.text) << " at " << word.x;
+        }
+      }
+      return true;
+    });
+    EXPECT_EQ(page, pages.size());
+  }
+}
+
+TEST_F(PrintSheetsTest, APageAt96DotsIsThePictureFile) {
+  for (const char* name : {"The Saltwind Coast", "The Winter Roads"}) {
+    OpenSample(name);
+    Print({{"paper", "card"}, {"numbers", "1"}});
+    int page = 0;
+    PrintOptions options;
+    SetPrintOption(options, "numbers", "1");
+    ForEachPrintedCard(options, [&](const PrintedCard& card) {
+      for (int copy = 0; copy < card.copies; ++copy) {
+        for (const QRect& side : {card.front, card.back}) {
+          if (side.isNull()) continue;
+          const QImage printed = CardOf(Page(++page, 96 * kFine), side.size());
+          const QImage pixels = card.sheet.Image().copy(side);
+          const double here = Distance(pixels, printed, 0, 0);
+          // The backs are full of fine grain.
+          EXPECT_LT(here, side == card.front ? 10 : 25) << qPrintable(card.record);
+          for (const auto& [x, y] : {std::pair{-1, 0}, {1, 0}, {0, -1}, {0, 1}}) {
+            EXPECT_LT(here, Distance(pixels, printed, x, y)) << qPrintable(card.record) << x << y;
+          }
+        }
+      }
+      return true;
+    });
+  }
+}
+
+TEST_F(PrintSheetsTest, CopiesSheetsAndBacks) {
+  OpenCards(5);
+  database_.Execute("UPDATE tblCard_rows SET Copies = 4 * Nr WHERE Nr < 4");  // 4, 8, 12
+  database_.Execute("UPDATE tblCard_rows SET Copies = 0 WHERE Nr = 4");
+  database_.SelectSet(modData::CurrentSetID);
+  modData::rsCard.FindFirst("Nr = 3");
+  const struct {
+    std::initializer_list<std::pair<const char*, const char*>> options;
+    int cards, sheets, pages;
+  } rows[] = {{{}, 25, 2, 4},
+              {{{"backs", "none"}}, 25, 2, 2},
+              {{{"backs", "fold"}}, 25, 4, 4},  // two and four of them
+              {{{"numbers", "1,4-5"}}, 5, 1, 2},
+              {{{"paper", "card"}, {"numbers", "1"}}, 4, 4, 8}};
+  for (const auto& row : rows) {
+    const PrintOutcome outcome = Print(row.options);
+    EXPECT_EQ(outcome.cards, row.cards);
+    EXPECT_EQ(outcome.sheets, row.sheets);
+    EXPECT_TRUE(
+        Read("pdfinfo", {}, false).contains(QRegularExpression(QString("Pages: +%1\n").arg(row.pages))));
+  }
+  EXPECT_EQ(modData::rsCard["Nr"].Int32(), 3) << "the editors' record stays";
+  EXPECT_THROW(Print({{"numbers", "4"}}), RuntimeError);
+  EXPECT_THROW(Print({{"numbers", "99"}}), RuntimeError);
+}
+
+TEST_F(PrintSheetsTest, ACardThatCannotBeDrawnIsNamedAndItsPlaceCrossed) {
+  OpenCards(2);
+  database_.Execute("UPDATE tblCard_rows SET UsePicture = -1");
+  database_.Store("tblCard", 1, "Picture", "no picture");
+  database_.SelectSet(modData::CurrentSetID);
+  const PrintOutcome outcome = Print({{"paper", "card"}});
+  ASSERT_EQ(outcome.not_drawn.size(), 1);
+  EXPECT_TRUE(outcome.not_drawn[0].startsWith("C2 1 Card 1: ")) << qPrintable(outcome.not_drawn[0]);
+  EXPECT_TRUE(outcome.not_drawn[0].contains("481"));
+  const QImage crossed = Page(1, 96);
+  EXPECT_LT(qGray(crossed.pixel(76, 128)), 128);
+  EXPECT_EQ(qGray(crossed.pixel(76, 40)), 255);
+}
+
+TEST_F(PrintSheetsTest, AFileIsWholeOrNotThere) {
+  OpenCards(3);
+  QFile(Pdf()).open(QIODevice::WriteOnly);
+  const PrintOutcome outcome = PrintSheets({}, Pdf(), [](int done, int all) {
+    EXPECT_EQ(all, 3);
+    return done < 2;
+  });
+  EXPECT_TRUE(outcome.stopped);
+  EXPECT_EQ(QFile(Pdf()).size(), 0) << "the old one stays";
+  EXPECT_EQ(QDir(database_.Folder()).entryList({"*.pdf", "*.tmp", ".*"}, QDir::Files | QDir::Hidden).size(),
+            1);
+  EXPECT_THROW(
+      PrintSheets({}, database_.Path("none") + QDir::separator() + "x.pdf", [](int, int) { return true; }),
+      RuntimeError);
+}
+
+TEST_F(PrintSheetsTest, WhatPrintShowsBadlyIsTold) {
+  const struct {
+    const char* change;
+    const char* finding;
+  } rows[] = {
+      {"UsePicture = 0, Information = 'short'", ""},
+      {"UsePicture = -1", "the picture is empty"},
+      {"UsePicture = 0, CardTypeID = 99", "the type is missing"},
+      {"UsePicture = 0, CardBackID = 99", "the back is missing"},
+      {"UsePicture = 0, Title = 'A title that is very much longer than a card is wide'",
+       "the title runs over its box"},
+      {"UsePicture = 0, Title = 'A title that is very much longer than a card is wide'", "card's edge"}};
+  OpenCards(1);
+  for (const auto& row : rows) {
+    database_.Execute("UPDATE tblCard_rows SET Title = 'Card 1', CardTypeID = 1, CardBackID = 1");
+    database_.Execute(QString("UPDATE tblCard_rows SET ") + row.change);
+    database_.SelectSet(modData::CurrentSetID);
+    const QStringList lines = CheckSheets({}, [](int, int) { return true; });
+    const bool told =
+        std::ranges::any_of(lines, [&](const QString& line) { return line.contains(row.finding); });
+    EXPECT_EQ(told, *row.finding != 0) << row.change << qPrintable(lines.join(' '));
+  }
+  database_.Execute(
+      "UPDATE tblCard_rows SET Title = 'Card 1', UsePicture = -1, PicHeight = 100, Information = '" +
+      QString("many words ").repeated(80) + "'");
+  database_.Store("tblCard", 1, "Picture", TestDatabase::PlainPicture(100, 80, kWhite));
+  database_.SelectSet(modData::CurrentSetID);
+  const QStringList lines = CheckSheets({}, [](int, int) { return true; });
+  EXPECT_TRUE(lines.contains("C2 1 Card 1: the information runs over its box"));
+  EXPECT_TRUE(lines.contains("C2 1 Card 1: the picture has 96 dots an inch"));
+}
+
+TEST_F(PrintSheetsTest, ATestSheetHasAGridOnEachSide) {
+  PrintOptions options;
+  SetPrintOption(options, "back-right", "5");
+  PrintTestSheet(options, Pdf());
+  // A point of the grid's middle lies 5 mm, 59 of 300 dots an inch, further to the right on the back.
+  const QImage front = Page(1, 300), back = Page(2, 300);
+  const auto first_line = [](const QImage& page) {
+    int x = 0;
+    while (x < page.width() && qGray(page.pixel(x, page.height() / 2 + 61)) > 200) ++x;
+    return x;
+  };
+  EXPECT_NEAR(first_line(back) - first_line(front), 59, 1);
+}
+
+}  // namespace
+}  // namespace orv
