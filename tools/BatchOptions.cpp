@@ -7,10 +7,19 @@
 namespace orv {
 namespace {
 
-const QStringList kFormats = {QStringLiteral("BMP"), QStringLiteral("JPG"), QStringLiteral("GIF")};
+QStringList Extensions() {
+  QStringList names;
+  for (const PictureFormat& format : PictureFormats()) names.append(QString::fromLatin1(format.extension));
+  return names;
+}
 
 void Declare(QCommandLineParser& parser) {
-  parser.setApplicationDescription(QStringLiteral("Writes out all cards of a set, without a window."));
+  parser.setApplicationDescription(
+      QStringLiteral("Writes out all cards of a set, without a window. Needed are --database and --set, and "
+                     "--to where the set "
+                     "has no folder stored. Options marked * are stored in the set; one that is not given "
+                     "keeps what the set "
+                     "holds."));
   const auto value = [&](const char* name, const char* text, const char* placeholder) {
     parser.addOption(
         {QString::fromLatin1(name), QString::fromLatin1(text), QString::fromLatin1(placeholder)});
@@ -20,13 +29,17 @@ void Declare(QCommandLineParser& parser) {
   };
   value("database", "The database file.", "FILE");
   flag("list", "Lists the names of the sets and ends.");
+  flag("check", "Reads the whole database first, and writes nothing if it is damaged.");
   value("set", "The name of the set.", "NAME");
-  value("to", "The folder for the picture files.", "FOLDER");
-  value("format", "BMP, JPG or GIF.", "FORMAT");
-  value("prefix", "A text in front of each file name.", "TEXT");
-  flag("number", "Add the card number to the file names.");
-  flag("no-back", "Leave out the backs.");
-  flag("underline", "Replace spaces in the file names by underlines.");
+  value("to", "* The folder for the picture files.", "FOLDER");
+  value("format", "* BMP, JPG, GIF or PNG (PNG is for this run alone, and not stored in the set).", "FORMAT");
+  value("prefix", "* A text in front of each file name; \"\" for none.", "TEXT");
+  flag("number", "* Add the card number to the file names.");
+  flag("no-number", "* Leave it out.");
+  flag("no-back", "* Leave out the backs.");
+  flag("back", "* Write the backs.");
+  flag("underline", "* Replace spaces in the file names by underlines.");
+  flag("no-underline", "* Keep them.");
   flag("cards", "Write the cards (all kinds when none of the three is given).");
   flag("characters", "Write the characters.");
   flag("large", "Write the large cards.");
@@ -47,7 +60,7 @@ ParsedOptions ParseBatchOptions(const QStringList& arguments) {
     return refuse(QStringLiteral("Unknown argument: ") + parser.positionalArguments().constFirst());
   }
   const bool list = parser.isSet(QStringLiteral("list"));
-  for (const char* needed : {"database", "set", "to"}) {
+  for (const char* needed : {"database", "set"}) {
     if (list && needed != QLatin1String("database")) continue;
     if (parser.value(QString::fromLatin1(needed)).isEmpty())
       return refuse(QStringLiteral("--%1 is needed.").arg(QLatin1String(needed)));
@@ -56,18 +69,29 @@ ParsedOptions ParseBatchOptions(const QStringList& arguments) {
   options.list = list;
   options.database = QFileInfo(parser.value(QStringLiteral("database"))).absoluteFilePath();
   options.set = parser.value(QStringLiteral("set"));
-  options.folder = QDir::toNativeSeparators(QFileInfo(parser.value(QStringLiteral("to"))).absoluteFilePath());
+  options.check = parser.isSet(QStringLiteral("check"));
+  if (const QString folder = parser.value(QStringLiteral("to")); !folder.isEmpty())
+    options.folder = QDir::toNativeSeparators(QFileInfo(folder).absoluteFilePath());
   if (parser.isSet(QStringLiteral("format"))) {
-    const auto format = kFormats.indexOf(parser.value(QStringLiteral("format")).toUpper());
+    const auto format = Extensions().indexOf(parser.value(QStringLiteral("format")).toUpper());
     if (format < 0)
       return refuse(QStringLiteral("Unknown format: ") + parser.value(QStringLiteral("format")));
-    options.pic_format_id = static_cast<int>(format) + 1;
+    options.format = &PictureFormats()[static_cast<std::size_t>(format)];
   }
   if (parser.isSet(QStringLiteral("prefix"))) options.prefix = parser.value(QStringLiteral("prefix"));
   const auto given = [&](const char* name) { return parser.isSet(QString::fromLatin1(name)); };
-  options.number = given("number");
-  options.no_back = given("no-back");
-  options.underline = given("underline");
+  struct {
+    const char* yes;
+    const char* no;
+    std::optional<bool>& option;
+  } const switches[] = {{"number", "no-number", options.number},
+                        {"no-back", "back", options.no_back},
+                        {"underline", "no-underline", options.underline}};
+  for (const auto& [yes, no, option] : switches) {
+    if (given(yes) && given(no))
+      return refuse(QStringLiteral("--%1 and --%2 exclude each other.").arg(yes, no));
+    if (given(yes) || given(no)) option = given(yes);
+  }
   const bool all = !given("cards") && !given("characters") && !given("large");
   options.cards = all || given("cards");
   options.characters = all || given("characters");

@@ -9,7 +9,8 @@
 namespace orv {
 
 // Takes the place of the user in a run without a window: what the program would say in a box goes to the
-// standard error with its title, each file that is written to the standard output.
+// standard error with the record that it is about and its title, each file that is written to the standard
+// output.
 class BatchReport : public DialogResponder {
  public:
   // Follows the save operations while it lives.
@@ -23,9 +24,12 @@ class BatchReport : public DialogResponder {
   QString OnFolder(const QString& title) override;
   bool OnModal(Form& form) override;
 
-  // Holds the folder against the records: names that two records share and records without a file are
-  // told on the standard error, and the counts in a last line on the standard output.
+  // Names that two records share and records for which this run has written no file are told on the standard
+  // error, and the counts in a last line on the standard output.
   void Conclude();
+
+  // A text for the standard error, with the record that the run is at.
+  void Tell(const QString& text);
 
   bool ToldFailure() const { return told_failure_; }
 
@@ -33,11 +37,12 @@ class BatchReport : public DialogResponder {
   struct Sheet {
     QString path;
     QString record;
+    bool written;
   };
-  void Saved(const QString& path, const QString& record, bool saved);
+  void Saved(const QString& path, const QString& kind_and_name, bool saved);
 
   std::vector<Sheet> sheets_;
-  int written_ = 0;
+  QString record_;  // that the run is at
   bool told_failure_ = false;
 };
 

@@ -1,6 +1,7 @@
 // The batch run without a window: the same routines as the program, on Qt's offscreen platform.
 #include <QTextStream>
 #include <cstdio>
+#include <exception>
 
 #include "BatchOptions.h"
 #include "BatchReport.h"
@@ -10,6 +11,9 @@
 #include "database/CurrentSet.h"
 #include "forms/Application.h"
 #include "output/WriteRecords.h"
+#include "records/Integrity.h"
+#include "schema/Schema.h"
+#include "state/Product.h"
 #include "state/modData.h"
 
 namespace orv {
@@ -42,12 +46,14 @@ std::int16_t FindSetByName(const QString& name) {
 
 void StoreOptions(const BatchOptions& options) {
   Recordset& set = modData::rsSet;
-  set["SaveTo"] = options.folder;
-  if (options.pic_format_id) set["PicFormatID"] = *options.pic_format_id;
+  if (!options.folder.isEmpty()) set["SaveTo"] = options.folder;
+  if (options.format != nullptr && options.format->pic_format_id) {
+    set["PicFormatID"] = *options.format->pic_format_id;
+  }
   if (options.prefix) set["FilenamePrefix"] = *options.prefix;
-  if (options.number) set["FileCardNr"] = true;
-  if (options.no_back) set["NoBack"] = true;
-  if (options.underline) set["ReplaceSpace"] = true;
+  if (options.number) set["FileCardNr"] = *options.number;
+  if (options.no_back) set["NoBack"] = *options.no_back;
+  if (options.underline) set["ReplaceSpace"] = *options.underline;
   set.Update();
 }
 
@@ -58,6 +64,7 @@ bool IsWanted(const OutputKind& kind, const BatchOptions& options) {
 }
 
 void WriteSet(const BatchOptions& options) {
+  const SheetFormat format = options.format != nullptr ? FormatOf(*options.format) : FormatOfSet();
   for (const OutputKind* kind : OutputKinds()) {
     if (IsWanted(*kind, options)) OpenRecordsOfSet(kind->table, kind->records);
   }
@@ -66,17 +73,38 @@ void WriteSet(const BatchOptions& options) {
   const bool cards = modData::rsCard.IsOpen() && !modData::rsCard.IsEmpty();
   if (cards && modData::CurrentEditionID != 2) CardPreviewOf(2).DrawCard();
   for (const OutputKind* kind : OutputKinds()) {
-    if (IsWanted(*kind, options)) WriteRecords(*kind, FormatOfSet(), [](int) {});
+    if (IsWanted(*kind, options)) WriteRecords(*kind, format, [](int) {});
   }
+}
+
+// What was written before a failure that ends the run is told all the same.
+void WriteAndConclude(const BatchOptions& options, BatchReport& report) {
+  try {
+    WriteSet(options);
+  } catch (const std::exception& error) {
+    report.Tell(QStringLiteral("The run ends here. ") + QString::fromUtf8(error.what()));
+    report.Conclude();
+    throw;
+  }
+  report.Conclude();
+}
+
+bool IsSound(const QString& path) {
+  const QStringList faults = FaultsOf(path, schema::StrayRows());
+  for (const QString& fault : faults) Complain(QStringLiteral("Damaged: ") + fault);
+  return faults.isEmpty();
 }
 
 int RunBatch(const BatchOptions& options) {
   App::SetPath(FolderPart(options.database));
   modData::OpenDatabase([] {}, options.database);
   if (!modData::DatabaseFound) {
-    Complain(QStringLiteral("%1 is missing or is no database of the program.").arg(options.database));
+    const QString why =
+        modData::OpeningError.isEmpty() ? QStringLiteral("File not found") : modData::OpeningError;
+    Complain(QStringLiteral("%1 is missing or is no database of the program. %2").arg(options.database, why));
     return kFailureTold;
   }
+  if (options.check && !IsSound(options.database)) return kFailureTold;
   if (options.list) {
     QTextStream(stdout) << NamesOfSets().join(u'\n') << Qt::endl;
     return 0;
@@ -88,8 +116,11 @@ int RunBatch(const BatchOptions& options) {
   if (set_id == 0) return kWrongUsage;
   MakeSetCurrent(set_id);
   StoreOptions(options);
-  WriteSet(options);
-  report.Conclude();
+  if (modData::rsSet["SaveTo"].TextOrEmpty().isEmpty()) {
+    Complain(QStringLiteral("--to is needed: the set has no folder stored."));
+    return kWrongUsage;
+  }
+  WriteAndConclude(options, report);
   return report.ToldFailure() ? kFailureTold : 0;
 }
 
@@ -98,7 +129,7 @@ int RunBatch(const BatchOptions& options) {
 
 int main(int argc, char** argv) {
   using namespace orv;
-  Application application(argc, argv, Application::Offscreen);
+  Application application(argc, argv, Application::Offscreen, TheProgram());
   QStringList arguments;
   for (int i = 0; i < argc; ++i) arguments.append(QString::fromLocal8Bit(argv[i]));
   const ParsedOptions parsed = ParseBatchOptions(arguments);

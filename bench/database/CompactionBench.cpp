@@ -12,10 +12,11 @@
 #include "base/App.h"
 #include "base/Files.h"
 #include "base/RuntimeError.h"
-#include "database/CompactAndRepair.h"
+#include "database/inner/CompactAndRepair.h"
 #include "forms/Application.h"
 #include "measuring/Measuring.h"
 #include "schema/Schema.h"
+#include "state/Product.h"
 
 namespace orv {
 namespace {
@@ -102,6 +103,6 @@ int Main() {
 }  // namespace orv
 
 int main(int argc, char** argv) {
-  orv::Application application(argc, argv, orv::Application::Offscreen);
+  orv::Application application(argc, argv, orv::Application::Offscreen, orv::TheProgram());
   return application.RunOnce(orv::Main);
 }

@@ -6,6 +6,7 @@
 #include "editors/frmCardList.h"
 #include "forms/Application.h"
 #include "measuring/Measuring.h"
+#include "state/Product.h"
 #include "state/modData.h"
 #include "support/Lists.h"
 #include "support/TestDatabase.h"
@@ -74,6 +75,6 @@ int Main() {
 }  // namespace orv
 
 int main(int argc, char** argv) {
-  orv::Application application(argc, argv, orv::Application::Offscreen);
+  orv::Application application(argc, argv, orv::Application::Offscreen, orv::TheProgram());
   return application.RunOnce(orv::Main);
 }

@@ -1,6 +1,7 @@
 // The batch run against its floor: decoding every picture that the batch decodes, and encoding and writing
-// sheets of the same look and size, with the same libraries and nothing else. Once over a set of cards and
-// once over a set of cards, characters and large cards. Ratios of one run; see bench/README.md.
+// sheets of the same look and size, with the JPEG library and nothing else. Once over a set of cards and
+// once over a set of cards, characters and large cards; and the GIF run against the JPG run. Ratios of one
+// run; see bench/README.md.
 // Usage: batch_bench [records] [cards of the long run]
 #include <QDir>
 #include <cstdio>
@@ -10,14 +11,14 @@
 #include <string>
 #include <vector>
 
+#include "CodecFloor.h"
 #include "base/Files.h"
 #include "database/CurrentSet.h"
 #include "forms/Application.h"
 #include "measuring/Measuring.h"
 #include "measuring/Photo.h"
 #include "output/WriteRecords.h"
-#include "pictures/cDIBSection.h"
-#include "pictures/mIntelJPEGLibrary.h"
+#include "state/Product.h"
 #include "state/modData.h"
 #include "support/DialogScript.h"
 #include "support/TestDatabase.h"
@@ -29,6 +30,9 @@ constexpr int kRounds = 5;
 constexpr int kFew = 100;
 constexpr double kGoal = 1.3;
 constexpr double kGrowthGoal = 1.1;
+constexpr double kGifGoal = 8;
+constexpr int kJpg = 2;  // identifiers of picture formats
+constexpr int kGif = 3;
 
 // How many records of each kind a set has.
 struct Share {
@@ -65,20 +69,23 @@ class Batch {
 
   int MakeSet(const Share& share);
   // Milliseconds a record.
-  double Run(int set, const Share& share);
+  double Run(int set, const Share& share, int format = kJpg);
   double RunFloor(const Share& share);
+  // The same with the picture of a card alone, without its background and its back.
+  double RunPictureFloor(int cards);
   // The sheets of the last run, which the floor writes.
   void TakeSheets();
 
  private:
   QString Folder() const { return database_.Path(QStringLiteral("out")); }
   QString FloorFolder() const { return database_.Path(QStringLiteral("floor")); }
-  std::vector<Picture> Sheets(const QStringList& kinds) const;
-  void DoFloor(int count, const std::vector<QByteArray>& pictures, const std::vector<Picture>& sheets);
+  std::vector<codec_floor::Pixels> Sheets(const QStringList& kinds) const;
+  void DoFloor(int count, const std::vector<QByteArray>& pictures,
+               const std::vector<codec_floor::Pixels>& sheets);
 
   TestDatabase database_;
   const Pictures pictures_;
-  std::vector<Picture> card_sheets_, character_sheets_, large_sheets_;
+  std::vector<codec_floor::Pixels> card_sheets_, character_sheets_, large_sheets_;
 };
 
 int Batch::MakeSet(const Share& share) {
@@ -110,13 +117,13 @@ int Batch::MakeSet(const Share& share) {
         "tblCharacter_rows SET Abilities = '%1'", "tblLargeCard_rows SET Information = '%1'"}) {
     database_.Execute(QStringLiteral("UPDATE ") + QString::fromLatin1(change).arg(kText));
   }
-  database_.Execute(
-      QStringLiteral("UPDATE tblSet_rows SET PicFormatID = 2, FileCardNr = -1, SaveTo = '%1'").arg(Folder()));
+  database_.Execute(QStringLiteral("UPDATE tblSet_rows SET FileCardNr = -1, SaveTo = '%1'").arg(Folder()));
   transaction.Commit();
   return set;
 }
 
-double Batch::Run(int set, const Share& share) {
+double Batch::Run(int set, const Share& share, int format) {
+  database_.Execute(QStringLiteral("UPDATE tblSet_rows SET PicFormatID = %1").arg(format));
   database_.SelectSet(set);
   MakeSetCurrent(static_cast<std::int16_t>(set));
   return Milliseconds([] {
@@ -127,11 +134,13 @@ double Batch::Run(int set, const Share& share) {
          share.Count();
 }
 
-std::vector<Picture> Batch::Sheets(const QStringList& kinds) const {
-  std::vector<Picture> sheets;
+std::vector<codec_floor::Pixels> Batch::Sheets(const QStringList& kinds) const {
+  std::vector<codec_floor::Pixels> sheets;
   for (const QString& kind : kinds) {
     const QStringList names = QDir(Folder()).entryList({kind + QStringLiteral(" *.JPG")}, QDir::Files);
-    if (!names.isEmpty()) sheets.push_back(LoadPicture(JoinPath(Folder(), names.last())));
+    if (names.isEmpty()) continue;
+    const QByteArray bytes = ReadWhole(JoinPath(Folder(), names.last()));
+    codec_floor::Decode(bytes.data(), static_cast<std::size_t>(bytes.size()), &sheets.emplace_back());
   }
   return sheets;
 }
@@ -142,13 +151,16 @@ void Batch::TakeSheets() {
   large_sheets_ = Sheets({QStringLiteral("LC2")});
 }
 
-void Batch::DoFloor(int count, const std::vector<QByteArray>& pictures, const std::vector<Picture>& sheets) {
+void Batch::DoFloor(int count, const std::vector<QByteArray>& pictures,
+                    const std::vector<codec_floor::Pixels>& sheets) {
+  codec_floor::Pixels pixels;
   for (int i = 0; i < count; ++i) {
-    for (const QByteArray& picture : pictures) LoadPicture(picture);
-    for (const Picture& sheet : sheets) {
-      cDIBSection section;
-      section.CreateFromPicture(sheet);
-      SaveJPG(section, JoinPath(FloorFolder(), QStringLiteral("%1 x %2.JPG").arg(i).arg(sheet.Width())), 90);
+    for (const QByteArray& picture : pictures) {
+      codec_floor::Decode(picture.data(), static_cast<std::size_t>(picture.size()), &pixels);
+    }
+    for (const codec_floor::Pixels& sheet : sheets) {
+      const QString path = JoinPath(FloorFolder(), QStringLiteral("%1 x %2.JPG").arg(i).arg(sheet.width));
+      codec_floor::Encode(sheet, path.toStdString());
     }
   }
 }
@@ -160,6 +172,10 @@ double Batch::RunFloor(const Share& share) {
            DoFloor(share.large, pictures_.OfLargeCard(), large_sheets_);
          }) /
          share.Count();
+}
+
+double Batch::RunPictureFloor(int cards) {
+  return Milliseconds([&] { DoFloor(cards, {pictures_.picture}, card_sheets_); }) / cards;
 }
 
 // The second run, in which every card has its file name, against the floor; the first beside it.
@@ -177,6 +193,24 @@ bool MeasureRatio(Batch& batch, const char* what, const Share& share) {
   std::printf("%s: %d records, %.2f ms a record, floor %.2f ms; first run %.2f\n", what, share.Count(),
               Median(runs), Median(floors), first / Median(floors));
   return PrintRatio(what, Median(ratios), kGoal);
+}
+
+// A set of cards in GIF and in JPG, and the floor of the picture alone, in turn.
+bool MeasureGif(Batch& batch, int cards) {
+  const Share share{cards, 0, 0};
+  const int set = batch.MakeSet(share);
+  batch.Run(set, share);
+  batch.TakeSheets();
+  std::vector<double> ratios, gifs, jpgs, floors;
+  for (int round = 0; round < kRounds; ++round) {
+    floors.push_back(batch.RunPictureFloor(cards));
+    jpgs.push_back(batch.Run(set, share));
+    gifs.push_back(batch.Run(set, share, kGif));
+    ratios.push_back(gifs.back() / jpgs.back());
+  }
+  std::printf("a card in JPG: %.2f ms, floor with its picture alone %.2f ms; in GIF: %.2f ms\n", Median(jpgs),
+              Median(floors), Median(gifs));
+  return PrintRatio("GIF / JPG", Median(ratios), kGifGoal);
 }
 
 // The highest use of memory while an action runs, which starts from the use of the moment.
@@ -222,6 +256,7 @@ int Measure(int records, int many) {
   const DialogResponderScope answers(script);
   bool ok = MeasureRatio(batch, "batch of cards / floor", {records, 0, 0});
   ok &= MeasureRatio(batch, "batch of a mixed set / floor", {records / 2, records / 4, records / 4});
+  ok &= MeasureGif(batch, kFew);
   ok &= MeasureGrowth(batch, many);
   return ok ? 0 : 1;
 }
@@ -230,7 +265,7 @@ int Measure(int records, int many) {
 }  // namespace orv
 
 int main(int argc, char** argv) {
-  orv::Application application(argc, argv, orv::Application::Offscreen);
+  orv::Application application(argc, argv, orv::Application::Offscreen, orv::TheProgram());
   const int records = argc > 1 ? std::atoi(argv[1]) : 500;
   const int many = argc > 2 ? std::atoi(argv[2]) : 5000;
   return application.RunOnce([&] { return orv::Measure(records, many); });

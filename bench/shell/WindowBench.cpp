@@ -22,6 +22,7 @@
 #include "measuring/Photo.h"
 #include "shell/Main.h"
 #include "shell/frmMaster.h"
+#include "state/Product.h"
 #include "state/modData.h"
 #include "support/DialogScript.h"
 #include "support/TestDatabase.h"
@@ -207,7 +208,7 @@ int Measure() {
 }  // namespace orv
 
 int main(int argc, char** argv) {
-  orv::Application application(argc, argv, orv::Application::Offscreen);
+  orv::Application application(argc, argv, orv::Application::Offscreen, orv::TheProgram());
   if (argc == 3 && std::strcmp(argv[1], orv::kStartOnly) == 0) {
     const QString folder = QString::fromLocal8Bit(argv[2]);
     return application.RunOnce([&] { return orv::StartOnly(folder); });

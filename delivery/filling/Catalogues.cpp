@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "base/Files.h"
+#include "base/TextOrder.h"
 #include "filling/ContentFiles.h"
-#include "records/Collation.h"
 #include "records/Recordset.h"
 
 namespace orv::delivery {

@@ -1,18 +1,16 @@
 #include "catalogues/CatalogueForm.h"
 
+#include "base/Quietly.h"
 #include "base/RuntimeError.h"
 #include "database/ListHelpers.h"
+#include "forms/ControlHelpers.h"
 #include "forms/Dialogs.h"
 #include "state/modData.h"
 
 namespace orv {
 
-void Quietly(const std::function<void()>& action) {
-  try {
-    action();
-  } catch (const RuntimeError&) {
-    // Nothing to tell: what the action needs isn't there.
-  }
+void OnEntry(const std::function<void()>& action) {
+  Quietly({kErrObjectNotSet, kErrNoCurrentRecord, kErrInvalidPicture, kErrCancel}, action);
 }
 
 CatalogueForm::CatalogueForm(const CatalogueKind& kind)
@@ -28,9 +26,9 @@ CatalogueForm::CatalogueForm(const CatalogueKind& kind)
   cmdOK.SetDefault(true);
   cmdCancel.SetCancel(true);
   lvEntries.SetAccessibleName(QString::fromLatin1(kind.caption));
-  lvEntries.ItemClick = [this](const ListItem& entry) { Quietly([&] { ItemClicked(entry); }); };
+  lvEntries.ItemClick = [this](const ListItem& entry) { OnEntry([&] { ItemClicked(entry); }); };
   lvEntries.ColumnClick = [this](int column) { SortList(column - 1); };
-  cmdDelete.Click = [this] { Quietly([this] { cmdDelete_Click(); }); };
+  cmdDelete.Click = [this] { OnEntry([this] { cmdDelete_Click(); }); };
   cmdDefault.Click = [this] { cmdDefault_Click(); };
   cmdOK.Click = [this] { End(true); };
   cmdCancel.Click = [this] { End(false); };
@@ -72,7 +70,7 @@ void CatalogueForm::Choose(std::int32_t id) {
   const int index = lvEntries.IndexOf(KeyOf(id));
   if (index < 0) return;
   lvEntries.Select(index);
-  Quietly([&] { ItemClicked(lvEntries.Item(index)); });
+  OnEntry([&] { ItemClicked(lvEntries.Item(index)); });
 }
 
 QString CatalogueForm::KeyOf(std::int32_t id) const {

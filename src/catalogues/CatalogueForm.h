@@ -83,8 +83,8 @@ class CatalogueForm : public Form {
   const CatalogueKind kind_;
 };
 
-// Runs an action that a run-time error ends without a word, such as an action on the selected entry
-// where there is none.
-void Quietly(const std::function<void()>& action);
+// Runs an action on an entry, which ends without a word where none is selected, where its row is gone or has
+// no picture that can be shown, and on Cancel.
+void OnEntry(const std::function<void()>& action);
 
 }  // namespace orv

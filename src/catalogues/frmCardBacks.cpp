@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "base/Rounding.h"
-#include "database/ListHelpers.h"
 #include "forms/Application.h"
+#include "forms/ControlHelpers.h"
 #include "forms/Dialogs.h"
 #include "forms/Layout.h"
 #include "pictures/modPicture.h"
@@ -54,11 +54,11 @@ CardBacksForm::CardBacksForm()
       lblDimension(*this, QStringLiteral("0W x 0H")),
       viewBack(*this, picBack) {
   Arrange();
-  cmdLoadPic.Click = [this] { Quietly([this] { cmdLoadPic_Click(); }); };
+  cmdLoadPic.Click = [this] { cmdLoadPic_Click(); };
   txtBackText.GotFocus = [this] { txtBackText_GotFocus(); };
   cmdNew.Click = [this] { cmdNew_Click(); };
-  cmdUpdate.Click = [this] { Quietly([this] { cmdUpdate_Click(); }); };
-  cmdSavePicture.Click = [this] { Quietly([this] { cmdSavePicture_Click(); }); };
+  cmdUpdate.Click = [this] { OnEntry([this] { cmdUpdate_Click(); }); };
+  cmdSavePicture.Click = [this] { OnEntry([this] { cmdSavePicture_Click(); }); };
 }
 
 void CardBacksForm::Arrange() {
@@ -136,12 +136,13 @@ void CardBacksForm::FitBackPicture() {
 
 void CardBacksForm::cmdLoadPic_Click() {
   CommonDialog dialog = PictureDialog(QStringLiteral("Choose picture for Card back"));
-  dialog.ShowOpen();
-  const Picture picture = LoadPicture(dialog.FileName);
-  picBack.SetPicture(picture);
+  if (!ChoosesFile(dialog)) return;
+  const std::optional<Picture> picture = PictureIn(dialog.FileName);
+  if (!picture) return;
+  picBack.SetPicture(*picture);
   viewBack.SetTag(dialog.FileName);
-  picNewBack.SetPicture(picture);
-  picNewBack.PaintPicture(picture, 0, 0, picNewBack.InsideWidth(), picNewBack.InsideHeight());
+  picNewBack.SetPicture(*picture);
+  picNewBack.PaintPicture(*picture, 0, 0, picNewBack.InsideWidth(), picNewBack.InsideHeight());
   viewNewBack.SetTag(dialog.FileName);
   FitBackPicture();
   picBack.SetVisible(true);

@@ -1,7 +1,7 @@
 #include "catalogues/frmCardType.h"
 
 #include "base/Rounding.h"
-#include "database/ListHelpers.h"
+#include "forms/ControlHelpers.h"
 #include "forms/Dialogs.h"
 #include "forms/Layout.h"
 #include "state/modData.h"
@@ -129,7 +129,7 @@ void CardTypeForm::Subscribe() {
     };
   }
   cmdNew.Click = [this] { cmdNew_Click(); };
-  cmdSet.Click = [this] { Quietly([this] { cmdSet_Click(); }); };
+  cmdSet.Click = [this] { OnEntry([this] { cmdSet_Click(); }); };
 }
 
 void CardTypeForm::Form_Load() {

@@ -1,6 +1,6 @@
 #include "composition/CardPreview.h"
-#include "composition/Composing.h"
 #include "composition/frmCard.h"
+#include "composition/inner/Composing.h"
 #include "state/modData.h"
 
 namespace orv {

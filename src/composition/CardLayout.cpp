@@ -30,6 +30,8 @@ CardLayout SecondEdition() {
   layout.title_font = {QStringLiteral("Small Fonts"), 7, true, false};
   layout.bold_font = layout.title_font;
   layout.has_one_line = true;
+  layout.one_line_width = 139;
+  layout.one_line_number_top = 16;
   layout.title_measured_on_preview = true;
   layout.bold_in_label_colour = false;
   return layout;

@@ -35,6 +35,8 @@ struct CardLayout {
   Font bold_font;
 
   bool has_one_line;               // the type's words may stand in one centred line
+  int one_line_width;              // of that line
+  int one_line_number_top;         // the number then stands under it
   bool title_measured_on_preview;  // the title is centred by its width in the preview's own font
   bool bold_in_label_colour;       // the bold line is coloured by its words and not by its font slot
 };

@@ -86,10 +86,10 @@ void CardPreview::DrawType() {
                            type["LowerLeft"].TextOrEmpty(), type["LowerRight"].TextOrEmpty()};
   if (layout_.has_one_line) {
     const bool one_line = modData::rsCard["OneLine"].BoolOrFalse();
-    lblType[0]->SetWidth(one_line ? 139 : layout_.type[0].width);
+    lblType[0]->SetWidth(one_line ? layout_.one_line_width : layout_.type[0].width);
     lblType[0]->SetAlignment(one_line ? Alignment::Centre : Alignment::Left);
     for (int i = 1; i < layout_.type_count; ++i) lblType[i]->SetVisible(!one_line);
-    lblNumber.SetTop(one_line ? 16 : layout_.number.top);
+    lblNumber.SetTop(one_line ? layout_.one_line_number_top : layout_.number.top);
     lblType[0]->SetCaption(one_line ? words[0] + u' ' + words[2] : words[0]);
   } else {
     lblType[0]->SetCaption(words[0]);

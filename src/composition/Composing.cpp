@@ -1,4 +1,4 @@
-#include "composition/Composing.h"
+#include "composition/inner/Composing.h"
 
 #include "base/Rounding.h"
 #include "composition/WrapText.h"

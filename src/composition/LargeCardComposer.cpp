@@ -1,7 +1,7 @@
-#include "composition/Composing.h"
 #include "composition/LargeCardPreview.h"
 #include "composition/WrapText.h"
 #include "composition/frmCard.h"
+#include "composition/inner/Composing.h"
 #include "state/modData.h"
 
 namespace orv {

@@ -1,4 +1,4 @@
-#include "composition/PictureClip.h"
+#include "composition/inner/PictureClip.h"
 
 #include "base/Rounding.h"
 

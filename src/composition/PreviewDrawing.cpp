@@ -1,14 +1,14 @@
 #include "composition/PreviewDrawing.h"
 
-#include "base/App.h"
 #include "base/RuntimeError.h"
 #include "forms/Dialogs.h"
+#include "state/Product.h"
 #include "state/modData.h"
 
 namespace orv {
 
 QString Watermark() {
-  return QStringLiteral("ORV %1.%2").arg(App::kMajor).arg(App::kMinor);
+  return QStringLiteral("ORV %1.%2").arg(kMajor).arg(kMinor);
 }
 
 void PlaceAt(SurfaceItem& item, const PixelRect& rect) {

@@ -1,10 +1,11 @@
-#include "database/CompactAndRepair.h"
+#include "database/inner/CompactAndRepair.h"
 
 #include "base/App.h"
 #include "base/Files.h"
 #include "base/RuntimeError.h"
 #include "forms/Dialogs.h"
 #include "records/Compaction.h"
+#include "records/Connection.h"
 #include "records/DatabaseFile.h"
 #include "state/modData.h"
 
@@ -69,11 +70,20 @@ void Compaction::RemoveBackup() {
   RemoveFile(backup_);
 }
 
+// A file that is no database any more keeps its journal.
+void Compaction::PlayBackJournal() const {
+  try {
+    Connection::Open(database_).RemoveIdleJournal();
+  } catch (const RuntimeError&) {
+  }
+}
+
 void Compaction::Restore() {
   // What lies there otherwise is older than the database.
   if (!backed_up_) throw RuntimeError(kErrFileNotFound);
   alone_.reset();
   if (FileExists(database_)) alone_.emplace(database_);
+  PlayBackJournal();
   CheckNoJournal(database_);
   RenameFile(backup_, database_);
 }

@@ -1,10 +1,12 @@
 #include "database/CountStart.h"
 
+#include "base/Quietly.h"
 #include "base/Rounding.h"
+#include "base/RuntimeError.h"
 #include "base/Settings.h"
 #include "base/Value.h"
-#include "database/CompactAndRepair.h"
 #include "database/frmCR.h"
+#include "database/inner/CompactAndRepair.h"
 #include "forms/Application.h"
 
 namespace orv {
@@ -17,8 +19,10 @@ constexpr int kAfterCompaction = 1;
 const QString kSection = QStringLiteral("Database");
 const QString kKey = QStringLiteral("Loaded");
 
+// A start that can't be counted, for the user's folder is full or can't be written to, is a start all the
+// same.
 void SaveCount(int count) {
-  SaveSetting(kSection, kKey, QString::number(count));
+  Quietly({kErrPathFileAccess}, [count] { SaveSetting(kSection, kKey, QString::number(count)); });
 }
 
 int Ask() {

@@ -10,8 +10,9 @@ namespace {
 Picture SymbolOfSet() {
   const Recordset& set = modData::rsSet;
   if (!set["UseSymbol"].BoolOrFalse() || set["Symbol"].IsNull()) return {};
+  const QByteArray bytes = set["Symbol"].Bytes();
   try {
-    return LoadPicture(set["Symbol"].Bytes());
+    return LoadPicture(bytes);
   } catch (const RuntimeError&) {
     return {};
   }

@@ -29,17 +29,4 @@ void FindByKey(Recordset& rows, const char* key, std::int32_t value) {
   rows.FindFirst(QStringLiteral("%1 = %2").arg(QLatin1String(key)).arg(value));
 }
 
-QString YesNo(bool value) {
-  return value ? QStringLiteral("Yes") : QStringLiteral("No");
-}
-int BoolToCheck(bool value) {
-  return value ? 1 : 0;
-}
-
-void SortListView(ListView& list, int column, bool ascending) {
-  list.SetSortKey(column);
-  list.SetSortAscending(ascending);
-  list.SetSorted(true);
-}
-
 }  // namespace orv

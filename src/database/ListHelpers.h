@@ -4,7 +4,6 @@
 #include <cstdint>
 
 #include "forms/Controls.h"
-#include "forms/ListView.h"
 #include "records/Recordset.h"
 
 namespace orv {
@@ -23,18 +22,5 @@ std::int32_t ChosenItemData(const ComboBox& list);
 
 // Goes to the row that has a key; at EOF if there is none. RuntimeError 3021 without rows.
 void FindByKey(Recordset& rows, const char* key, std::int32_t value);
-
-// Selects the whole text of a control with text.
-template <class ControlWithText>
-void SelectText(ControlWithText& control) {
-  control.SetSelStart(0);
-  control.SetSelLength(static_cast<int>(control.Text().size()));
-}
-
-QString YesNo(bool value);    // "Yes" or "No"
-int BoolToCheck(bool value);  // 1 or 0, for a check box
-
-// Sorts by a column counted from 0.
-void SortListView(ListView& list, int column, bool ascending);
 
 }  // namespace orv

@@ -1,5 +1,6 @@
 #include "editors/CardEditor.h"
 
+#include <QScopedValueRollback>
 #include <algorithm>
 
 #include "base/Rounding.h"
@@ -7,8 +8,9 @@
 #include "composition/PreviewDrawing.h"
 #include "database/ListHelpers.h"
 #include "database/ReferenceLists.h"
-#include "editors/ChooseColour.h"
-#include "editors/ChoosePicture.h"
+#include "editors/inner/ChooseColour.h"
+#include "editors/inner/ChoosePicture.h"
+#include "forms/ControlHelpers.h"
 #include "pictures/modPicture.h"
 #include "state/modData.h"
 
@@ -130,7 +132,7 @@ void CardEditor::SetCardDefaults() {
 void CardEditor::ShowCard() {
   Recordset& card = modData::rsCard;
   {
-    const FlagScope loading(Loading);
+    const QScopedValueRollback loading(Loading, true);
     ShowCurrentPosition();
     txtTitle.SetText(card["Title"].TextOrEmpty());
     udCopy.SetValue(card["Copies"].Int32Or(1));

@@ -1,11 +1,13 @@
 // What the card editor asks of other dialogs: the catalogues, the card list and the statistics.
+#include <QScopedValueRollback>
+
 #include "catalogues/frmCardBacks.h"
 #include "catalogues/frmCardType.h"
 #include "database/ListHelpers.h"
 #include "database/ReferenceLists.h"
 #include "editors/CardEditor.h"
-#include "editors/Statistics.h"
 #include "editors/frmCardList.h"
+#include "editors/inner/Statistics.h"
 #include "state/modData.h"
 
 namespace orv {
@@ -13,10 +15,10 @@ namespace orv {
 void CardEditor::cmdGetType_Click() {
   if (!kind_.has_type_catalogue || !Record().Hold()) return;
   modData::rsCardType.Close();
-  Quietly([] { frmCardType->Choose(modData::rsCard["CardTypeID"].Int32()); });
+  frmCardType->Choose(modData::rsCard["CardTypeID"].Int32Or(0));
   frmCardType->ShowModal();
   modData::rsCardType = modData::OpenSnapshot(QString::fromLatin1(kAllCardTypes));
-  const FlagScope loading(Loading);
+  const QScopedValueRollback loading(Loading, true);
   FillTypes();
   if (frmCardType->OK) {
     if (Write("CardTypeID", frmCardType->SelectedTypeID)) DrawCard();
@@ -29,10 +31,10 @@ void CardEditor::cmdGetCardBack_Click() {
   if (!Record().Hold()) return;
   modData::rsCardBack.Close();
   frmCardBacks->InitBacks(2);  // in both editions
-  Quietly([] { frmCardBacks->Choose(modData::rsCard["CardBackID"].Int32()); });
+  frmCardBacks->Choose(modData::rsCard["CardBackID"].Int32Or(0));
   frmCardBacks->ShowModal();
   modData::rsCardBack = modData::OpenSnapshot(QString::fromLatin1(kAllCardBacks));
-  const FlagScope loading(Loading);
+  const QScopedValueRollback loading(Loading, true);
   FillBacks();
   if (frmCardBacks->OK) {
     if (Write("CardBackID", frmCardBacks->SelectedBackID)) DrawCard();

@@ -1,26 +1,23 @@
-#include "editors/ChoosePicture.h"
+#include "editors/inner/ChoosePicture.h"
 
 #include "base/Files.h"
-#include "base/RuntimeError.h"
 #include "pictures/modPicture.h"
 
 namespace orv {
 
 void ChoosePicture(const PictureChoice& choice) {
   if (!choice.record.Hold()) return;
-  try {
-    CommonDialog dialog = PictureDialog(choice.title);
-    if (choice.folder != nullptr) dialog.InitDir = *choice.folder;
-    dialog.ShowOpen();
-    ReadFileToField(dialog.FileName, choice.record[choice.column]);
-    choice.before_update();
-    choice.record.Update();
-    choice.stored(dialog.FileName);
-    choice.surface.SetPicture(LoadPicture(dialog.FileName));
-    choice.shown(dialog.FileName);
-  } catch (const RuntimeError&) {
-    // A cancelled dialog, or a file that can't be shown: what stands on the surface stays.
-  }
+  CommonDialog dialog = PictureDialog(choice.title);
+  if (choice.folder != nullptr) dialog.InitDir = *choice.folder;
+  if (!ChoosesFile(dialog)) return;
+  ReadFileToField(dialog.FileName, choice.record[choice.column]);
+  choice.before_update();
+  choice.record.Update();
+  choice.stored(dialog.FileName);
+  const std::optional<Picture> picture = PictureIn(dialog.FileName);
+  if (!picture) return;
+  choice.surface.SetPicture(*picture);
+  choice.shown(dialog.FileName);
 }
 
 void ChooseFramedPicture(const char* title, ShownRecord& record, const char* column, Surface& image,

@@ -1,4 +1,5 @@
-#include "editors/EditorLayout.h"
+#include "editors/inner/EditorLayout.h"
+#include "forms/ControlHelpers.h"
 
 namespace orv {
 namespace {
@@ -23,11 +24,6 @@ void AddRow(GridLayout& grid, int row, FormLabel& label, std::initializer_list<C
 
 void AddChecks(GridLayout& grid, std::initializer_list<Control*> boxes) {
   Fill(grid.AddBox(BoxLayout::Row, 0, 0, 1, 2), boxes);
-}
-
-void Explain(Control& control, const QString& text) {
-  control.SetToolTip(text);
-  control.SetAccessibleName(text);
 }
 
 void ArrangeColour(Surface& sample, CommandButton& button) {

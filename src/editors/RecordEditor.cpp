@@ -1,10 +1,13 @@
 #include "editors/RecordEditor.h"
 
+#include <QScopedValueRollback>
+
 #include "base/Rounding.h"
 #include "base/RuntimeError.h"
 #include "database/CurrentSet.h"
 #include "database/ListHelpers.h"
-#include "editors/EditorLayout.h"
+#include "forms/ControlHelpers.h"
+#include "forms/Layout.h"
 #include "state/modData.h"
 
 namespace orv {
@@ -136,7 +139,7 @@ RecordEditor::SetUp RecordEditor::CurrentSetUp() {
 void RecordEditor::TakeSetUp() {
   set_up_ = CurrentSetUp();
   lblCurrentCard.SetTag(QString::number(HighestNumber()));
-  const FlagScope loading(Loading);
+  const QScopedValueRollback loading(Loading, true);
   FillLists();
 }
 

@@ -142,17 +142,4 @@ class RecordEditor : public Form {
   std::array<Control*, 2> sides_{};  // the previews and the input side
 };
 
-// Sets a flag for as long as it lives and puts its former value back.
-class FlagScope {
- public:
-  explicit FlagScope(bool& flag) : flag_(flag), former_(flag) { flag_ = true; }
-  ~FlagScope() { flag_ = former_; }
-  FlagScope(const FlagScope&) = delete;
-  FlagScope& operator=(const FlagScope&) = delete;
-
- private:
-  bool& flag_;
-  bool former_;
-};
-
 }  // namespace orv

@@ -1,4 +1,4 @@
-#include "editors/Statistics.h"
+#include "editors/inner/Statistics.h"
 
 #include <cmath>
 #include <functional>

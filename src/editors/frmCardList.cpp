@@ -3,7 +3,8 @@
 #include "base/Rounding.h"
 #include "base/RuntimeError.h"
 #include "database/ListHelpers.h"
-#include "editors/EditorLayout.h"
+#include "editors/inner/EditorLayout.h"
+#include "forms/ControlHelpers.h"
 #include "state/modData.h"
 
 namespace orv {

@@ -1,10 +1,13 @@
 #include "editors/frmCharacter2nd.h"
 
+#include <QScopedValueRollback>
+
 #include "base/Rounding.h"
 #include "composition/PreviewDrawing.h"
 #include "database/ListHelpers.h"
 #include "database/ReferenceLists.h"
-#include "editors/ChoosePicture.h"
+#include "editors/inner/ChoosePicture.h"
+#include "forms/ControlHelpers.h"
 #include "pictures/modPicture.h"
 #include "state/modData.h"
 
@@ -108,7 +111,7 @@ void Character2ndForm::SetCardDefaults() {
 
 void Character2ndForm::ShowCard() {
   Recordset& character = modData::rsCharacter;
-  const FlagScope loading(Loading);
+  const QScopedValueRollback loading(Loading, true);
   txtCharName.SetText(character["Name"].TextOrEmpty());
   SelectItemData(cboStartArea, character["StartingAreaID"].Int32Or(0));
   chkIncludeBoard.SetValue(BoolToCheck(character["IncludeBoard"].BoolOrFalse()));

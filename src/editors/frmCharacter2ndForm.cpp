@@ -1,7 +1,7 @@
 // The character editor's controls: their making, their arrangement and their events.
-#include "database/ListHelpers.h"
-#include "editors/EditorLayout.h"
 #include "editors/frmCharacter2nd.h"
+#include "editors/inner/EditorLayout.h"
+#include "forms/ControlHelpers.h"
 #include "state/modData.h"
 
 namespace orv {

@@ -1,10 +1,12 @@
 #include "editors/frmLarge2nd.h"
 
+#include <QScopedValueRollback>
+
 #include "composition/PreviewDrawing.h"
 #include "composition/frmCard.h"
-#include "database/ListHelpers.h"
-#include "editors/ChooseColour.h"
-#include "editors/ChoosePicture.h"
+#include "editors/inner/ChooseColour.h"
+#include "editors/inner/ChoosePicture.h"
+#include "forms/ControlHelpers.h"
 #include "state/modData.h"
 
 namespace orv {
@@ -44,7 +46,7 @@ void Large2ndForm::SetCardDefaults() {
 void Large2ndForm::ShowCard() {
   Recordset& card = modData::rsLargeCard;
   {
-    const FlagScope loading(Loading);
+    const QScopedValueRollback loading(Loading, true);
     ShowCurrentPosition();
     txtTitleLarge.SetText(card["Title"].TextOrEmpty());
     udCopyLarge.SetValue(card["Copies"].Int32Or(1));

@@ -1,7 +1,7 @@
 // The large-card editor's controls: their making, their arrangement and their events.
-#include "database/ListHelpers.h"
-#include "editors/EditorLayout.h"
 #include "editors/frmLarge2nd.h"
+#include "editors/inner/EditorLayout.h"
+#include "forms/ControlHelpers.h"
 #include "state/modData.h"
 
 namespace orv {

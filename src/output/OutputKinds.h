@@ -2,11 +2,15 @@
 
 #include <span>
 
-#include "composition/CardLayout.h"
 #include "forms/Surface.h"
 #include "records/Recordset.h"
 
 namespace orv {
+
+// The outline of a half of a sheet, by two opposite corners, both inclusive. Pixels.
+struct Corners {
+  int left, top, right, bottom;
+};
 
 // A sheet: a front and a back side by side, each in an outline. How the sheets of the kinds differ.
 struct SheetKind {
@@ -16,8 +20,8 @@ struct SheetKind {
   const char* name_column;
   Surface& (*front)();
   const Surface& (*back)();
-  PixelRect first_outline;  // left, top and the opposite corner, inclusive
-  PixelRect second_outline;
+  Corners first_outline;
+  Corners second_outline;
   bool fills_name_from_title = false;  // an empty FileName takes the title of the moment, for good
   bool may_leave_out_back = true;
   bool tells_cause = false;

@@ -3,6 +3,7 @@
 #include "base/App.h"
 #include "base/Files.h"
 #include "forms/Dialogs.h"
+#include "imaging/PngFile.h"
 #include "pictures/cDIBSection.h"
 #include "pictures/frmClip.h"
 #include "pictures/mIntelJPEGLibrary.h"
@@ -36,10 +37,16 @@ bool WriteGif(const Picture& sheet, const QString& path) {
   return false;
 }
 
+bool WritePng(const Picture& sheet, const QString& path) {
+  SavePng(sheet, path);
+  return true;
+}
+
 constexpr PictureFormat kFormats[] = {
     {1, "BMP", WriteBmp},
     {2, "JPG", WriteJpg},
     {3, "GIF", WriteGif},
+    {{}, "PNG", WritePng},
 };
 
 }  // namespace

@@ -22,8 +22,8 @@ QString WithoutFolders(QString name) {
   return name.replace(QDir::separator(), u':');
 }
 
-void DrawOutline(Surface& sheet, const PixelRect& corners) {
-  sheet.LineB(corners.left, corners.top, corners.width, corners.height, kBlack);
+void DrawOutline(Surface& sheet, const Corners& corners) {
+  sheet.LineB(corners.left, corners.top, corners.right, corners.bottom, kBlack);
 }
 
 void AssembleSheet(const SheetKind& kind) {
@@ -81,7 +81,7 @@ void SaveSheet(const SheetKind& kind, const SheetFormat& format) {
     const QString folder = SaveFolder();
     path = folder + WithoutFolders(NamedFile(name, number, kind_code, format.extension));
     AssembleSheet(kind);
-    saved = WriteSheet(format, path);
+    saved = WriteSheet(format, path) && format.format != nullptr;
   } catch (const RuntimeError& error) {
     QString text = QStringLiteral("Something went wrong.");
     if (kind.tells_cause) text += QStringLiteral("\r\n\r\n") + error.NumberAndDescription();

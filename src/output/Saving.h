@@ -50,7 +50,8 @@ void FillFileName(Recordset& record);
 void SaveSheet(const SheetKind& kind, const SheetFormat& format);
 
 // A save operation has named its file, and then ended: for whoever lists what a run wrote. `record` tells
-// the kind and the record's name. `saved` is false after a failure that was told in a box.
+// the kind and the record's name. `saved` is false after a failure that was told in a box, and
+// where the format writes nothing.
 inline Event<const QString& /*path*/, const QString& /*record*/, bool /*saved*/> SheetSaved;
 
 }  // namespace orv

@@ -42,7 +42,19 @@ std::vector<QByteArray> PicturesOfNext(const OutputKind& kind) {
   return files;
 }
 
+// Such as "C2 007 Magic Sword", of what the record holds itself.
+QString WordsFor(const OutputKind& kind) {
+  const SheetKind& sheet = *kind.sheets.front();
+  const Recordset& record = kind.records;
+  const QString title = sheet.fills_name_from_title ? QStringLiteral("Title") : sheet.name_column;
+  return QStringLiteral("%1 %2 %3")
+      .arg(QLatin1String(sheet.kind_code),
+           QStringLiteral("%1").arg(record["Nr"].Int32Or(0), 3, 10, QChar(u'0')),
+           record[title].TextOrEmpty());
+}
+
 void WriteRecord(const OutputKind& kind, const SheetFormat& format, PicturesAhead& ahead) {
+  RecordBegun(WordsFor(kind));
   {
     const ReadScope reading(modData::cn);
     ahead.Advance(PicturesOfNext(kind));

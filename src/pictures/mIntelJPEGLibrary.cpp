@@ -19,38 +19,23 @@ RuntimeError LibraryError(const QString& words, int code) {
           App::ExeName() + QStringLiteral(".mIntelJPEGLibrary")};
 }
 
-// The library's record, prepared, and released with the object.
-class JpegRecord {
- public:
-  JpegRecord() {
-    if (const int code = ijlInit(&record_); code != IJL_OK) {
-      throw LibraryError(QStringLiteral("Failed to initialise the IJL library: "), code);
-    }
-  }
-  ~JpegRecord() { ijlFree(&record_); }
-  JpegRecord(const JpegRecord&) = delete;
-  JpegRecord& operator=(const JpegRecord&) = delete;
-  JPEG_CORE_PROPERTIES* operator->() { return &record_; }
-  JPEG_CORE_PROPERTIES* get() { return &record_; }
-
- private:
-  JPEG_CORE_PROPERTIES record_;
-};
-
 void WriteFile(const cDIBSection& section, const QString& path, std::int32_t quality) {
-  JpegRecord record;
-  record->DIBWidth = section.Width();
-  record->DIBHeight = -section.Height();
-  record->DIBBytes = section.DIBSectionBitsPtr();
-  record->DIBPadBytes = section.BytesPerScanLine() - 3 * section.Width();
-  const QByteArray name = QFile::encodeName(path);
-  record->JPGFile = name.constData();
-  record->JPGWidth = section.Width();
-  record->JPGHeight = section.Height();
-  record->jquality = quality;
-  if (const int code = ijlWrite(record.get(), IJL_JFILE_WRITEWHOLEIMAGE); code != IJL_OK) {
-    throw LibraryError(QStringLiteral("Failed to save to JPG "), code);
+  JPEG_CORE_PROPERTIES record;
+  if (const int code = ijlInit(&record); code != IJL_OK) {
+    throw LibraryError(QStringLiteral("Failed to initialise the IJL library: "), code);
   }
+  const QByteArray name = QFile::encodeName(path);
+  record.DIBWidth = section.Width();
+  record.DIBHeight = -section.Height();
+  record.DIBBytes = section.DIBSectionBitsPtr();
+  record.DIBPadBytes = section.BytesPerScanLine() - 3 * section.Width();
+  record.JPGFile = name.constData();
+  record.JPGWidth = section.Width();
+  record.JPGHeight = section.Height();
+  record.jquality = quality;
+  const int code = ijlWrite(&record, IJL_JFILE_WRITEWHOLEIMAGE);
+  ijlFree(&record);
+  if (code != IJL_OK) throw LibraryError(QStringLiteral("Failed to save to JPG "), code);
 }
 
 // Makes a file look like the one whose place it takes, but for content and size.

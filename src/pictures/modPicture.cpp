@@ -3,6 +3,7 @@
 #include <QFile>
 
 #include "base/Files.h"
+#include "base/Quietly.h"
 #include "base/Rounding.h"
 #include "base/RuntimeError.h"
 #include "pictures/PicturesAhead.h"
@@ -56,6 +57,18 @@ CommonDialog PictureDialog(const QString& title) {
   dialog.DefaultExt = QStringLiteral("bmp");
   dialog.Flags = 0x281804;
   return dialog;
+}
+
+bool ChoosesFile(CommonDialog& dialog) {
+  return Quietly({kErrCancel}, [&] { dialog.ShowOpen(); });
+}
+
+std::optional<Picture> PictureIn(const QString& path) {
+  try {
+    return LoadPicture(path);
+  } catch (const RuntimeError&) {
+    return std::nullopt;
+  }
 }
 
 }  // namespace orv

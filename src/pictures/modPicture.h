@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <optional>
 
 #include "base/Value.h"
 #include "forms/Dialogs.h"
@@ -27,5 +28,9 @@ bool WriteFieldToFile(const Field& field, const QString& path);
 
 // The settings that all dialogs for choosing a picture share.
 CommonDialog PictureDialog(const QString& title);
+// Shows such a dialog; false on Cancel.
+bool ChoosesFile(CommonDialog& dialog);
+// The picture in a file that a user chose; none where the file can't be read or is no picture.
+std::optional<Picture> PictureIn(const QString& path);
 
 }  // namespace orv

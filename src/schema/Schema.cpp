@@ -10,6 +10,11 @@ using Columns = std::vector<Column>;
 
 constexpr int kLineWidth = 108;
 
+// As an older file has it.
+Kind Older(Kind kind) {
+  return kind == Kind::kFilledText ? Kind::kText : kind;
+}
+
 const char* TypeOf(Kind kind) {
   switch (kind) {
     case Kind::kKey:
@@ -74,6 +79,12 @@ QString List(const QStringList& items) {
   return items.join(QStringLiteral(", "));
 }
 
+Table OfAge(Age age, Table table) {
+  if (age == Age::kNew) return table;
+  for (Column& column : table.columns) column.kind = Older(column.kind);
+  return table;
+}
+
 Columns Picked(const Table& table, const std::function<bool(Kind)>& wanted) {
   Columns columns;
   std::ranges::copy_if(table.columns, std::back_inserter(columns),
@@ -83,6 +94,12 @@ Columns Picked(const Table& table, const std::function<bool(Kind)>& wanted) {
 
 QString RowsOf(const Table& table) {
   return QLatin1String(table.name) + QLatin1String(table.HasLongBinaries() ? "_rows" : "");
+}
+
+// The table whose key this is.
+const Table& OwnerOf(const QString& key) {
+  return *std::ranges::find_if(
+      Tables(), [&](const Table& table) { return key == QLatin1String(table.columns.front().name); });
 }
 
 // Makes the objects of one table.
@@ -192,27 +209,41 @@ class Maker {
   }
 
   std::vector<Object>& objects_;
-  const Table& table_;
+  const Table table_;
   const QString name_, key_;
   const Columns short_, long_, written_;  // `written_` is `short_` without the key
 };
 
 }  // namespace
 
-std::vector<Object> Objects() {
+std::vector<Object> Objects(Age age) {
   std::vector<Object> objects;
-  for (const Table& table : Tables()) Maker(table, objects).Make();
+  for (const Table& table : Tables()) Maker(OfAge(age, table), objects).Make();
   return objects;
 }
 
-QString Script() {
+QString Script(Age age) {
   QString script = QStringLiteral("BEGIN;\n");
-  for (const Object& object : Objects()) script += object.sql + QStringLiteral(";\n");
+  for (const Object& object : Objects(age)) script += object.sql + QStringLiteral(";\n");
   return script + QStringLiteral("COMMIT;\n");
 }
 
-QStringList ColumnNames(const Table& table) {
-  return Each(table.columns);
+QStringList StrayRows() {
+  const QString query = QStringLiteral(
+      "SELECT '%1 ' || %2 || ' belongs to no row of %3' FROM %1 WHERE %4 NOT IN (SELECT %4 FROM %3) "
+      "ORDER BY %2");
+  QStringList queries;
+  for (const Table& table : Tables()) {
+    const QString key = QLatin1String(table.columns.front().name);
+    const QString name = QLatin1String(table.name);
+    if (table.HasLongBinaries()) queries += query.arg(name + "_long", key, RowsOf(table), key);
+    for (const Column& column : table.columns) {
+      if (column.kind != Kind::kOwner) continue;
+      const QString owner = QLatin1String(column.name);
+      queries += query.arg(RowsOf(table), key, RowsOf(OwnerOf(owner)), owner);
+    }
+  }
+  return queries;
 }
 
 }  // namespace orv::schema

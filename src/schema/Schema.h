@@ -24,12 +24,17 @@ struct Object {
   QString sql;  // to the byte
 };
 
+// Files that were delivered earlier let a kFilledText be Null.
+enum class Age { kNew, kOlder };
+
 // All in the order in which they are made, without SQLite's own (sqlite_sequence).
-std::vector<Object> Objects();
+std::vector<Object> Objects(Age age = Age::kNew);
 
 // The statements that make them in an empty file, as one transaction.
-QString Script();
+QString Script(Age age = Age::kNew);
 
-QStringList ColumnNames(const Table& table);
+// Queries for what the relations rule out: rows whose owner is gone and long binaries without their row.
+// Each row is one of them, told in words.
+QStringList StrayRows();
 
 }  // namespace orv::schema

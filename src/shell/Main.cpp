@@ -1,6 +1,7 @@
 #include "shell/Main.h"
 
 #include "database/CountStart.h"
+#include "database/DatabaseInUse.h"
 #include "editors/frmCard2nd.h"
 #include "editors/frmCharacter2nd.h"
 #include "editors/frmLarge2nd.h"
@@ -10,6 +11,7 @@
 
 namespace orv {
 bool Main() {
+  TellWhenDatabaseIsInUse();
   modData::OpenDatabase(CountStart);
   if (!modData::DatabaseFound) {
     MsgBox(QStringLiteral("The database is missing.\r\n\r\n"

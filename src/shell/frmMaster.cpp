@@ -1,7 +1,9 @@
 #include "shell/frmMaster.h"
 
+#include <QScopedValueRollback>
 #include <algorithm>
 
+#include "base/Quietly.h"
 #include "base/RuntimeError.h"
 #include "base/Settings.h"
 #include "base/Value.h"
@@ -15,6 +17,7 @@
 #include "editors/frmCharacter2nd.h"
 #include "editors/frmLarge2nd.h"
 #include "forms/Application.h"
+#include "forms/ControlHelpers.h"
 #include "forms/Dialogs.h"
 #include "output/modFile.h"
 #include "pictures/modPicture.h"
@@ -31,8 +34,10 @@ int StoredPlace(const char* key, int fallback) {
   return Value(GetSetting(kWindowSection, QString::fromLatin1(key), QString::number(fallback))).Int32();
 }
 
+// Where the user's folder is full or can't be written to, the window comes up elsewhere the next time.
 void StorePlace(const char* key, int twips) {
-  SaveSetting(kWindowSection, QString::fromLatin1(key), QString::number(twips));
+  Quietly({kErrPathFileAccess},
+          [&] { SaveSetting(kWindowSection, QString::fromLatin1(key), QString::number(twips)); });
 }
 
 // Hides an editor that is shown and shows one that is hidden, with the current set.
@@ -192,7 +197,7 @@ void MasterForm::UpdateSetDisplay() {
     return;
   }
   {
-    const FlagScope loading(Loading);
+    const QScopedValueRollback loading(Loading, true);
     cboSet.SetEnabled(true);
     ptSet.SetVisible(true);
     cmdDelete.SetEnabled(true);
@@ -205,7 +210,7 @@ void MasterForm::UpdateSetDisplay() {
 }
 
 void MasterForm::ShowNoSet() {
-  const FlagScope loading(Loading);
+  const QScopedValueRollback loading(Loading, true);
   cboSet.SetEnabled(false);
   chkAutonumber.SetValue(0);
   ShowSymbol(LoadPicture(), false);
@@ -299,24 +304,21 @@ void MasterForm::chkAutonumber_Click() {
 }
 
 void MasterForm::cmdSymbolAdd_Click() {
-  try {
-    CommonDialog dialog = PictureDialog(QStringLiteral("Choose picture"));
-    dialog.ShowOpen();
-    const Picture symbol = LoadPicture(dialog.FileName);
-    picSetSymbol.SetPicture(symbol);
-    Recordset& set = modData::rsSet;
-    // The result is a length or the number of an error; only a negative one tells of a failure.
-    if (ReadFileToField(dialog.FileName, set["Symbol"]).Int64() < 0) {
-      MsgBox(QStringLiteral("Error while loading the symbol"), Icon::Critical, QStringLiteral("Symbol"));
-      return;
-    }
-    set["UseSymbol"] = true;
-    set.Update();
-    ShowSymbol(symbol, true);
-    RedrawEditors();
-  } catch (const RuntimeError&) {
-    // A cancelled dialog, or a file that is no picture.
+  CommonDialog dialog = PictureDialog(QStringLiteral("Choose picture"));
+  if (!ChoosesFile(dialog)) return;
+  const std::optional<Picture> symbol = PictureIn(dialog.FileName);
+  if (!symbol) return;
+  picSetSymbol.SetPicture(*symbol);
+  Recordset& set = modData::rsSet;
+  // The result is a length or the number of an error; only a negative one tells of a failure.
+  if (ReadFileToField(dialog.FileName, set["Symbol"]).Int64() < 0) {
+    MsgBox(QStringLiteral("Error while loading the symbol"), Icon::Critical, QStringLiteral("Symbol"));
+    return;
   }
+  set["UseSymbol"] = true;
+  set.Update();
+  ShowSymbol(*symbol, true);
+  RedrawEditors();
 }
 
 void MasterForm::cmdSymbolDel_Click() {
@@ -350,20 +352,19 @@ void MasterForm::CreateAll() {
 }
 
 void MasterForm::ExportToText() {
-  try {
-    CommonDialog dialog;
-    dialog.DialogTitle = QStringLiteral("Save set as text");
-    dialog.CancelError = true;
+  CommonDialog dialog;
+  dialog.DialogTitle = QStringLiteral("Save set as text");
+  dialog.CancelError = true;
+  const auto choose = [&dialog] {
     dialog.FileName = modData::rsSet["SetName"].TextOrEmpty() + QStringLiteral(".txt");
     dialog.Filter = QStringLiteral("All files(*.*)|*.*|Text file (*.txt)|*.txt");
     dialog.DefaultExt = QStringLiteral("txt");
     dialog.FilterIndex = 2;
     dialog.Flags = 0x280806;
     dialog.ShowSave();
-    ExportSet(dialog.FileName, modData::CurrentSetID);
-  } catch (const RuntimeError&) {
-    // A cancelled dialog, or no set.
-  }
+  };
+  // Without a set there is no record to take its name from.
+  if (Quietly({kErrCancel, kErrNoCurrentRecord}, choose)) ExportSet(dialog.FileName, modData::CurrentSetID);
 }
 
 void MasterForm::FixButton(const QString& form_name, int value) {

@@ -1,6 +1,7 @@
 #include "shell/frmSetName.h"
 
 #include "database/ListHelpers.h"
+#include "forms/ControlHelpers.h"
 #include "forms/Dialogs.h"
 #include "state/modData.h"
 

@@ -3,16 +3,29 @@
 #include "base/App.h"
 #include "base/Files.h"
 #include "base/RuntimeError.h"
+#include "records/KnownObject.h"
 #include "schema/Schema.h"
 
 namespace orv::modData {
 namespace {
 
-// A file that lacks a column of ours is not ours.
+// A file in which something else bears a name of ours is not ours: a view in a table's place could have no
+// end, and a trigger could change any row.
 void CheckSchema(const Connection& connection) {
-  for (const schema::Table& table : schema::Tables()) {
-    connection.RequireColumns(QLatin1String(table.name), schema::ColumnNames(table));
+  std::vector<KnownObject> objects;
+  const std::vector<schema::Object> older = schema::Objects(schema::Age::kOlder);
+  for (const schema::Object& object : schema::Objects()) {
+    const QString& old = older[objects.size()].sql;
+    objects.push_back({QLatin1String(object.type), object.name, {object.sql, old}});
   }
+  connection.RequireObjects(objects);
+}
+
+void Connect(const QString& path) {
+  const Connection connection = Connection::Open(path);
+  CheckSchema(connection);
+  cn = connection;
+  DatabaseFound = true;
 }
 
 }  // namespace
@@ -23,17 +36,19 @@ QString DatabasePath() {
 
 void OpenDatabase(const std::function<void()>& before_connection, const QString& path) {
   DatabaseFound = false;
+  OpeningError.clear();
   PicFilePath = JoinPath(App::Path(), QStringLiteral("orv.pic"));
+  if (!FileExists(path)) return;
+  bool closed = true;
   try {
-    if (!FileExists(path)) return;
     ClearAttributes(path);
     before_connection();
-    Connection connection = Connection::Open(path);
-    CheckSchema(connection);
-    cn = connection;
-    DatabaseFound = true;
-  } catch (const RuntimeError&) {
+    closed = false;
+    Connect(path);
+  } catch (const RuntimeError& error) {
     // The words for the user are the same for a file that is missing and for one that is no database.
+    OpeningError = error.Description();
+    if (!closed && error.Number() == kErrPermissionDenied) throw;
   }
 }
 

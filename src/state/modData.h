@@ -13,6 +13,7 @@ namespace orv::modData {
 
 inline Connection cn;               // the one connection; all recordsets use it
 inline bool DatabaseFound = false;  // the connection opened
+inline QString OpeningError;        // why it didn't, for whoever tells more than that; empty for no file
 inline QString PicFilePath;         // full path of "orv.pic"
 inline QString strSQL;              // scratch text of the query being built; carries nothing across a call
 
@@ -34,7 +35,8 @@ inline Picture SetSymbol;
 
 // "orv.mdb" beside the executable.
 QString DatabasePath();
-// Fills PicFilePath, opens the database and sets DatabaseFound, which stays false after any failure.
+// Fills PicFilePath, opens the database and sets DatabaseFound, which stays false after any failure but one:
+// RuntimeError 70 for a database that another program holds for long.
 // `before_connection` runs when the file is known to be there and still closed.
 void OpenDatabase(const std::function<void()>& before_connection, const QString& path = DatabasePath());
 

@@ -1,6 +1,7 @@
 // What the catalogues of card types and of card backs have in common.
 #include "CatalogueScene.h"
 #include "forms/Lifetime.h"
+#include "support/Errors.h"
 
 namespace orv {
 namespace {
@@ -43,6 +44,15 @@ TEST_P(CatalogueTest, DeletesOnlyWhatNoCardUses) {
     EXPECT_EQ(Enabled({&Form().cmdDelete, &Form().cmdDefault, &Form().cmdOK}), "111");
   }
   EXPECT_TRUE(dialogs_.boxes.empty());
+}
+
+TEST_P(CatalogueTest, AFailureToDeleteIsTold) {
+  const char* const rows = &catalogue_ == &kBacks ? "tblCardBack_rows" : "tblCardType";
+  database_.Execute(
+      QStringLiteral("CREATE TRIGGER refuse BEFORE DELETE ON %1 BEGIN SELECT RAISE(ABORT, 'refused'); END")
+          .arg(rows));
+  Click("Own");
+  EXPECT_EQ(ErrorOf([&] { Form().cmdDelete.Click(); }), kErrDatabase);
 }
 
 TEST_P(CatalogueTest, TheKeyboardChoosesAndOnlyOkCounts) {

@@ -12,7 +12,7 @@
 #include <optional>
 
 #include "base/Files.h"
-#include "database/CompactAndRepair.h"
+#include "database/inner/CompactAndRepair.h"
 #include "records/Connection.h"
 #include "state/modData.h"
 #include "support/DialogScript.h"
@@ -153,6 +153,42 @@ TEST_F(CompactionTest, WhatACrashLeftIsRecoveredFirst) {
   ExpectWhole("orv.mdb");
 }
 
+// SQLite plays nothing back from a journal that hasn't reached the disk, and leaves it where it is.
+TEST_F(CompactionTest, AJournalThatAKillLeftUnsyncedIsNoObstacle) {
+  const auto leave = [this] {
+    EXPECT_FALSE(Elsewhere([this] {
+      sqlite3* other = nullptr;
+      sqlite3_open(Path("orv.mdb").toUtf8().constData(), &other);
+      sqlite3_exec(other, "BEGIN; UPDATE tblCardType SET UpperLeft = 'torn'", nullptr, nullptr, nullptr);
+      ::raise(SIGKILL);
+    }));
+    return ReadWhole(Path("orv.mdb-journal")).left(1);
+  };
+  ASSERT_EQ(leave(), QByteArray(1, '\0'));
+  EXPECT_EQ(Compact(Answer::Yes), 0);
+  EXPECT_TRUE(dialogs_.boxes.empty()) << Cause().toStdString();
+  EXPECT_EQ(Files(), "orv.mdb");
+  ExpectWhole("orv.mdb");
+
+  // Nor for the restoring.
+  Compaction compaction;
+  RunSteps(compaction, 3);
+  leave();
+  compaction.Restore();
+  ExpectWhole("orv.mdb");
+  EXPECT_FALSE(FileExists(Path("orv.mdb-journal")));
+
+  // One that another program is about to fill is let be.
+  sqlite3* other = nullptr;
+  sqlite3_open(Path("orv.mdb").toUtf8().constData(), &other);
+  sqlite3_exec(other, "BEGIN; UPDATE tblCardType SET UpperLeft = 'new'", nullptr, nullptr, nullptr);
+  EXPECT_EQ(Compact(Answer::No), 0);
+  EXPECT_EQ(Cause(), "70, Permission denied");
+  EXPECT_EQ(sqlite3_exec(other, "COMMIT", nullptr, nullptr, nullptr), SQLITE_OK);
+  sqlite3_close(other);
+  EXPECT_TRUE(ContentOf(Path("orv.mdb")).contains("|new|"));
+}
+
 TEST_F(CompactionTest, AFailureBeforeTheBackupLeavesTheDatabase) {
   struct Case {
     const char* folder;  // in the way of a file of this name
@@ -272,8 +308,9 @@ TEST_F(CompactionTest, NoJournalStandsAtASwap) {
   RunSteps(compaction, 3);
   database_.WriteFile("orv.mdb-journal", "of another program");
   EXPECT_THROW(compaction.Swap(), RuntimeError);
-  EXPECT_THROW(compaction.Restore(), RuntimeError);
   EXPECT_EQ(QFileInfo(Path("orv.mdb")).size(), size_);
+  database_.WriteFile("orv.mdb", "no database that it could be played back to");
+  EXPECT_THROW(compaction.Restore(), RuntimeError);
   EXPECT_EQ(QFileInfo(Path("orvbup.mdb")).size(), size_);
 }
 

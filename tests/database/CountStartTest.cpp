@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #include <QFile>
+#include <QSettings>
 #include <tuple>
 
 #include "base/Settings.h"
@@ -72,6 +73,12 @@ TEST_F(CountStartTest, WhatFailsHereEndsInAMissingDatabase) {
   modData::OpenDatabase(CountStart);
   EXPECT_TRUE(modData::DatabaseFound);
   EXPECT_EQ(Loaded(), "4");
+}
+
+TEST_F(CountStartTest, ACounterThatCannotBeWrittenIsNoMissingDatabase) {
+  QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, "/dev/null/none");
+  modData::OpenDatabase(CountStart);
+  EXPECT_TRUE(modData::DatabaseFound);
 }
 
 }  // namespace

@@ -19,7 +19,7 @@ from small_disk import SmallDisk, enter_own_mounts
 
 SET = "The Saltwind Coast"
 LIMIT = 120  # seconds for a run on a busy machine
-SUFFIXES = {"BMP": "BMP3", "JPG": "JPEG", "GIF": "GIF"}  # and what another program calls the format
+SUFFIXES = {"BMP": "BMP3", "JPG": "JPEG", "GIF": "GIF", "PNG": "PNG"}  # and what another program calls the format
 
 
 class Batch:
@@ -83,7 +83,7 @@ def test_usage(batch):
     good = ["--database", batch.database, "--set", SET, "--to", batch.out]
     table = [
         ([], 2, "--database is needed"),
-        (good[:4], 2, "--to is needed"),
+        ([*good, "--number", "--no-number"], 2, "--number and --no-number exclude each other"),
         ([*good, "more"], 2, "Unknown argument: more"),
         ([*good, "--format", "TIFF"], 2, "Unknown format: TIFF"),
         ([*good, "--nonsense"], 2, "nonsense"),
@@ -129,6 +129,14 @@ def test_options(batch):
     check((width, height) == (152, 256), f"a front alone is {width} by {height}")
     stored = batch.value("SELECT SaveTo || FilenamePrefix || FileCardNr || NoBack || ReplaceSpace FROM tblSet WHERE SetID = 1")
     check(stored == batch.out + "My set-1-1-1", f"stored options: {stored}")
+    # Taken back, and the folder as it is stored.
+    os.remove(os.path.join(batch.out, name))
+    run([batch.tool, "--database", batch.database, "--set", SET, "--cards", "--no-number", "--back", "--no-underline",
+         "--prefix", ""]).expect(0)
+    check(batch.files() == [f"C2 {title}.BMP"], f"files: {batch.files()}")
+    check(read_bitmap(os.path.join(batch.out, batch.files()[0]))[0] == 304, "the back is left out")
+    batch.change("UPDATE tblSet SET SaveTo = ''")
+    run([batch.tool, "--database", batch.database, "--set", SET]).expect(2, "--to is needed: the set has no folder")
 
 
 def test_bad_records(batch):
@@ -140,8 +148,9 @@ def test_bad_records(batch):
                    for number, change in enumerate(bad, 2)))
     result = batch.run("--cards", "--format", "BMP").expect(
         1, "Cannot draw picture correct: Error while drawing the card. 481, Invalid picture",
-        "Cannot draw picture correct: Error while drawing the card. 3021, No current record", "Saving the card 2nd.: Something went wrong.",
-        "No file for C2 a/b", 'No file for C2 say "x"', "C2 Twin has replaced the file of C2 Twin")
+        "Cannot draw picture correct: Error while drawing the card. 3021, No current record",
+        "C2 005 a/b: Saving the card 2nd.: Something went wrong.", "No file for C2 005 a/b",
+        'No file for C2 006 say "x"', "C2 008 Twin has replaced the file of C2 007 Twin")
     check(result.errors.count("Cannot draw picture correct") == 3, f"boxes of drawing: {result.errors}")
     check(result.lines[-1] == "7 written, 1 replaced by a later one, 2 without a file", result.lines[-1])
     for name in batch.files():
@@ -154,6 +163,51 @@ def test_no_folder(batch):
     few_cards(batch, 3)
     batch.run("--cards", make_folder=False).expect(1, "Something went wrong.")
     check(not os.path.exists(batch.out), "the folder was made")
+
+
+def test_older_files(batch):
+    """Only what this run wrote counts."""
+    few_cards(batch, 2)
+    batch.run("--cards").expect(0)
+    for file in batch.files():
+        os.chmod(os.path.join(batch.out, file), 0o444)
+    result = batch.run("--cards").expect(1, "No file for C2 001 ", "No file for C2 002 ")
+    check(result.lines == ["0 written, 0 replaced by a later one, 2 without a file"], f"told: {result.lines}")
+
+
+def test_uncaught(batch):
+    """A failure that ends the run names its record, and what was written before is counted."""
+    few_cards(batch, 3)
+    batch.change("UPDATE tblCard SET BGColour = 'red', Title = 'Wrong' WHERE SetID = 1 AND Nr = 3")
+    result = batch.run("--cards").expect(1, "C2 003 Wrong: The run ends here. 13, Type mismatch")
+    check(result.lines[-1] == "2 written, 0 replaced by a later one, 0 without a file", f"told: {result.lines}")
+
+
+def test_hostile(batch):
+    """A file with something else under one of its names is no database of the program, and told as such at once."""
+    batch.change("CREATE TRIGGER more AFTER UPDATE ON tblSet_rows BEGIN DELETE FROM tblCard_rows; END")
+    batch.run().expect(1, "is no database of the program. Database error: trigger more on tblSet_rows is none of the program's")
+    batch.change("DROP TRIGGER more", "DROP TABLE tblLanguage", "CREATE VIEW tblLanguage AS WITH RECURSIVE n(i) AS "
+                 "(SELECT 1 UNION ALL SELECT i + 1 FROM n) SELECT i AS LanguageID, i AS Language FROM n")
+    batch.run().expect(1, "view tblLanguage is not the program's")
+    check(batch.files() == [], f"written: {batch.files()}")
+
+
+def test_check(batch):
+    few_cards(batch, 2)
+    batch.run("--cards", "--check").expect(0)
+    batch.change("INSERT INTO tblCard_rows (CardID, SetID) VALUES (9999, 777)")
+    batch.run("--cards", "--check").expect(1, "Damaged: tblCard_rows 9999 belongs to no row of tblSet_rows")
+    batch.change("DELETE FROM tblCard_rows WHERE SetID = 777",
+                 "UPDATE tblCardBack SET Picture = CAST(zeroblob(30000) || 'MARK' AS BLOB) WHERE CardBackID = 1")
+    with open(batch.database, "r+b") as file:
+        page = file.read().index(b"MARK") // 4096 * 4096
+        file.seek(page)
+        file.write(b"\x00\x00\x00\x05")  # the chain goes on where it should end
+    for file in batch.files():
+        os.remove(os.path.join(batch.out, file))
+    batch.run("--cards", "--check").expect(1, "Damaged: ")
+    check(batch.files() == [], f"written: {batch.files()}")
 
 
 def test_killed(batch):
@@ -170,6 +224,7 @@ def test_killed(batch):
                 read_bitmap(os.path.join(batch.out, name))
         batch.check_database()
     batch.run("--format", "BMP").expect(0)
+    check(not any(name.startswith(".") for name in batch.files()), f"left behind: {batch.files()}")
 
 
 def test_full_disk(batch):
@@ -209,7 +264,8 @@ def test_full_disk_of_the_database(batch):
 
 def main():
     tool, database = map(os.path.abspath, sys.argv[1:])
-    tests = [test_usage, test_formats, test_options, test_bad_records, test_no_folder, test_killed]
+    tests = [test_usage, test_formats, test_options, test_bad_records, test_older_files, test_uncaught, test_hostile,
+             test_check, test_no_folder, test_killed]
     if enter_own_mounts():
         tests += [test_full_disk, test_read_only_folder, test_full_disk_of_the_database]
     else:

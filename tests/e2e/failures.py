@@ -16,6 +16,7 @@ from small_disk import SmallDisk, enter_own_mounts
 
 MAIN = "Varnholt Set Creator"
 ERROR = "Varnholt Card Set Creator"
+IN_USE = "Database in use"
 CARDS = (48, 15)  # the toolbar's button of the card editor, in pixels
 TITLE = "SELECT Title FROM tblCard WHERE SetID = 1 AND Nr = ?"
 
@@ -59,12 +60,13 @@ class Window:
         self.program.kill()
 
 
-def fail(window, number, words, provoke, restore):
+def fail(window, number, words, provoke, restore, meanwhile=lambda: None):
     """An edit, a failure at the next key, and the edit found again by the next start."""
     window.type("Before the failure")
     undo = provoke()
     window.focus()
     window.display.key("x")
+    meanwhile()
     window.expect_error(number, words)
     restore(undo)
     check(window.program.value("PRAGMA integrity_check") == "ok", "the database is damaged")
@@ -105,16 +107,62 @@ def test_read_only_folder(display, executable, database, folder):
              lambda _: disk.make_writable())
 
 
+def lock(program, kind="IMMEDIATE"):
+    other = sqlite3.connect(program.database, isolation_level=None)
+    other.execute("BEGIN " + kind)
+    return other
+
+
 def test_locked(display, executable, database, folder):
-    """Another program that writes for long."""
+    """Another program that writes for long: what was typed is stored once it is done, if the user waits for that."""
     window = Window(display, Program(display, executable, database, folder))
+    window.type("Typed")
+    other = lock(window.program)
+    window.focus()
+    display.key("x")
+    display.focus(IN_USE)
+    other.close()
+    display.key("Return")
+    window.program.wait_value("Typedx", TITLE, 1)
 
-    def lock():
-        other = sqlite3.connect(window.program.database, isolation_level=None)
-        other.execute("BEGIN IMMEDIATE")
-        return other
+    def refuse():
+        display.focus(IN_USE)
+        display.key("Escape")
 
-    fail(window, 70, "another program is using the database", lock, sqlite3.Connection.close)
+    fail(window, 70, "another program is using the database", lambda: lock(window.program), sqlite3.Connection.close,
+         refuse)
+
+
+def test_locked_start(display, executable, database, folder):
+    """A database that is in use isn't missing."""
+    program = Program(display, executable, database, folder)
+    other = lock(program, "EXCLUSIVE")
+    program.start()
+    display.focus(IN_USE)
+    display.key("Escape")
+    display.focus(ERROR)
+    check("another program is using the database" in program.log(), program.log())
+    program.kill()
+    program.start()
+    display.focus(IN_USE)
+    other.close()
+    display.key("Return")
+    display.focus(MAIN)
+    program.kill()
+
+
+def test_read_only_settings(display, executable, database, folder):
+    """The starts can't be counted, and the window's place can't be kept."""
+    program = Program(display, executable, database, folder)
+    settings = os.path.join(folder, "settings")
+    shutil.rmtree(settings)
+    with open(settings, "wb"):
+        pass
+    program.start()
+    display.focus(MAIN)
+    display.key("F6", "space")  # the exit button
+    wait_for("the end of the program", lambda: program.process.poll() is not None)
+    check(program.process.returncode == 0, f"status {program.process.returncode}: {program.log()}")
 
 
 def test_read_only_disk(display, executable, database, folder):
@@ -150,7 +198,7 @@ def test_two_programs(display, executable, database, folder):
 
 def main():
     executable, database = map(os.path.abspath, sys.argv[1:])
-    tests = [test_no_journal, test_locked, test_two_programs]
+    tests = [test_no_journal, test_locked, test_locked_start, test_read_only_settings, test_two_programs]
     if enter_own_mounts():
         tests += [test_full_disk, test_read_only_folder, test_read_only_disk]
     else:

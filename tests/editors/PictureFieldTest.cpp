@@ -3,6 +3,7 @@
 #include "editors/CardEditor.h"
 #include "editors/frmCharacter2nd.h"
 #include "editors/frmLarge2nd.h"
+#include "support/Errors.h"
 #include "support/Widgets.h"
 
 namespace orv {
@@ -102,6 +103,27 @@ TEST_P(PictureFieldTest, IsChosenAndRemoved) {
     EXPECT_TRUE(field.frame == nullptr || Offset(field) == field.after_removal);
   }
   EXPECT_TRUE(dialogs_.boxes.empty());
+}
+
+TEST_P(PictureFieldTest, AFailureToStoreIsTold) {
+  const QString table = QLatin1String(kind_.table);
+  for (const char* what : {"INSERT ON %1_long", "UPDATE ON %1_long", "UPDATE ON %1_rows"}) {
+    database_.Execute(
+        QStringLiteral("CREATE TRIGGER \"refuse %2\" BEFORE %2 BEGIN SELECT RAISE(ABORT, 'refused'); END")
+            .arg(QString(what).arg(table)));
+  }
+  const QString file = database_.WriteFile("p.bmp", TestDatabase::PlainPicture(40, 30, 0));
+  for (const PictureField& field : FieldsOf(Editor())) {
+    dialogs_.files = {file};
+    EXPECT_EQ(ErrorOf([&] { field.select.Click(); }), kErrDatabase) << field.column;
+    EXPECT_EQ(Stored(QString::fromLatin1(field.column)), "~");
+  }
+  CommandButton* colour = nullptr;
+  if (auto* form = dynamic_cast<CardEditor*>(&Editor())) colour = &form->cmdColour;
+  if (auto* form = dynamic_cast<Large2ndForm*>(&Editor())) colour = &form->cmdColourLarge;
+  dialogs_.colours = {kBlack};
+  if (colour == nullptr) return;
+  EXPECT_EQ(ErrorOf([&] { colour->Click(); }), kErrDatabase);
 }
 
 TEST_P(PictureFieldTest, TheMouseDragsAndKeysNudge) {

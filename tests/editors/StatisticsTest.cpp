@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "editors/Statistics.h"
+#include "editors/inner/Statistics.h"
 #include "state/modData.h"
 #include "support/DialogScript.h"
 #include "support/TestDatabase.h"

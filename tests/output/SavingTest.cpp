@@ -151,6 +151,19 @@ TEST_F(SavingTest, AFolderThatIsMissingAndAReadOnlyFileAreBoxes) {
   EXPECT_EQ(Files().size(), 3) << "no temporary file is left";
 }
 
+TEST_F(SavingTest, FolderAndNameMayHoldAnyLetterInEachFormat) {
+  Open(2, 1);
+  const QString folder = JoinPath(Out(), "Łódź 火");
+  ASSERT_TRUE(QDir().mkpath(folder));
+  Option("SaveTo", folder);
+  Card("Title", "Ñandú ж 火");
+  for (const int format : {1, 2, 3}) {
+    Option("PicFormatID", format);
+    Create();
+    EXPECT_EQ(LoadPicture(JoinPath(folder, BuildFileName("Ñandú ж 火", 1, "C2"))).Width(), 304) << format;
+  }
+}
+
 TEST_F(SavingTest, AReplacedJpgKeepsTheTimesOfTheOldOne) {
   Open(2, 1);
   Option("PicFormatID", 2);

@@ -1,5 +1,8 @@
 #include <gtest/gtest.h>
 
+#include <QClipboard>
+#include <QGuiApplication>
+#include <QImage>
 #include <cstring>
 #include <limits>
 
@@ -125,7 +128,7 @@ TEST(DibSection, GoesToTheClipboardAsABitmapOnly) {
   EXPECT_FALSE(section.CopyToClipboard(true));
   EXPECT_EQ(script.LastPrompt(), "I don't know how to put a DIB on the clipboard! Copy as bitmap instead!!!");
   EXPECT_TRUE(section.CopyToClipboard(false));
-  EXPECT_EQ(Clipboard::GetImage().Width(), 3);
+  EXPECT_EQ(QGuiApplication::clipboard()->image().width(), 3);
   EXPECT_FALSE(cDIBSection().CopyToClipboard(false));
 }
 

@@ -24,6 +24,7 @@
 #include "shell/frmCreate.h"
 #include "shell/frmMaster.h"
 #include "shell/frmSetName.h"
+#include "state/Product.h"
 #include "state/modData.h"
 
 namespace orv {
@@ -109,7 +110,7 @@ int main(int argc, char** argv) {
   if (argc < 3 || argc > 4) return 2;
   const QTemporaryDir home;
   qputenv("XDG_CONFIG_HOME", home.path().toUtf8());
-  Application application(argc, argv, Application::Offscreen);
+  Application application(argc, argv, Application::Offscreen, TheProgram());
   if (argc == 4) QApplication::setPalette(DarkPalette());
   InitIcons();
   QFile::copy(QString::fromLocal8Bit(argv[1]), home.filePath(QStringLiteral("orv.mdb")));

@@ -8,6 +8,7 @@
 #include "editors/frmCard2nd.h"
 #include "editors/frmCard3rd.h"
 #include "shell/frmCreate.h"
+#include "support/Errors.h"
 
 namespace orv {
 namespace {
@@ -104,6 +105,10 @@ TEST_F(MasterTest, TheSymbolAndTheNumberGoToTheSet) {
   EXPECT_EQ(frmCard2nd->Preview().picSymbol.Width(), 9);
   ClickOn(frmMaster->cmdSymbolDel);
   EXPECT_EQ(Scalar("SELECT UseSymbol || ',' || (length(Symbol) > 9) FROM tblSet"), "0,1") << "the bytes stay";
+  database_.Execute(
+      "CREATE TRIGGER refuse BEFORE UPDATE ON tblSet_rows BEGIN SELECT RAISE(ABORT, 'refused'); END");
+  dialogs_.files = {database_.Path("s.bmp")};
+  EXPECT_EQ(ErrorOf([] { frmMaster->cmdSymbolAdd.Click(); }), kErrDatabase);
 }
 
 TEST_F(MasterTest, TheCardButtonOpensTheEditorOfTheEditionWhichFollowsTheSet) {

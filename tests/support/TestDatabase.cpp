@@ -4,7 +4,6 @@
 #include <sqlite3.h>
 
 #include <QDir>
-#include <QRegularExpression>
 #include <QSettings>
 #include <algorithm>
 
@@ -37,9 +36,6 @@ INSERT INTO tblCardBack (CardBackID, BackText, Picture, Original, LanguageID, Ed
 INSERT INTO tblCharacterBack (CharacterBackID, BackText, Picture, Original, LanguageID, EditionID) VALUES
   (1, 'Shield', NULL, -1, 1, 2), (2, 'Banner', NULL, 0, 1, 2), (3, 'Other', NULL, -1, 1, 3);
 )";
-
-// What makes a Null that is written to a view an empty text.
-const QRegularExpression kWithoutNull(QStringLiteral("IFNULL\\(NEW\\.(\\w+), ''\\)"));
 
 QString Quoted(QString text) {
   return u'\'' + text.replace(u'\'', QStringLiteral("''")) + u'\'';
@@ -95,10 +91,7 @@ TestDatabase::~TestDatabase() {
 }
 
 void TestDatabase::MakeFile(const QString& path, Age age) {
-  QString script = schema::Script();
-  if (age == Age::kOlder)
-    script.remove(QStringLiteral(" NOT NULL DEFAULT ''")).replace(kWithoutNull, QStringLiteral("NEW.\\1"));
-  Make(path, script.toUtf8() + kRows);
+  Make(path, schema::Script(age == Age::kNew ? schema::Age::kNew : schema::Age::kOlder).toUtf8() + kRows);
 }
 
 QString TestDatabase::Path(const QString& name) const {

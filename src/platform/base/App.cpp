@@ -9,7 +9,20 @@ QString& Override() {
   static QString folder;
   return folder;
 }
+
+Program& RunningProgram() {
+  static Program program;
+  return program;
+}
 }  // namespace
+
+const Program& Running() {
+  return RunningProgram();
+}
+
+void SetRunning(const Program& program) {
+  RunningProgram() = program;
+}
 
 QString Path() {
   return Override().isEmpty() ? QCoreApplication::applicationDirPath() : Override();

@@ -1,11 +1,27 @@
 #pragma once
 
 #include <QString>
+#include <vector>
 
-namespace orv::App {
+namespace orv {
 
-inline constexpr int kMajor = 1;
-inline constexpr int kMinor = 2;
+// What a program tells the platform of itself at its start.
+struct Program {
+  struct StandIn {
+    QString face;
+    QString family;
+  };
+  QString name;                    // the title of boxes that have none of their own
+  QString settings_name;           // under which the user's settings are kept
+  QString usual_face;              // of a surface that is given no font
+  std::vector<StandIn> stand_ins;  // what is drawn for a face that is not installed
+};
+
+namespace App {
+
+// The program that runs, once Application was made for it; one without a name before.
+const Program& Running();
+void SetRunning(const Program& program);
 
 // Folder of the executable, without a closing separator (a file system's root keeps its own).
 // All files of the program lie directly in it.
@@ -15,4 +31,5 @@ void SetPath(const QString& folder);
 // Base name of the executable.
 QString ExeName();
 
-}  // namespace orv::App
+}  // namespace App
+}  // namespace orv

@@ -3,13 +3,16 @@
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <cerrno>
 #include <cstdio>
+#include <optional>
 
 #include "base/RuntimeError.h"
+#include "base/inner/TemporaryFiles.h"
 
 namespace orv {
 namespace {
@@ -20,22 +23,21 @@ void CheckName(const QString& name) {
   if (bad) throw RuntimeError(kErrPathFileAccess, QStringLiteral("Bad file name"));
 }
 
-void CheckTarget(const QString& path) {
+// The rights of a file that may be replaced; nothing where there is none yet.
+std::optional<mode_t> CheckTarget(const QString& path) {
   struct stat target {};
-  if (::stat(QFile::encodeName(path).constData(), &target) != 0) return;
+  if (::stat(QFile::encodeName(path).constData(), &target) != 0) return {};
   if (!S_ISREG(target.st_mode) || (target.st_mode & S_IWUSR) == 0) throw RuntimeError(kErrPathFileAccess);
+  return target.st_mode & 0777;
+}
+
+void SetRights(const QString& path, std::optional<mode_t> rights) {
+  if (rights && ::chmod(QFile::encodeName(path).constData(), *rights) != 0) ThrowFileError(errno);
 }
 
 QString FolderOf(const QString& path) {
   const QString folder = FolderPart(path);
   return folder.isEmpty() ? QStringLiteral(".") : folder;
-}
-
-QString TemporaryName(const QString& folder) {
-  for (int n = 0;; ++n) {
-    QString name = JoinPath(folder, QStringLiteral(".orv%1-%2.tmp").arg(::getpid()).arg(n));
-    if (!FileExists(name)) return name;
-  }
 }
 
 }  // namespace
@@ -115,10 +117,13 @@ void CheckTargetFile(const QString& path) {
 }
 
 void ReplaceFile(const QString& path, const std::function<void(const QString&)>& write) {
-  CheckTargetFile(path);
+  CheckName(FilePart(path));
+  const std::optional<mode_t> rights = CheckTarget(path);
+  RemoveAbandonedFiles(FolderOf(path));
   const QString temporary = TemporaryName(FolderOf(path));
   try {
     write(temporary);
+    SetRights(temporary, rights);
     Synchronise(temporary);
     if (std::rename(QFile::encodeName(temporary).constData(), QFile::encodeName(path).constData()) != 0) {
       ThrowFileError(errno);

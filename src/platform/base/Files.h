@@ -22,7 +22,8 @@ QByteArray ReadWhole(const QString& path);
 
 // Replaces or makes the file at `path`: `write` fills a file under a short temporary name in the same
 // folder, which then takes the place of the old one in a single step. Until then the old file stays as
-// it is, and after a failure nothing is left behind. The new file is synchronised to the disk first.
+// it is, and after a failure nothing is left behind. The new file is synchronised to the disk first, and
+// has the rights of the old one. What a process that was killed has left in the folder is removed.
 // An existing target that its owner may not write is refused with error 75 before anything is written,
 // also where the user's rights would pass over its mode.
 // A name with one of \ / : * ? " < > | or a control character is error 75 on every platform, so that a

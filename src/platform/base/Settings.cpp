@@ -2,12 +2,14 @@
 
 #include <QSettings>
 
+#include "base/App.h"
 #include "base/RuntimeError.h"
 
 namespace orv {
 namespace {
 QSettings Store() {
-  return {QSettings::IniFormat, QSettings::UserScope, QStringLiteral("ORV2"), QStringLiteral("ORV2")};
+  const QString& name = App::Running().settings_name;
+  return {QSettings::IniFormat, QSettings::UserScope, name, name};
 }
 }  // namespace
 

@@ -23,8 +23,6 @@ class Value {
   static Value Null() { return {}; }
 
   bool IsNull() const { return std::holds_alternative<std::monostate>(data_); }
-  bool IsBytes() const { return std::holds_alternative<QByteArray>(data_); }
-  bool IsText() const { return std::holds_alternative<QString>(data_); }
 
   // Conversions. Null is RuntimeError 94; a text that is no number, and bytes, are 13; a number past
   // the range is 6. Fractions round half to even.

@@ -12,10 +12,10 @@
 
 #include "base/Rounding.h"
 #include "base/RuntimeError.h"
-#include "forms/CommandKeys.h"
 #include "forms/Dialogs.h"
 #include "forms/Lifetime.h"
-#include "forms/Style.h"
+#include "forms/inner/CommandKeys.h"
+#include "forms/inner/Style.h"
 
 namespace orv {
 namespace {
@@ -68,13 +68,14 @@ struct Application::Impl {
   DesktopApplication application;
 };
 
-Application::Application(int& argc, char** argv, Display display) {
+Application::Application(int& argc, char** argv, Display display, const Program& program) {
+  App::SetRunning(program);
   has_display = display == Desktop;
   if (display == Offscreen) qputenv("QT_QPA_PLATFORM", "offscreen");
   QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
   impl_ = std::make_unique<Impl>(argc, argv);
   quit_asked = false;
-  QApplication::setApplicationName(QStringLiteral("Varnholt Card Set Creator"));
+  QApplication::setApplicationName(program.name);
   QApplication::setQuitOnLastWindowClosed(false);
   new CommandKeys;
   QApplication::setStyle(NewStyle());
@@ -131,11 +132,6 @@ bool SetImage(const Picture& picture) {
   if (picture.IsEmpty()) return false;
   QGuiApplication::clipboard()->setImage(picture.Image());
   return true;
-}
-
-Picture GetImage() {
-  const QImage image = QGuiApplication::clipboard()->image();
-  return image.isNull() ? Picture() : Picture(image);
 }
 
 }  // namespace Clipboard

@@ -5,6 +5,7 @@
 
 #include <QString>
 
+#include "base/App.h"
 #include "imaging/Picture.h"
 
 namespace orv {
@@ -14,7 +15,7 @@ class Application {
  public:
   enum Display { Desktop, Offscreen };
   // Offscreen needs no display at all.
-  Application(int& argc, char** argv, Display display);
+  Application(int& argc, char** argv, Display display, const Program& program);
   ~Application();
 
   // Runs `main` and then the message loop until Quit; the exit status. A RuntimeError that nobody catches,
@@ -49,7 +50,6 @@ class WaitCursor {
 namespace Clipboard {
 // Puts a picture on the clipboard; false where there is none.
 bool SetImage(const Picture& picture);
-Picture GetImage();
 }  // namespace Clipboard
 
 }  // namespace orv

@@ -2,9 +2,9 @@
 #include <QPushButton>
 #include <QRadioButton>
 
-#include "forms/ButtonRoles.h"
 #include "forms/Controls.h"
-#include "forms/Icons.h"
+#include "forms/inner/ButtonRoles.h"
+#include "forms/inner/Icons.h"
 
 namespace orv {
 namespace {

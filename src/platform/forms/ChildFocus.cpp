@@ -1,4 +1,4 @@
-#include "forms/ChildFocus.h"
+#include "forms/inner/ChildFocus.h"
 
 #include <QApplication>
 #include <QEvent>

@@ -8,7 +8,7 @@
 
 #include "base/RuntimeError.h"
 #include "forms/Controls.h"
-#include "forms/ShownText.h"
+#include "forms/inner/ShownText.h"
 
 namespace orv {
 namespace {

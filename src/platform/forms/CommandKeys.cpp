@@ -1,4 +1,4 @@
-#include "forms/CommandKeys.h"
+#include "forms/inner/CommandKeys.h"
 
 #include <QAbstractItemView>
 #include <QApplication>

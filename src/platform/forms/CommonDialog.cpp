@@ -7,7 +7,7 @@
 
 #include "base/RuntimeError.h"
 #include "forms/Dialogs.h"
-#include "forms/Palette.h"
+#include "forms/inner/Palette.h"
 
 namespace orv {
 namespace {

@@ -8,7 +8,7 @@
 #include <utility>
 
 #include "forms/Control.h"
-#include "forms/Icons.h"
+#include "forms/inner/Icons.h"
 
 namespace orv {
 namespace {

@@ -12,10 +12,10 @@
 
 #include "base/Rounding.h"
 #include "forms/Application.h"
-#include "forms/ChildFocus.h"
 #include "forms/Dialogs.h"
-#include "forms/FormWindow.h"
-#include "forms/Icons.h"
+#include "forms/inner/ChildFocus.h"
+#include "forms/inner/FormWindow.h"
+#include "forms/inner/Icons.h"
 
 namespace orv {
 namespace {
@@ -70,9 +70,14 @@ struct Form::Impl {
 };
 
 Form::Form(FormKind kind) : kind_(kind), impl_(std::make_unique<Impl>()) {
-  auto* const content = new FormWindow(*this);
+  auto* const content = new FormWindow;
+  content->closed = [this] { ClosedByFrame(); };
+  content->inside_changed = [this] { FollowInside(); };
+  content->key_left = [this](const KeyEvent& key) { Form_KeyDown(key); };
   if (kind == FormKind::Child && ChildArea() != nullptr) {
-    impl_->child = new ChildWindow(*this);
+    impl_->child = new ChildWindow;
+    impl_->child->closed = content->closed;
+    impl_->child->area_changed = [this] { FollowArea(); };
     impl_->child->setWidget(new FormScroller(content));
     ChildArea()->addSubWindow(impl_->child);
     impl_->child->hide();

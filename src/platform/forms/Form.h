@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "forms/Control.h"
+#include "forms/Lifetime.h"
 
 namespace orv {
 
@@ -57,9 +58,6 @@ class Form : public Container {
   void SetCloser(std::function<void()> unload) { unload_ = std::move(unload); }
 
  private:
-  friend class FormWindow;
-  friend class ChildWindow;
-  friend class FormArea;
   void ClosedByFrame();
   QWidget* Window() const;
   void PlaceFirst();
@@ -73,13 +71,6 @@ class Form : public Container {
   struct Impl;
   std::unique_ptr<Impl> impl_;
 };
-
-// For the instances: runs `action` as soon as the event in hand is dealt with to its end, nested loops
-// included, so that a form is never destroyed within one of its own handlers; at once outside of any event.
-void RunLater(std::function<void()> action);
-// For the instances: what unloads each loaded form, run in reverse order when the program ends. Kept for
-// the whole run.
-void AtShutdown(std::function<void()> action);
 
 // The one instance of a form: comes into being at its first use, which runs Form_Load, and again after
 // it was unloaded.

@@ -3,7 +3,7 @@
 #include <QPlainTextEdit>
 
 #include "forms/Controls.h"
-#include "forms/Palette.h"
+#include "forms/inner/Palette.h"
 
 namespace orv {
 namespace {

@@ -1,4 +1,4 @@
-#include "forms/FormWindow.h"
+#include "forms/inner/FormWindow.h"
 
 #include <QCloseEvent>
 #include <QKeyEvent>
@@ -6,9 +6,8 @@
 #include <QScrollBar>
 #include <algorithm>
 
-#include "forms/ButtonRoles.h"
-#include "forms/Form.h"
-#include "forms/Keys.h"
+#include "forms/inner/ButtonRoles.h"
+#include "forms/inner/Keys.h"
 
 namespace orv {
 namespace {
@@ -21,18 +20,18 @@ bool CanPress(const QAbstractButton* button) {
 
 bool FormWindow::event(QEvent* event) {
   const bool done = QWidget::event(event);
-  if (event->type() == QEvent::LayoutRequest) form_.FollowInside();
+  if (event->type() == QEvent::LayoutRequest) inside_changed();
   return done;
 }
 
 void FormWindow::closeEvent(QCloseEvent* event) {
   event->ignore();
-  form_.ClosedByFrame();
+  closed();
 }
 
 void FormWindow::keyPressEvent(QKeyEvent* event) {
   if (PressButton(event->key())) return;
-  if (const KeyEvent key = KeyEventFrom(*event); key.KeyCode != 0) form_.Form_KeyDown(key);
+  if (const KeyEvent key = KeyEventFrom(*event); key.KeyCode != 0) key_left(key);
 }
 
 // Enter presses the button with the focus or else the default one, Escape the cancel button.
@@ -81,12 +80,12 @@ QSize ChildWindow::WithBars(const QSize& size, const QSize& room) const {
 
 void FormArea::resizeEvent(QResizeEvent* event) {
   QMdiArea::resizeEvent(event);
-  for (QMdiSubWindow* child : subWindowList()) static_cast<ChildWindow*>(child)->form_.FollowArea();
+  for (QMdiSubWindow* child : subWindowList()) static_cast<ChildWindow*>(child)->area_changed();
 }
 
 void ChildWindow::closeEvent(QCloseEvent* event) {
   event->ignore();
-  form_.ClosedByFrame();
+  closed();
 }
 
 }  // namespace orv

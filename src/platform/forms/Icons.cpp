@@ -1,4 +1,4 @@
-#include "forms/Icons.h"
+#include "forms/inner/Icons.h"
 
 #include <QFile>
 

@@ -1,4 +1,4 @@
-#include "forms/Keys.h"
+#include "forms/inner/Keys.h"
 
 #include <QKeyEvent>
 

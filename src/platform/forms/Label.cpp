@@ -5,7 +5,7 @@
 
 #include "base/Rounding.h"
 #include "forms/Surface.h"
-#include "forms/TextFace.h"
+#include "forms/inner/TextFace.h"
 
 namespace orv {
 namespace {

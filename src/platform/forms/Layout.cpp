@@ -46,12 +46,6 @@ BoxLayout BoxLayout::AddBox(Direction direction, int stretch, int spacing) {
   return BoxLayout(box);
 }
 
-GridLayout BoxLayout::AddGrid(int stretch) {
-  QGridLayout* const grid = NewGrid(layout_->spacing());
-  layout_->addLayout(grid, stretch);
-  return GridLayout(grid);
-}
-
 void BoxLayout::AddStretch(int stretch) {
   layout_->addStretch(stretch);
 }

@@ -7,7 +7,6 @@ namespace orv {
 
 class Control;
 class Container;
-class GridLayout;
 
 // Arranges controls in a row or a column, so that they follow the size of their container. A light
 // handle: the container owns the arrangement. Sizes are in pixels.
@@ -17,7 +16,6 @@ class BoxLayout {
   BoxLayout(Container& container, Direction direction, int margin = 9, int spacing = 6);
   void Add(Control& control, int stretch = 0);
   BoxLayout AddBox(Direction direction, int stretch = 0, int spacing = 6);
-  GridLayout AddGrid(int stretch = 0);
   void AddStretch(int stretch = 1);
   void AddSpace(int pixels);
 
@@ -36,8 +34,6 @@ class GridLayout {
   void SetRowStretch(int row, int stretch);
 
  private:
-  explicit GridLayout(QGridLayout* layout) : layout_(layout) {}
-  friend class BoxLayout;
   QGridLayout* layout_;
 };
 

@@ -5,8 +5,6 @@
 #include <utility>
 #include <vector>
 
-#include "forms/Form.h"
-
 namespace orv {
 namespace {
 

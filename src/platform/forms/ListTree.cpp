@@ -1,6 +1,5 @@
-#include "forms/ListTree.h"
+#include "forms/inner/ListTree.h"
 
-#include <QCollator>
 #include <QHeaderView>
 #include <QHelpEvent>
 #include <QKeyEvent>
@@ -10,25 +9,16 @@
 #include <algorithm>
 
 #include "base/RuntimeError.h"
-#include "forms/ShownText.h"
+#include "base/TextOrder.h"
+#include "forms/inner/ShownText.h"
 
 namespace orv {
 namespace {
 
 constexpr int kRowSpace = 4;  // pixels
 
-// The same order on every machine, whatever its language.
-const QCollator& TextOrder() {
-  static const QCollator order = [] {
-    QCollator collator{QLocale(QLocale::English)};
-    collator.setCaseSensitivity(Qt::CaseInsensitive);
-    return collator;
-  }();
-  return order;
-}
-
 bool Before(const QString& left, const QString& right) {
-  return TextOrder().compare(left, right) < 0;
+  return CompareText(left, right) < 0;
 }
 
 }  // namespace

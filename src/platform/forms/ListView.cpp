@@ -2,8 +2,8 @@
 #include <QScopedValueRollback>
 
 #include "base/RuntimeError.h"
-#include "forms/ListTree.h"
 #include "forms/ListView.h"
+#include "forms/inner/ListTree.h"
 
 namespace orv {
 namespace {

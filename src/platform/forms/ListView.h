@@ -1,20 +1,9 @@
 #pragma once
 
-#include <QStringList>
-#include <vector>
-
 #include "forms/Control.h"
+#include "forms/ListItem.h"
 
 namespace orv {
-
-// One entry of a list view: the text of the first column and those of the others.
-struct ListItem {
-  QString Key;
-  QString Text;
-  QStringList SubItems;
-  QString Tag;
-  QString ToolTipText;
-};
 
 // A list in report mode. Letters jump to an entry, Enter and a double click choose it; a text that is
 // cut shows whole in a tool tip. The selection is kept in view.

@@ -1,4 +1,4 @@
-#include "forms/ShownText.h"
+#include "forms/inner/ShownText.h"
 
 #include <QStringList>
 

@@ -1,4 +1,4 @@
-#include "forms/Style.h"
+#include "forms/inner/Style.h"
 
 #include <QFont>
 #include <QFontMetrics>
@@ -7,7 +7,7 @@
 #include <QProxyStyle>
 #include <QStyleOption>
 
-#include "forms/Icons.h"
+#include "forms/inner/Icons.h"
 
 namespace orv {
 namespace {

@@ -7,14 +7,11 @@
 
 #include "base/Rounding.h"
 #include "base/RuntimeError.h"
-#include "forms/TextFace.h"
+#include "forms/inner/Palette.h"
+#include "forms/inner/TextFace.h"
 
 namespace orv {
 namespace {
-
-QColor ToQColor(Colour colour) {
-  return {colour & 0xFF, (colour >> 8) & 0xFF, (colour >> 16) & 0xFF};
-}
 
 // No surface of a form comes near this; a size past it is a wrong number in a record.
 constexpr double kMaxSide = 30000;

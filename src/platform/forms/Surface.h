@@ -4,6 +4,7 @@
 #include <memory>
 #include <vector>
 
+#include "base/App.h"
 #include "base/Event.h"
 #include "forms/Types.h"
 #include "imaging/Picture.h"
@@ -98,7 +99,7 @@ class SurfaceItem {
   Surface* container_;
   bool visible_ = true;
   Colour fore_ = kBlack;
-  Font font_{QStringLiteral("Small Fonts"), 7, false, false};
+  Font font_{App::Running().usual_face, 7, false, false};
   QString name_;
 };
 
@@ -111,7 +112,6 @@ class Label : public SurfaceItem {
     caption_ = caption;
     Invalidate();
   }
-  Alignment GetAlignment() const { return alignment_; }
   void SetAlignment(Alignment alignment) {
     alignment_ = alignment;
     Invalidate();

@@ -11,8 +11,8 @@
 
 #include "base/Rounding.h"
 #include "forms/Controls.h"
-#include "forms/Keys.h"
 #include "forms/Surface.h"
+#include "forms/inner/Keys.h"
 
 namespace orv {
 namespace {

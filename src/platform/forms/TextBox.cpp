@@ -9,7 +9,7 @@
 #include <limits>
 
 #include "forms/Controls.h"
-#include "forms/ShownText.h"
+#include "forms/inner/ShownText.h"
 
 namespace orv {
 namespace {

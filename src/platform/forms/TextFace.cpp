@@ -1,4 +1,4 @@
-#include "forms/TextFace.h"
+#include "forms/inner/TextFace.h"
 
 #include <QFont>
 #include <QFontDatabase>
@@ -13,17 +13,10 @@
 #include <utility>
 #include <vector>
 
+#include "base/App.h"
+
 namespace orv {
 namespace {
-
-struct StandIn {
-  const char* face;
-  const char* family;
-};
-
-// Faces that records name, and what is drawn where they are not installed.
-constexpr StandIn kStandIns[] = {
-    {"Small Fonts", "Liberation Sans"}, {"Arial", "Liberation Sans"}, {"CasablancaAntique", "Essays1743"}};
 
 bool IsInstalled(const QString& family) {
   static const QStringList families = QFontDatabase::families();
@@ -138,9 +131,8 @@ QRect InkOf(const QImage& mask) {
 
 QString FamilyFor(const QString& face) {
   if (IsInstalled(face)) return face;
-  for (const StandIn& stand_in : kStandIns) {
-    if (face.compare(QLatin1String(stand_in.face), Qt::CaseInsensitive) == 0)
-      return QLatin1String(stand_in.family);
+  for (const Program::StandIn& stand_in : App::Running().stand_ins) {
+    if (face.compare(stand_in.face, Qt::CaseInsensitive) == 0) return stand_in.family;
   }
   return QStringLiteral("Liberation Sans");
 }

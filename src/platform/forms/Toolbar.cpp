@@ -5,7 +5,7 @@
 #include <QToolButton>
 
 #include "base/RuntimeError.h"
-#include "forms/Icons.h"
+#include "forms/inner/Icons.h"
 
 namespace orv {
 namespace {

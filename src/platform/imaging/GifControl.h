@@ -4,8 +4,8 @@
 
 namespace orv {
 
-// Turns a bitmap file into a GIF file of the same size, with the best palette of 256 colours that
-// libimagequant finds, and dithering. Reports by a flag and a text and never throws.
+// Turns a bitmap file into a GIF file of the same size. Up to 256 colours stay as they are; of more, a
+// palette is chosen and smooth areas are dithered. Reports by a flag and a text and never throws.
 class GifControl {
  public:
   // Reads the bitmap at `bitmap_path` and writes the GIF at `gif_path` by ReplaceFile. `interlaced`

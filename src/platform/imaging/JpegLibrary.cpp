@@ -27,6 +27,8 @@ void Describe(jpeg_compress_struct* codec, const JPEG_CORE_PROPERTIES& record) {
   codec->in_color_space = JCS_EXT_BGR;
   jpeg_set_defaults(codec);
   jpeg_set_quality(codec, record.jquality, TRUE);
+  codec->density_unit = 1;  // dots an inch
+  codec->X_density = codec->Y_density = 96;
   // Colour at full resolution: small coloured text on a card frays with less.
   codec->comp_info[0].h_samp_factor = 1;
   codec->comp_info[0].v_samp_factor = 1;

@@ -7,7 +7,8 @@ namespace orv {
 
 // The face of a JPEG library that exchanges one record with its caller: `ijlInit` prepares the record,
 // the caller fills in source, target and quality, `ijlWrite` compresses, `ijlFree` releases. The names
-// are those of the library whose record this is; libjpeg-turbo stands behind it.
+// are those of the library whose record this is; libjpeg-turbo stands behind it. A file tells 96 dots an
+// inch.
 struct JPEG_CORE_PROPERTIES {
   std::int32_t DIBWidth = 0;               // pixels
   std::int32_t DIBHeight = 0;              // pixels; negative for rows that lie bottom-up

@@ -15,12 +15,11 @@ namespace {
 
 // No picture within the bound on pixels needs a larger file.
 constexpr qint64 kMaxFileBytes = kMaxPixels * 4 + 1'000'000;
-constexpr int kDotsPerMeter = 3780;  // 96 an inch
-constexpr int kMaxSide = 32767;      // what 16 bits can measure
+constexpr int kMaxSide = 32767;  // what 16 bits can measure
 
-QImage Decode(QByteArrayView bytes) {
+QImage Decode(QByteArrayView bytes, RowBand band) {
   if (bytes.startsWith("BM")) return DecodeBmp(bytes);
-  if (bytes.startsWith("\xff\xd8\xff")) return DecodeJpeg(bytes);
+  if (bytes.startsWith("\xff\xd8\xff")) return DecodeJpeg(bytes, band);
   if (bytes.startsWith("GIF87a") || bytes.startsWith("GIF89a")) return DecodeGif(bytes);
   if (LooksLikeWmf(bytes)) return DecodeWmf(bytes);
   BadPicture();
@@ -72,7 +71,11 @@ Picture LoadPicture() {
 }
 
 Picture LoadPicture(const QByteArray& bytes) {
-  QImage image = Decode(bytes);
+  return LoadPicture(bytes, RowBand());
+}
+
+Picture LoadPicture(const QByteArray& bytes, RowBand band) {
+  QImage image = Decode(bytes, band);
   if (image.width() > kMaxSide || image.height() > kMaxSide) BadPicture();
   // A surface keeps a second, opaque image of a transparent one.
   if (image.hasAlphaChannel()) CheckSize(image.width() * qint64{2}, image.height());

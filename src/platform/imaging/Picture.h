@@ -5,6 +5,8 @@
 #include <cstdint>
 #include <memory>
 
+#include "imaging/inner/RowBand.h"
+
 class QImage;
 
 namespace orv {
@@ -38,6 +40,10 @@ Picture LoadPicture();
 Picture LoadPicture(const QByteArray& bytes);
 // The same with a bound on pixels of its own, below the common one.
 Picture LoadPicture(const QByteArray& bytes, std::int64_t most_pixels);
+// The same picture in its whole size, of which only the rows of the band are needed: the others may be white.
+// A JPG takes less time then: what is behind the band is not decoded. A file that is cut short there is error
+// 481 as ever; damage within, which only decoding shows, is not told.
+Picture LoadPicture(const QByteArray& bytes, RowBand band);
 // From a file; RuntimeError 53, 75 or 76 if it can't be read.
 Picture LoadPicture(const QString& path);
 

@@ -13,6 +13,7 @@
 #include "base/RuntimeError.h"
 #include "records/Connection.h"
 #include "records/FileLock.h"
+#include "records/inner/Reader.h"
 #include "records/inner/Sqlite.h"
 
 namespace orv {
@@ -62,52 +63,34 @@ class ReadLock {
   Connection connection_;
 };
 
-// A file opened to be read beside the program's own connections.
-class Reader {
- public:
-  explicit Reader(const QString& path) {
-    const int code = sqlite3_open_v2(QFile::encodeName(path).constData(), &database_,
-                                     SQLITE_OPEN_READONLY | SQLITE_OPEN_NOMUTEX, nullptr);
-    if (code == SQLITE_OK) return;
-    sqlite3_close(database_);
-    ThrowDatabaseError(nullptr, code);
-  }
-  ~Reader() { sqlite3_close_v2(database_); }
-  Reader(const Reader&) = delete;
-  Reader& operator=(const Reader&) = delete;
-
-  QStringList FirstColumn(const QString& sql) const {
-    QStringList values;
-    Statement statement(database_, sql);
-    while (statement.Step()) values += statement.Column(0).TextOrEmpty();
-    return values;
-  }
-
- private:
-  sqlite3* database_ = nullptr;
-};
-
 // What two files with the same content agree in: the schema and the number of rows in each table.
 QStringList ContentOf(const Reader& file) {
   QStringList content = file.FirstColumn(
       QStringLiteral("SELECT type || ' ' || name || ' ' || sql FROM sqlite_schema ORDER BY 1"));
-  for (const QString& table :
-       file.FirstColumn(QStringLiteral("SELECT name FROM sqlite_schema WHERE type = 'table' ORDER BY 1"))) {
+  // What another program keeps behind a module of its own can't be counted.
+  for (const QString& table : file.FirstColumn(QStringLiteral(
+           "SELECT name FROM sqlite_schema WHERE type = 'table' AND rootpage > 0 ORDER BY 1"))) {
     content +=
         table + u' ' + file.FirstColumn(QStringLiteral("SELECT COUNT(*) FROM ") + QuotedName(table)).value(0);
   }
   return content;
 }
 
+[[noreturn]] void Refuse(const QString& why) {
+  throw RuntimeError(kErrDatabase, QStringLiteral("Database error: %1").arg(why));
+}
+
+// Other damage is what compacting may repair, but a page that is reached twice may be reached without end.
+void CheckEnds(const Reader& file) {
+  const QStringList faults = file.FaultsOfPages().filter(QStringLiteral("2nd reference to page"));
+  if (!faults.isEmpty()) Refuse(faults.first());
+}
+
 void CheckCompacted(const QString& source, const QString& target) {
   const Reader compacted(target);
-  const QStringList faults = compacted.FirstColumn(QStringLiteral("PRAGMA integrity_check"));
-  if (faults != QStringList{QStringLiteral("ok")}) {
-    throw RuntimeError(kErrDatabase, QStringLiteral("Database error: %1").arg(faults.value(0)));
-  }
-  if (ContentOf(compacted) != ContentOf(Reader(source))) {
-    throw RuntimeError(kErrDatabase, QStringLiteral("Database error: the compacted file differs"));
-  }
+  const QStringList faults = compacted.Faults();
+  if (!faults.isEmpty()) Refuse(faults.first());
+  if (ContentOf(compacted) != ContentOf(Reader(source))) Refuse(QStringLiteral("the compacted file differs"));
 }
 
 }  // namespace
@@ -134,6 +117,8 @@ void CopyDatabase(const QString& source, const QString& target) {
 void CompactDatabase(const QString& source, const QString& target) {
   if (FileExists(target)) throw RuntimeError(kErrPathFileAccess);
   const Connection connection = Connection::Open(source);
+  CheckEnds(Reader(source));
+  connection.RemoveIdleJournal();
   QString quoted = target;
   connection.Execute(QStringLiteral("VACUUM INTO '%1'").arg(quoted.replace(u'\'', QStringLiteral("''"))));
   QFile::setPermissions(target, QFile::permissions(source));

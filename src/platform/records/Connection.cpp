@@ -2,20 +2,20 @@
 
 #include <QFile>
 #include <QFileInfo>
-#include <QSet>
 
 #include "base/RuntimeError.h"
-#include "records/Collation.h"
 #include "records/DatabaseFile.h"
+#include "records/inner/Collation.h"
 #include "records/inner/ConnectionImpl.h"
+#include "records/inner/Guards.h"
+#include "records/inner/KnownObjects.h"
 
 namespace orv {
 namespace {
 
-constexpr int kBusyMilliseconds = 3000;
-
 void ExecuteOn(sqlite3* database, const char* statement) {
-  CheckDatabase(database, sqlite3_exec(database, statement, nullptr, nullptr, nullptr));
+  CheckDatabase(database,
+                AgainstLocks([=] { return sqlite3_exec(database, statement, nullptr, nullptr, nullptr); }));
 }
 
 void OpenDatabaseFile(ConnectionImpl& connection, const QString& path) {
@@ -24,10 +24,7 @@ void OpenDatabaseFile(ConnectionImpl& connection, const QString& path) {
   CheckDatabase(connection.database, code);
   sqlite3* database = connection.database;
   sqlite3_extended_result_codes(database, 1);
-  sqlite3_busy_timeout(database, kBusyMilliseconds);
-  // A misspelt column must be an error and not a text.
-  sqlite3_db_config(database, SQLITE_DBCONFIG_DQS_DML, 0, nullptr);
-  sqlite3_db_config(database, SQLITE_DBCONFIG_DQS_DDL, 0, nullptr);
+  Guard(database);
   if (sqlite3_db_readonly(database, "main") == 1) throw RuntimeError(kErrPathFileAccess);
   RegisterCollation(database);
 }
@@ -41,21 +38,14 @@ void SetUp(sqlite3* database) {
   ExecuteOn(database, "PRAGMA temp_store = MEMORY");
   ExecuteOn(database, "PRAGMA cache_size = -16000");
   ExecuteOn(database, "PRAGMA secure_delete = OFF");
-  ExecuteOn(database, "PRAGMA trusted_schema = OFF");
 }
 
 // Judges the file while no other program can write to it.
 void CheckRecovered(sqlite3* database, int descriptor) {
-  ExecuteOn(database, "BEGIN; SELECT COUNT(*) FROM sqlite_schema");
+  ExecuteOn(database, "BEGIN");
+  ExecuteOn(database, "SELECT COUNT(*) FROM sqlite_schema");
   CheckWhole(descriptor);
   ExecuteOn(database, "COMMIT");
-}
-
-QSet<QString> ColumnsOf(sqlite3* database, const QString& table) {
-  QSet<QString> columns;
-  const Statement statement(database, QStringLiteral("SELECT * FROM %1").arg(QuotedName(table)));
-  for (int i = 0; i < statement.ColumnCount(); ++i) columns.insert(statement.ColumnName(i).toLower());
-  return columns;
 }
 
 }  // namespace
@@ -77,14 +67,16 @@ Connection Connection::Open(const QString& path) {
   return connection;
 }
 
-void Connection::RequireColumns(const QString& table, const QStringList& columns) const {
+void Connection::RequireObjects(const std::vector<KnownObject>& objects) const {
   if (!IsOpen()) throw RuntimeError(kErrObjectNotSet);
-  const QSet<QString> present = ColumnsOf(impl_->database, table);
-  for (const QString& column : columns) {
-    if (present.contains(column.toLower())) continue;
-    throw RuntimeError(kErrDatabase,
-                       QStringLiteral("Database error: no such column: %1.%2").arg(table, column));
-  }
+  CheckObjects(impl_->database, objects);
+}
+
+void Connection::RemoveIdleJournal() const {
+  if (!IsOpen()) throw RuntimeError(kErrObjectNotSet);
+  // The change of mode takes the file along, if it gets the right to write.
+  ExecuteOn(impl_->database, "PRAGMA journal_mode = PERSIST");
+  ExecuteOn(impl_->database, "PRAGMA journal_mode = DELETE");
 }
 
 void Connection::Execute(const QString& statement) const {

@@ -3,6 +3,9 @@
 #include <QString>
 #include <QStringList>
 #include <memory>
+#include <vector>
+
+#include "records/KnownObject.h"
 
 namespace orv {
 
@@ -23,18 +26,25 @@ class Connection {
   // Opens an existing file for reading and writing, with a rollback journal and full synchronisation:
   // an Update is on the disk when it returns. A journal that a crash left is recovered first. Holds a
   // shared advisory lock on the file for the life of the connection.
-  // RuntimeError 53 for no file, 75 where the file can't be opened or is locked by a compaction, 3000 for
-  // a file that is empty, no database, or cut short (the header's page count is held against the file's
-  // size). A file that is refused is left as it was, byte for byte.
+  // RuntimeError 53 for no file, 75 where the file can't be opened, 70 where another program holds it for
+  // long, 3000 for a file that is empty, no database, or cut short (the header's page count is held against
+  // the file's size). A file that is refused is left as it was, byte for byte.
+  // The file may come from anybody: its views and triggers may call no function with an effect, and memory,
+  // depth and the time of a read have bounds.
   static Connection Open(const QString& path);
 
   bool IsOpen() const { return impl_ != nullptr; }
 
-  // RuntimeError 3000 that names what is missing, if the file lacks the table or one of its columns. Names
-  // without regard to case.
-  void RequireColumns(const QString& table, const QStringList& columns) const;
+  // Holds the file against the objects that it is to have: RuntimeError 3000 that names the table or view
+  // that is missing, the object that has a name of theirs and is another, or the trigger that stands on one
+  // of them and is none of theirs. What has other names is not looked at.
+  void RequireObjects(const std::vector<KnownObject>& objects) const;
 
-  // Runs a statement of SQLite's own dialect without a result.
+  // Removes a journal that nothing would be played back from, such as a kill may leave, unless another
+  // program is about to write.
+  void RemoveIdleJournal() const;
+
+  // Runs one statement of SQLite's own dialect without a result.
   void Execute(const QString& statement) const;
 
  private:

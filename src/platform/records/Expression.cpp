@@ -3,7 +3,7 @@
 #include <QStringList>
 #include <algorithm>
 
-#include "records/Collation.h"
+#include "records/inner/Collation.h"
 
 namespace orv {
 namespace {

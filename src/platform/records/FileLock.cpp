@@ -11,6 +11,7 @@
 #include <utility>
 
 #include "base/RuntimeError.h"
+#include "records/inner/LockWait.h"
 
 namespace orv {
 
@@ -51,7 +52,9 @@ std::shared_ptr<LockedFile> Lock(const QByteArray& name, const FileIdentity& ide
   if (descriptor < 0) throw RuntimeError(kErrPathFileAccess);
   auto file = std::make_shared<LockedFile>(descriptor);
   // A file system that knows no locks is no reason to refuse the file.
-  if (::flock(descriptor, operation | LOCK_NB) != 0 && errno == EWOULDBLOCK) throw refusal;
+  const auto attempt = [&] { return ::flock(descriptor, operation | LOCK_NB) == 0 || errno != EWOULDBLOCK; };
+  const bool waits = operation == LOCK_SH;
+  if (waits ? !WaitForLock(attempt) : !attempt()) throw refusal;
   Held()[identity] = file;
   return file;
 }
@@ -66,10 +69,9 @@ std::shared_ptr<LockedFile> LockShared(const QString& path) {
   const QByteArray name = QFile::encodeName(path);
   const FileIdentity identity = Identify(name);
   if (auto held = Held()[identity].lock()) return held;
-  return Lock(
-      name, identity, LOCK_SH,
-      RuntimeError(kErrPathFileAccess,
-                   QStringLiteral("Path/File access error: another program is compacting the database")));
+  return Lock(name, identity, LOCK_SH,
+              RuntimeError(kErrPermissionDenied,
+                           QStringLiteral("Permission denied: another program is compacting the database")));
 }
 
 ExclusiveFileLock::ExclusiveFileLock(const QString& path) {

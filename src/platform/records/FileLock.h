@@ -13,7 +13,8 @@ namespace orv {
 // descriptor of a file drops all record locks that the process has on it, SQLite's among them.
 class LockedFile;
 
-// RuntimeError 53 for no file, 75 for none that can be read or one that another program holds alone.
+// RuntimeError 53 for no file, 75 for none that can be read, 70 for one that another program holds alone for
+// long.
 std::shared_ptr<LockedFile> LockShared(const QString& path);
 int DescriptorOf(const LockedFile& file);
 

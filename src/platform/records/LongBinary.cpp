@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "records/inner/Guards.h"
+
 namespace orv {
 
 // `expression` names the column %1.
@@ -23,8 +25,12 @@ bool LongBinaryReader::Open(int column, std::int64_t key) {
   if (blob_ != nullptr && column_ == column && key_ == key) return true;
   Close();
   if (IsNull(column, key)) return false;
-  const int code = sqlite3_blob_open(connection_.database, "main", shape_.key.long_table.toUtf8().constData(),
-                                     ColumnName(column).toUtf8().constData(), key, 0, &blob_);
+  const QByteArray table = shape_.key.long_table.toUtf8();
+  const QByteArray name = ColumnName(column).toUtf8();
+  const int code = AgainstLocks([&] {
+    return sqlite3_blob_open(connection_.database, "main", table.constData(), name.constData(), key, 0,
+                             &blob_);
+  });
   if (code != SQLITE_OK) {
     Close();
     ThrowDatabaseError(connection_.database, code);

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "base/RuntimeError.h"
-#include "records/Collation.h"
+#include "records/inner/Collation.h"
 
 namespace orv {
 namespace {

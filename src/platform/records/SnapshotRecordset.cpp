@@ -26,6 +26,15 @@ QString StatementOf(ConnectionImpl& connection, const QString& sql) {
   }
 }
 
+// A damaged file may show the same bytes in ever so many rows.
+constexpr std::int64_t kMaxSnapshot = std::int64_t{2} << 30;
+
+std::int64_t SizeOf(const Value& value) {
+  const auto* bytes = std::get_if<QByteArray>(&value.data());
+  const auto* text = std::get_if<QString>(&value.data());
+  return 32 + (bytes != nullptr ? bytes->size() : 0) + (text != nullptr ? 2 * text->size() : 0);
+}
+
 [[noreturn]] void RefuseChange() {
   throw RuntimeError(kErrDatabase, QStringLiteral("Database error: the recordset is read-only"));
 }
@@ -40,10 +49,15 @@ SnapshotRecordset::SnapshotRecordset(ConnectionImpl& connection, const QString& 
   QStringList names;
   for (int i = 0; i < statement->ColumnCount(); ++i) names.append(statement->ColumnName(i));
   SetColumnNames(names);
+  std::int64_t size = 0;
   for (; row_follows; row_follows = statement->Step()) {
     Row row;
     row.reserve(static_cast<size_t>(names.size()));
-    for (int i = 0; i < names.size(); ++i) row.push_back(statement->Column(i));
+    for (int i = 0; i < names.size(); ++i) {
+      row.push_back(statement->Column(i));
+      size += SizeOf(row.back());
+    }
+    if (size > kMaxSnapshot) throw RuntimeError(kErrOutOfMemory);
     rows_.push_back(std::move(row));
   }
   SetFilter({});

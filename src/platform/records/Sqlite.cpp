@@ -8,6 +8,7 @@
 
 #include "base/Files.h"
 #include "base/RuntimeError.h"
+#include "records/inner/Guards.h"
 
 namespace orv {
 
@@ -49,6 +50,8 @@ void ThrowDatabaseError(sqlite3* database, int code) {
     case SQLITE_LOCKED:
       throw RuntimeError(kErrPermissionDenied,
                          QStringLiteral("Permission denied: another program is using the database"));
+    case SQLITE_INTERRUPT:
+      throw RuntimeError(kErrDatabase, QStringLiteral("Database error: reading the file doesn't end"));
     default:
       throw RuntimeError(kErrDatabase, QStringLiteral("Database error: ") + Told(database, code));
   }
@@ -99,8 +102,15 @@ int Statement::ParameterIndex(const QString& name) const {
   return sqlite3_bind_parameter_index(statement_, name.toUtf8().constData());
 }
 
+int Statement::TryStep() {
+  if (!IsBusy()) begun_ = std::chrono::steady_clock::now();
+  if (sqlite3_stmt_readonly(statement_) == 0) return sqlite3_step(statement_);
+  const ReadDeadline deadline(begun_);
+  return sqlite3_step(statement_);
+}
+
 bool Statement::Step() {
-  const int code = sqlite3_step(statement_);
+  const int code = AgainstLocks([this] { return TryStep(); });
   if (code == SQLITE_ROW) return true;
   if (code == SQLITE_DONE) return false;
   ThrowDatabaseError(database_, code);

@@ -74,7 +74,7 @@ class Tokenizer {
       literal += text_[at_];
     }
     ++at_;
-    tokens_.push_back({TokenKind::kText, literal});
+    tokens_.push_back({TokenKind::kText, literal, quote});
   }
 
   void TakeNumber() {

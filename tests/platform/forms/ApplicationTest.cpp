@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QClipboard>
 #include <QImage>
 #include <QTimer>
 #include <cstdio>
@@ -56,7 +57,7 @@ TEST(ApplicationTest, ThePicturesOfTheClipboard) {
   image.fill(Qt::red);
   EXPECT_FALSE(Clipboard::SetImage(Picture()));
   EXPECT_TRUE(Clipboard::SetImage(Picture(image)));
-  EXPECT_EQ(Clipboard::GetImage().Image().convertToFormat(image.format()), image);
+  EXPECT_EQ(QGuiApplication::clipboard()->image().convertToFormat(image.format()), image);
 }
 
 TEST(ApplicationTest, TheWaitCursorLastsAsLongAsItsObject) {

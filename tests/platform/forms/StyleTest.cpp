@@ -1,4 +1,4 @@
-#include "forms/Style.h"
+#include "forms/inner/Style.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "forms/TextFace.h"
+#include "forms/inner/TextFace.h"
 
 #include <gtest/gtest.h>
 

@@ -127,14 +127,18 @@ QByteArray Jpeg(const JpegShape& shape) {
   codec.in_color_space = shape.ink ? JCS_CMYK : shape.grey ? JCS_GRAYSCALE : JCS_RGB;
   jpeg_set_defaults(&codec);
   if (shape.ink_as_luma) jpeg_set_colorspace(&codec, JCS_YCCK);
+  codec.comp_info[0].h_samp_factor = shape.sampling.width();
+  codec.comp_info[0].v_samp_factor = shape.sampling.height();
+  codec.restart_in_rows = shape.restarts ? 1 : 0;
   codec.write_Adobe_marker = shape.ink && shape.ink_marked;
   jpeg_set_quality(&codec, shape.quality, TRUE);
   if (shape.progressive) jpeg_simple_progression(&codec);
   jpeg_start_compress(&codec, TRUE);
+  const QImage photo = shape.photo ? PhotoLike(shape.width, shape.height) : QImage();
   for (int y = 0; y < shape.height; ++y) {
     Bytes row;
     for (int x = 0; x < shape.width; ++x) {
-      const QRgb c = JpegColour(shape, x, y);
+      const QRgb c = shape.photo ? photo.pixel(x, y) : JpegColour(shape, x, y);
       const int turn = shape.ink && !shape.ink_marked ? 255 : 0;
       row.U8(qRed(c) ^ turn);
       if (!shape.grey) row.U8(qGreen(c) ^ turn).U8(qBlue(c) ^ turn);

@@ -52,6 +52,9 @@ struct JpegShape {
   bool ink_as_luma = false;  // transformed
   bool ink_marked = true;    // by the marker that goes with inverted inks
   int quality = 95;
+  QSize sampling{2, 2};   // pixels that share a colour, across and down
+  bool photo = false;     // PhotoLike in place of the quarters
+  bool restarts = false;  // a mark behind each row of blocks
 };
 // Four flat quarters: red, green, blue, white; with inks the same; in grey their brightness.
 QByteArray Jpeg(const JpegShape& shape);

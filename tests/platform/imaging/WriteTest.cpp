@@ -9,6 +9,7 @@
 #include "imaging/GifControl.h"
 #include "imaging/JpegLibrary.h"
 #include "imaging/Picture.h"
+#include "imaging/PngFile.h"
 #include "platform/imaging/Samples.h"
 #include "support/Errors.h"
 
@@ -113,6 +114,24 @@ TEST_F(Write, JpegHasTheTablesOfQuality90AndFullColour) {
   shape.quality = 90;
   EXPECT_EQ(tables_of(bytes), tables_of(samples::Jpeg(shape)));
   EXPECT_TRUE(bytes.contains(QByteArray("\3\1\x11\0\2\x11\1\3\x11\1", 10))) << "three components of one size";
+  EXPECT_EQ(bytes.mid(6, 12).toHex(), QByteArray("JFIF\0\1\1\1\0\x60\0\x60", 12).toHex())
+      << "96 dots an inch";
+}
+
+TEST_F(Write, PngReadsBackExactly) {
+  for (const QSize size : {QSize(1, 1), QSize(61, 7), QSize(608, 256)}) {
+    const QImage image = samples::PhotoLike(size.width(), size.height());
+    SavePng(Picture(image), Path("a.png"));
+    const QImage back = QImageReader(Path("a.png"), "png").read();
+    EXPECT_EQ(back.convertToFormat(QImage::Format_RGB32), image) << size.width();
+    EXPECT_EQ(back.dotsPerMeterX(), 3780);
+    EXPECT_EQ(back.dotsPerMeterY(), 3780);
+  }
+  const QByteArray before = ReadWhole(Path("a.png"));
+  EXPECT_NE(ErrorOf([&] { SavePng(Picture(), Path("a.png")); }), 0);
+  EXPECT_NE(ErrorOf([&] { SavePng(Picture(samples::PhotoLike(9, 9)), Path("none/a.png")); }), 0);
+  EXPECT_EQ(ReadWhole(Path("a.png")), before);
+  EXPECT_EQ(Files(), QStringList("a.png"));
 }
 
 TEST_F(Write, JpegFailuresAreNegativeCodes) {
@@ -129,13 +148,18 @@ TEST_F(Write, JpegFailuresAreNegativeCodes) {
   EXPECT_EQ(ijlFree(&record), IJL_OK);
 }
 
-TEST_F(Write, GifOfAPhotoIsClose) {
-  const QImage image = samples::PhotoLike(400, 300);
+TEST_F(Write, GifOfAPhotoOnAPlainPageIsClose) {
+  QImage image = samples::PhotoLike(400, 300);
+  const QRect page(0, 200, 400, 100);
+  for (int y = page.top(); y <= page.bottom(); ++y) {
+    for (int x = 0; x < 400; ++x) image.setPixel(x, y, qRgb(0xd5, 0xdb, 0xe2));
+  }
   SavePicture(Picture(image), Path("a.bmp"));
   for (const bool interlaced : {false, true}) {
     const QImage back = GifOfBmp(interlaced);
     ASSERT_EQ(back.size(), image.size());
     EXPECT_LT(MeanError(back, image), 8);
+    EXPECT_EQ(back.copy(page), image.copy(page)) << "no speckles";
     EXPECT_EQ(LoadPicture(Path("a.gif")).Image(), back);
   }
 }
@@ -147,6 +171,33 @@ TEST_F(Write, GifOfFewColoursIsExact) {
     ReplaceFile(Path("a.bmp"), samples::Bmp(shape));
     EXPECT_EQ(GifOfBmp(false), LoadPicture(Path("a.bmp")).Image()) << shape.bits;
   }
+}
+
+// The exact road ends and the reduction begins at 257.
+TEST_F(Write, GifOf256ColoursIsExactAndOneOfMoreClose) {
+  for (const int colours : {256, 257}) {
+    QImage image(colours, 40, QImage::Format_RGB32);
+    for (int y = 0; y < image.height(); ++y) {
+      for (int x = 0; x < colours; ++x) image.setPixel(x, y, qRgb(x % 256, 255 - x % 256, x / 256));
+    }
+    SavePicture(Picture(image), Path("a.bmp"));
+    const QImage back = GifOfBmp(false);
+    EXPECT_EQ(back == image, colours == 256);
+    EXPECT_LT(MeanError(back, image), 1);
+  }
+}
+
+// What a band of one colour would show is made up for by its neighbours.
+TEST_F(Write, GifOfSmoothShadesIsDithered) {
+  QImage image(256, 256, QImage::Format_RGB32);
+  for (int y = 0; y < 256; ++y) {
+    for (int x = 0; x < 256; ++x) image.setPixel(x, y, qRgb(x, y, (x + y) / 2));
+  }
+  SavePicture(Picture(image), Path("a.bmp"));
+  const auto blurred = [](const QImage& of) {
+    return of.scaled(32, 32, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
+  };
+  EXPECT_LT(MeanError(blurred(GifOfBmp(false)), blurred(image)), 1.5);
 }
 
 TEST_F(Write, GifFailuresAreAFlagAndAText) {

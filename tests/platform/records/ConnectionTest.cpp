@@ -2,10 +2,15 @@
 #include <unistd.h>
 
 #include <QDir>
+#include <QtEndian>
 
 #include "base/Files.h"
 #include "platform/records/Sample.h"
+#include "records/Compaction.h"
 #include "records/FileLock.h"
+#include "records/LockWaiting.h"
+#include "records/inner/Guards.h"
+#include "records/inner/LockWait.h"
 
 namespace orv {
 namespace {
@@ -43,13 +48,102 @@ TEST_F(ConnectionTest, ARefusedFileStaysAsItWas) {
   EXPECT_EQ(ErrorOf([] { Connection().Execute("SELECT 1"); }), 91);
 }
 
-TEST_F(ConnectionTest, RequiresColumnsWithoutRegardToCase) {
-  const auto error_of = [&](const char* table, const QStringList& columns) {
-    return ErrorOf([&] { connection_.RequireColumns(table, columns); });
+TEST_F(ConnectionTest, ObjectsAreComparedByTheirTokens) {
+  Raw("CREATE TABLE kept ( \"Key\"  INTEGER,/* a note */[value] text DEFAULT 'A b' )");
+  const auto error_of = [&](const char* type, const char* name, const QString& statement) {
+    return ErrorOf([&] { connection_.RequireObjects({{type, name, {"CREATE TABLE x", statement}}}); });
   };
-  EXPECT_EQ(error_of("tblcard", {"cardid", "PICTURE"}), 0);
-  EXPECT_EQ(error_of("tblCard", {"CardID", "Nowhere"}), 3000);
-  for (const char* table : {"tblNowhere", "\"tblSet"}) EXPECT_EQ(error_of(table, {"SetID"}), 3000) << table;
+  const char* const made = "create table Kept (key INTEGER, \nValue TEXT DEFAULT 'A b')";
+  EXPECT_EQ(error_of("table", "KEPT", made), 0);
+  EXPECT_EQ(error_of("view", "kept", made), 3000);
+  EXPECT_EQ(error_of("table", "nowhere", made), 3000);
+  for (const char* other : {"a b", "A  b", "A b', x TEXT DEFAULT '", "A b') STRICT, ('"})
+    EXPECT_EQ(error_of("table", "kept", QString(made).replace("A b", other)), 3000) << other;
+  EXPECT_EQ(error_of("table", "kept", QString(made).replace("'A b'", "\"A b\"")), 3000);
+}
+
+// Interior pages of a table, each of which shows the next one wherever it should show another.
+TEST_F(ConnectionTest, ATableWithoutEndIsGivenUp) {
+  connection_ = {};
+  Raw("PRAGMA page_size = 512; VACUUM");
+  Raw("WITH RECURSIVE n(i) AS (SELECT 3 UNION ALL SELECT i + 1 FROM n LIMIT 900) INSERT INTO tblLanguage "
+      "SELECT i, printf('%400d', i) FROM n");
+  const int root = Raw("SELECT rootpage FROM sqlite_schema WHERE name = 'tblLanguage'").toInt();
+  QByteArray file = ReadWhole(Path());
+  constexpr int kPage = 512;
+  std::vector<int> chain = {root};
+  int leaf = 0;
+  for (int page = 2; page <= file.size() / kPage; ++page) {
+    const char type = file[(page - 1) * kPage];
+    if (type == 5 && page != root) chain.push_back(page);
+    if (type == 13) leaf = page;
+  }
+  ASSERT_GT(chain.size(), 8U);
+  chain.push_back(leaf);
+  for (size_t i = 0; i + 1 < chain.size(); ++i) {
+    char* const page = file.data() + (chain[i] - 1) * kPage;
+    qToBigEndian<quint32>(static_cast<quint32>(chain[i + 1]), page + 8);
+    for (int cell = 0; cell < qFromBigEndian<quint16>(page + 3); ++cell) {
+      char* const pointer = page + qFromBigEndian<quint16>(page + 12 + 2 * cell);
+      qToBigEndian<quint32>(static_cast<quint32>(chain[i + 1]), pointer);
+    }
+  }
+  const QString endless = Write("endless.mdb", file);
+  EXPECT_EQ(ErrorOf([&] { CompactDatabase(endless, folder_.filePath("compacted.mdb")); }), 3000);
+  connection_ = Connection::Open(endless);
+  read_limit = std::chrono::milliseconds(300);
+  EXPECT_EQ(ErrorOf([&] { Snapshot("SELECT * FROM tblLanguage"); }), 3000);
+  EXPECT_EQ(ErrorOf([&] { Editable("SELECT * FROM tblLanguage"); }), 3000);
+  read_limit = std::chrono::seconds(30);
+  EXPECT_FALSE(Snapshot("SELECT * FROM tblSet").IsEmpty());
+}
+
+// Memory that a file of a few bytes asks for.
+TEST_F(ConnectionTest, AnExpressionThatIsTooLargeIsAnError) {
+  Raw("CREATE VIEW large AS SELECT zeroblob(900000000) AS b");
+  Raw("CREATE VIEW deep AS WITH RECURSIVE n(t) AS (SELECT zeroblob(500000000) UNION ALL SELECT t FROM n) "
+      "SELECT "
+      "* FROM n");
+  for (const char* view : {"large", "deep"})
+    EXPECT_NE(ErrorOf([&] { Snapshot(QString("SELECT * FROM ") + view); }), 0) << view;
+  EXPECT_FALSE(Snapshot("SELECT * FROM tblSet").IsEmpty());
+}
+
+TEST_F(ConnectionTest, AChangeWaitsForTheLockOfAnotherProgram) {
+  patience = std::chrono::milliseconds(300);
+  QString told;
+  bool goes_on = true;
+  WaitingForLock = [&](bool waiting) { told += waiting ? "waits " : "over "; };
+  GoOnWaiting = [&] {
+    told += "asks ";
+    if (goes_on) Raw("COMMIT");
+    return goes_on;
+  };
+  Recordset cards = Cards();
+  const auto change = [&](const char* lock, const char* title, const QByteArray& picture) {
+    Raw(lock);
+    cards["Title"] = title;
+    if (!picture.isEmpty()) cards["Picture"] = picture;
+    return ErrorOf([&] { cards.Update(); });
+  };
+  EXPECT_EQ(change("BEGIN IMMEDIATE", "short", ""), 0);
+  EXPECT_EQ(told, "waits over asks ");
+  // A reader keeps it from the file at the end of the change only.
+  EXPECT_EQ(change("BEGIN; SELECT * FROM tblCard", "read", ""), 0);
+  EXPECT_EQ(change("BEGIN; SELECT * FROM tblCard", "long", "picture"), 0);
+  EXPECT_EQ(Raw("SELECT Title || Picture FROM tblCard WHERE CardID = 2"), "longpicture");
+  EXPECT_EQ(change("BEGIN EXCLUSIVE", "locked", "another"), 0);
+  EXPECT_EQ(StoredTitle(), "locked");
+  Raw("BEGIN EXCLUSIVE");
+  EXPECT_EQ(ErrorOf([&] { Open(); }), 0);
+  goes_on = false;
+  EXPECT_EQ(change("BEGIN IMMEDIATE", "kept", ""), 70);
+  Raw("COMMIT");
+  cards.Update();
+  EXPECT_EQ(StoredTitle(), "kept");
+  WaitingForLock = nullptr;
+  GoOnWaiting = nullptr;
+  patience = std::chrono::seconds(5);
 }
 
 TEST_F(ConnectionTest, RecoversWhatACrashLeft) {

@@ -1,4 +1,4 @@
-#include "records/Collation.h"
+#include "base/TextOrder.h"
 #include "records/inner/Dialect.h"
 
 #include "platform/records/Sample.h"

@@ -17,6 +17,7 @@ class PixelLimit {
  private:
   qint64 former_;
 };
+inline constexpr int kDotsPerMeter = 3780;  // 96 an inch
 
 // RuntimeError 481.
 [[noreturn]] void BadPicture();

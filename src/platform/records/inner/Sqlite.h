@@ -3,6 +3,7 @@
 #include <sqlite3.h>
 
 #include <QString>
+#include <chrono>
 
 #include "base/Value.h"
 
@@ -26,7 +27,7 @@ class Statement {
   void Bind(int parameter, const Value& value);
   void Bind(int parameter, const QByteArray& bytes);
   int ParameterIndex(const QString& name) const;
-  // True on a row, false at the end.
+  // True on a row, false at the end. What only reads has a time limit.
   bool Step();
   // Gives up the rows and with them any lock on the file; Reset gives up the parameters too.
   void Rewind() { sqlite3_reset(statement_); }
@@ -46,8 +47,11 @@ class Statement {
   QString DeclaredType(int column) const;
 
  private:
+  int TryStep();
+
   sqlite3* database_;
   sqlite3_stmt* statement_ = nullptr;
+  std::chrono::steady_clock::time_point begun_;
 };
 
 // A name for use in a statement, whatever characters it has.

@@ -22,6 +22,7 @@ enum class TokenKind {
 struct Token {
   TokenKind kind;
   QString text;
+  QChar quote = {};  // of a literal
 
   bool IsSymbol(QStringView symbol) const { return kind == TokenKind::kSymbol && text == symbol; }
   bool IsWord(QStringView word) const {

@@ -15,8 +15,6 @@ void AddField(GridLayout& grid, int row, FormLabel& label, Control& field);
 void AddRow(GridLayout& grid, int row, FormLabel& label, std::initializer_list<Control*> controls);
 // The first row, of check boxes from its beginning.
 void AddChecks(GridLayout& grid, std::initializer_list<Control*> boxes);
-// Says what a control without words of its own does.
-void Explain(Control& control, const QString& text);
 // The sample of a background colour and the button that chooses it.
 void ArrangeColour(Surface& sample, CommandButton& button);
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "composition/PictureClip.h"
+#include "composition/inner/PictureClip.h"
 #include "forms/Surface.h"
 #include "records/Recordset.h"
 

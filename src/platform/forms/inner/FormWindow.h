@@ -5,16 +5,18 @@
 #include <QMenu>
 #include <QScrollArea>
 #include <QWidget>
+#include <functional>
+
+#include "forms/Types.h"
 
 namespace orv {
 
-class Form;
-
-// The inside of a form, and the window itself unless the form is a child. Gives it the keys that its
-// controls leave over.
+// The inside of a form, and the window itself unless the form is a child.
 class FormWindow : public QWidget {
  public:
-  explicit FormWindow(Form& form) : form_(form) {}
+  std::function<void()> closed;                   // by the frame
+  std::function<void()> inside_changed;           // what it asks for may be another size
+  std::function<void(const KeyEvent&)> key_left;  // that its controls and buttons did not use
 
  protected:
   bool event(QEvent* event) override;
@@ -23,7 +25,6 @@ class FormWindow : public QWidget {
 
  private:
   bool PressButton(int key) const;
-  Form& form_;
 };
 
 // Takes a child's inside and scrolls it where the window is too small.
@@ -38,19 +39,18 @@ class FormScroller : public QScrollArea {
 class ChildWindow : public QMdiSubWindow {
  public:
   // The keyboard is never on the frame itself, where no control and no form would see a key.
-  explicit ChildWindow(Form& form) : form_(form) {
+  ChildWindow() {
     setFocusPolicy(Qt::NoFocus);
     systemMenu()->actions().constLast()->setShortcut(QKeySequence(QStringLiteral("Ctrl+F4")));
   }
   // The size with what scroll bars take that it needs in a room, so that no bar is needed because of another.
   QSize WithBars(const QSize& size, const QSize& room) const;
 
+  std::function<void()> closed;        // by the frame
+  std::function<void()> area_changed;  // the area that it lies in has another size
+
  protected:
   void closeEvent(QCloseEvent* event) override;
-
- private:
-  friend class FormArea;
-  Form& form_;
 };
 
 // The area for children of the main window.

@@ -3,7 +3,7 @@
 #include <QTreeWidget>
 #include <functional>
 
-#include "forms/ListView.h"
+#include "forms/ListItem.h"
 
 namespace orv {
 

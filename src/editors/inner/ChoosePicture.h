@@ -9,8 +9,8 @@ namespace orv {
 
 // The work of a button that lets the user choose a picture file for a field: the file dialog, the file's
 // bytes into the field of the record, Update, the file's folder remembered, the picture on the
-// surface. Every failure, a cancelled dialog and a file that is no picture alike, ends it silently; such a
-// file is stored by then.
+// surface. A cancelled dialog and a file that is no picture end it silently; such a file is stored by then,
+// and what stands on the surface stays.
 struct PictureChoice {
   QString title;          // of the dialog
   const QString* folder;  // where the dialog starts, if not empty

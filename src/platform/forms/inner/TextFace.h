@@ -35,7 +35,8 @@ class TextFace {
   std::shared_ptr<Impl> impl_;
 };
 
-// The family that stands in for a face which is not installed; the name itself if it is.
+// The family that stands in for a face which is not installed, by the running program's table; the name
+// itself if it is.
 QString FamilyFor(const QString& face);
 
 }  // namespace orv

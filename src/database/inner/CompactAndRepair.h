@@ -27,7 +27,8 @@ class Compaction {
   void RemoveLeftover();
   // The copy is made under the name orv1.mdb, so an older backup stays until the new one is whole.
   void Backup();
-  // Needs the database alone, and keeps it alone from here on.
+  // Needs the database alone, and keeps it alone from here on. A journal that a kill left is played back, or
+  // removed where there is nothing to play back.
   void Compact();
   void Swap();
   void RemoveBackup();
@@ -36,6 +37,8 @@ class Compaction {
   void Restore();
 
  private:
+  void PlayBackJournal() const;
+
   const QString database_;
   const QString compacted_;
   const QString backup_;
