@@ -15,11 +15,9 @@ QStringList Extensions() {
 
 void Declare(QCommandLineParser& parser) {
   parser.setApplicationDescription(
-      QStringLiteral("Writes out all cards of a set, without a window. Needed are --database and --set, and "
-                     "--to where the set "
-                     "has no folder stored. Options marked * are stored in the set; one that is not given "
-                     "keeps what the set "
-                     "holds."));
+      QStringLiteral("Writes out all cards of a set, without a window. Needed are --set, and --to where "
+                     "the set has no folder stored. Options marked * are stored in the set; one that is not "
+                     "given keeps what the set holds."));
   const auto value = [&](const char* name, const char* text, const char* placeholder) {
     parser.addOption(
         {QString::fromLatin1(name), QString::fromLatin1(text), QString::fromLatin1(placeholder)});
@@ -27,7 +25,7 @@ void Declare(QCommandLineParser& parser) {
   const auto flag = [&](const char* name, const char* text) {
     parser.addOption({QString::fromLatin1(name), QString::fromLatin1(text)});
   };
-  value("database", "The database file.", "FILE");
+  value("database", "The database file; the program's own without it.", "FILE");
   flag("list", "Lists the names of the sets and ends.");
   flag("check", "Reads the whole database first, and writes nothing if it is damaged.");
   value("set", "The name of the set.", "NAME");
@@ -60,14 +58,12 @@ ParsedOptions ParseBatchOptions(const QStringList& arguments) {
     return refuse(QStringLiteral("Unknown argument: ") + parser.positionalArguments().constFirst());
   }
   const bool list = parser.isSet(QStringLiteral("list"));
-  for (const char* needed : {"database", "set"}) {
-    if (list && needed != QLatin1String("database")) continue;
-    if (parser.value(QString::fromLatin1(needed)).isEmpty())
-      return refuse(QStringLiteral("--%1 is needed.").arg(QLatin1String(needed)));
-  }
+  if (!list && parser.value(QStringLiteral("set")).isEmpty())
+    return refuse(QStringLiteral("--set is needed."));
   BatchOptions options;
   options.list = list;
-  options.database = QFileInfo(parser.value(QStringLiteral("database"))).absoluteFilePath();
+  if (const QString database = parser.value(QStringLiteral("database")); !database.isEmpty())
+    options.database = QFileInfo(database).absoluteFilePath();
   options.set = parser.value(QStringLiteral("set"));
   options.check = parser.isSet(QStringLiteral("check"));
   if (const QString folder = parser.value(QStringLiteral("to")); !folder.isEmpty())

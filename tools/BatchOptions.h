@@ -11,7 +11,7 @@ namespace orv {
 // What the command line of create_all_cards asks for. An option that is not given leaves what the set's
 // record holds.
 struct BatchOptions {
-  QString database;
+  QString database;    // absolute; empty for the program's own
   bool list = false;   // only tell the names of the sets
   bool check = false;  // read the whole file first
   QString set;

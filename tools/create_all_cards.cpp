@@ -14,6 +14,7 @@
 #include "records/Integrity.h"
 #include "schema/Schema.h"
 #include "state/Product.h"
+#include "state/ProgramFolder.h"
 #include "state/modData.h"
 
 namespace orv {
@@ -23,7 +24,7 @@ constexpr int kFailureTold = 1;
 constexpr int kWrongUsage = 2;
 
 void Complain(const QString& text) {
-  QTextStream(stderr) << text << Qt::endl;
+  QTextStream(stderr) << QString(text).remove(u'\r') << Qt::endl;
 }
 
 QStringList NamesOfSets() {
@@ -95,16 +96,33 @@ bool IsSound(const QString& path) {
   return faults.isEmpty();
 }
 
+void OpenGiven(const QString& database) {
+  App::SetPath(FolderPart(database));
+  modData::OpenDatabase([] {}, database);
+  if (modData::DatabaseFound) return;
+  const QString why =
+      modData::OpeningError.isEmpty() ? QStringLiteral("File not found") : modData::OpeningError;
+  Complain(QStringLiteral("%1 is missing or is no database of the program. %2").arg(database, why));
+}
+
+// The path of the program's own.
+QString OpenOwn() {
+  const ProgramFolder folder = SettleProgramFolder();
+  if (!folder.news.isEmpty()) Complain(folder.news);
+  if (folder.usable) modData::OpenDatabase([] {});
+  if (!modData::DatabaseFound) Complain(folder.missing);
+  return modData::DatabasePath();
+}
+
 int RunBatch(const BatchOptions& options) {
-  App::SetPath(FolderPart(options.database));
-  modData::OpenDatabase([] {}, options.database);
-  if (!modData::DatabaseFound) {
-    const QString why =
-        modData::OpeningError.isEmpty() ? QStringLiteral("File not found") : modData::OpeningError;
-    Complain(QStringLiteral("%1 is missing or is no database of the program. %2").arg(options.database, why));
-    return kFailureTold;
+  QString database = options.database;
+  if (database.isEmpty()) {
+    database = OpenOwn();
+  } else {
+    OpenGiven(database);
   }
-  if (options.check && !IsSound(options.database)) return kFailureTold;
+  if (!modData::DatabaseFound) return kFailureTold;
+  if (options.check && !IsSound(database)) return kFailureTold;
   if (options.list) {
     QTextStream(stdout) << NamesOfSets().join(u'\n') << Qt::endl;
     return 0;

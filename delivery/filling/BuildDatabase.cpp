@@ -1,31 +1,18 @@
 #include "filling/BuildDatabase.h"
 
-#include <sqlite3.h>
-
-#include <memory>
 #include <stdexcept>
 
 #include "base/Files.h"
 #include "filling/Catalogues.h"
 #include "filling/Gallery.h"
 #include "filling/SampleSets.h"
+#include "records/NewDatabase.h"
 #include "records/Recordset.h"
 #include "schema/Schema.h"
 #include "state/modData.h"
 
 namespace orv::delivery {
 namespace {
-
-// An empty file is no database to the program, so the tables come from the engine itself.
-void MakeTables(const QString& path) {
-  sqlite3* opened = nullptr;
-  const int code = sqlite3_open(path.toUtf8().constData(), &opened);
-  const std::unique_ptr<sqlite3, decltype(&sqlite3_close)> database(opened, &sqlite3_close);
-  if (code != SQLITE_OK ||
-      sqlite3_exec(opened, schema::Script().toUtf8().constData(), nullptr, nullptr, nullptr) != SQLITE_OK) {
-    throw std::runtime_error(sqlite3_errmsg(opened));
-  }
-}
 
 void Require(bool holds, const QString& what) {
   if (!holds) throw std::runtime_error(what.toStdString());
@@ -67,7 +54,7 @@ void Fill(const QString& path, const QString& content_folder, const Gallery& gal
 void BuildDatabase(const QString& path, const QString& content_folder) {
   const Gallery gallery(JoinPath(content_folder, "art"));
   ReplaceFile(path, [&](const QString& temporary) {
-    MakeTables(temporary);
+    MakeDatabase(temporary, schema::Script());
     struct Closer {
       ~Closer() { modData::cn = Connection(); }
     } closer;

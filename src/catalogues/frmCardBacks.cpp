@@ -3,10 +3,13 @@
 #include <algorithm>
 
 #include "base/Rounding.h"
+#include "composition/CardLayout.h"
 #include "forms/Application.h"
 #include "forms/ControlHelpers.h"
 #include "forms/Dialogs.h"
 #include "forms/Layout.h"
+#include "pictures/DroppedPicture.h"
+#include "pictures/FittedPicture.h"
 #include "pictures/modPicture.h"
 #include "state/modData.h"
 
@@ -54,6 +57,10 @@ CardBacksForm::CardBacksForm()
       lblDimension(*this, QStringLiteral("0W x 0H")),
       viewBack(*this, picBack) {
   Arrange();
+  for (Surface* surface : {&picBack, &picNewBack}) {
+    TakePictures(*surface, [this](const DataObject& data) { TakePicture(data); });
+  }
+  Drop = [this](const DataObject& data) { TakePicture(data); };
   cmdLoadPic.Click = [this] { cmdLoadPic_Click(); };
   txtBackText.GotFocus = [this] { txtBackText_GotFocus(); };
   cmdNew.Click = [this] { cmdNew_Click(); };
@@ -139,11 +146,28 @@ void CardBacksForm::cmdLoadPic_Click() {
   if (!ChoosesFile(dialog)) return;
   const std::optional<Picture> picture = PictureIn(dialog.FileName);
   if (!picture) return;
-  picBack.SetPicture(*picture);
   viewBack.SetTag(dialog.FileName);
-  picNewBack.SetPicture(*picture);
-  picNewBack.PaintPicture(*picture, 0, 0, picNewBack.InsideWidth(), picNewBack.InsideHeight());
   viewNewBack.SetTag(dialog.FileName);
+  new_picture_.clear();
+  ShowNewPicture(*picture);
+}
+
+// A picture that was dropped or pasted becomes one of the size of a card.
+void CardBacksForm::TakePicture(const DataObject& data) {
+  if (data.IsEmpty()) return;
+  const PixelRect& card = CardLayoutOf(EditionShown).card;
+  const Picture picture = PictureOf(
+      data, [&](const QByteArray& bytes) { return FillingPicture(bytes, card.width, card.height); });
+  if (picture.IsEmpty()) return;
+  new_picture_ = BitmapFile(picture);
+  ShowNewPicture(picture);
+  txtBackText.SetFocus();
+}
+
+void CardBacksForm::ShowNewPicture(const Picture& picture) {
+  picBack.SetPicture(picture);
+  picNewBack.SetPicture(picture);
+  picNewBack.PaintPicture(picture, 0, 0, picNewBack.InsideWidth(), picNewBack.InsideHeight());
   FitBackPicture();
   picBack.SetVisible(true);
 }
@@ -151,7 +175,7 @@ void CardBacksForm::cmdLoadPic_Click() {
 // A click in the list may have put another picture into the preview.
 void CardBacksForm::txtBackText_GotFocus() {
   SelectText(txtBackText);
-  if (!viewNewBack.Tag().isEmpty()) picBack.SetPicture(picNewBack.Picture());
+  if (!picNewBack.Picture().IsEmpty()) picBack.SetPicture(picNewBack.Picture());
 }
 
 void CardBacksForm::cmdNew_Click() {
@@ -161,7 +185,7 @@ void CardBacksForm::cmdNew_Click() {
     txtBackText.SetFocus();
     return;
   }
-  if (viewNewBack.Tag().isEmpty()) {
+  if (viewNewBack.Tag().isEmpty() && new_picture_.isEmpty()) {
     MsgBox(QStringLiteral("You must select a new picture for the Card back."), Icon::Exclamation, title);
     cmdLoadPic.SetFocus();
     return;
@@ -171,8 +195,12 @@ void CardBacksForm::cmdNew_Click() {
   rows_["Original"] = false;
   rows_["LanguageID"] = modData::rsSet["LanguageID"].Get();
   rows_["EditionID"] = int{EditionShown};
-  // A file that is gone by now gives a back without a picture.
-  ReadFileToField(viewNewBack.Tag(), rows_["Picture"]);
+  if (!new_picture_.isEmpty()) {
+    rows_["Picture"] = new_picture_;
+  } else {
+    // A file that is gone by now gives a back without a picture.
+    ReadFileToField(viewNewBack.Tag(), rows_["Picture"]);
+  }
   rows_.Update();
   RefillWithAdded();
 }

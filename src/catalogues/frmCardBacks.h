@@ -37,12 +37,15 @@ class CardBacksForm : public CatalogueForm {
   void ShowBack(std::int32_t id);
   void FitBackPicture();
   void cmdLoadPic_Click();
+  void TakePicture(const DataObject& data);
+  void ShowNewPicture(const Picture& picture);
   void txtBackText_GotFocus();
   void cmdNew_Click();
   void cmdUpdate_Click();
   void cmdSavePicture_Click();
 
   std::int16_t EditionShown = 0;
+  QByteArray new_picture_;  // that was dropped or pasted for the next back
 };
 
 inline FormInstance<CardBacksForm> frmCardBacks;

@@ -9,7 +9,7 @@ namespace orv {
 namespace {
 
 constexpr PixelRect kCard{0, 0, 304, 256};
-constexpr PixelRect kFrame{8, 8, 121, 238};
+constexpr PixelRect kFrame{8, 8, 121, LargeCardPreview::kFrameHeight};
 constexpr int kTextsRight = 296;
 constexpr int kHandleWithoutPicture = 5;
 

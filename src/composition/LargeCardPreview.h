@@ -8,6 +8,7 @@ namespace orv {
 // that the large-card editor shows and from which the composer reads the layout.
 class LargeCardPreview {
  public:
+  static constexpr int kFrameHeight = 238;  // pixels, where it doesn't hug the picture
   LargeCardPreview();
 
   // Brings everything into line with the current rows of rsLargeCard and rsSet. A picture that is broken

@@ -2,6 +2,7 @@
 
 #include "base/RuntimeError.h"
 #include "forms/Dialogs.h"
+#include "pictures/PictureBudget.h"
 #include "state/Product.h"
 #include "state/modData.h"
 
@@ -28,6 +29,7 @@ void DesignWatermark(Label& label, const PixelRect& rect) {
 }
 
 void DrawInSteps(std::initializer_list<std::function<void()>> steps) {
+  const PictureBudget budget;
   for (const auto& step : steps) {
     try {
       step();

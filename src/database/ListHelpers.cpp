@@ -29,4 +29,18 @@ void FindByKey(Recordset& rows, const char* key, std::int32_t value) {
   rows.FindFirst(QStringLiteral("%1 = %2").arg(QLatin1String(key)).arg(value));
 }
 
+QString TypeText(const Recordset& row) {
+  const QString upper_left = row["UpperLeft"].TextOrEmpty();
+  const QString lower_left = row["LowerLeft"].TextOrEmpty();
+  const QString upper_right = row["UpperRight"].TextOrEmpty();
+  const QString number = row["Number"].TextOrEmpty();
+  QString text = upper_left;
+  if (!lower_left.isEmpty()) {
+    text += u' ' + lower_left;
+  } else if (upper_right != upper_left) {
+    text += u' ' + upper_right;
+  }
+  return number.isEmpty() ? text : text + QStringLiteral(" (") + number + u')';
+}
+
 }  // namespace orv

@@ -23,4 +23,8 @@ std::int32_t ChosenItemData(const ComboBox& list);
 // Goes to the row that has a key; at EOF if there is none. RuntimeError 3021 without rows.
 void FindByKey(Recordset& rows, const char* key, std::int32_t value);
 
+// A card type of a row in words: "UpperLeft LowerLeft (Number)", with UpperRight for a missing LowerLeft if
+// that says something new.
+QString TypeText(const Recordset& row);
+
 }  // namespace orv

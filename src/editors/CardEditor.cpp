@@ -151,6 +151,7 @@ void CardEditor::ShowCard() {
     preview_.picSymbol.BringToFront();
     preview_.ColourBold();
   }
+  fitter_.Show();
   kind_.compose();
 }
 
@@ -246,10 +247,12 @@ void CardEditor::RedrawArtist() {
 
 void CardEditor::cmdGetPic_Click() {
   ChooseFramedPicture("Choose picture", Record(), "Picture", preview_.picImage, LastPicFolder);
+  fitter_.Show();
 }
 
 void CardEditor::cmdDelPic_Click() {
   RemoveFramedPicture(Record(), preview_.picImage);
+  fitter_.Show();
 }
 
 void CardEditor::cmdBackPic_Click() {
@@ -290,7 +293,16 @@ void CardEditor::FrameResized() {
   ShowDimension();
 }
 
+// Where the frame hugs the picture, the room across is what it has without.
+QSize CardEditor::PictureRoom() const {
+  const Surface& frame = preview_.picFrame;
+  const bool hugs = modData::rsCard["Resize"].BoolOrFalse();
+  const int across = hugs ? preview_.Layout().frame.width - 2 * frame.BorderStyle() : frame.InsideWidth();
+  return {across, frame.InsideHeight()};
+}
+
 void CardEditor::picImage_KeyDown(const KeyEvent& key) {
+  if (fitter_.KeyDown(key)) return;
   if (!Record().Hold()) return;
   Label& handle = preview_.lblPicSize;
   const CardLayout& layout = preview_.Layout();

@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "composition/CardPreview.h"
+#include "editors/PictureFitter.h"
 #include "editors/PicturePlacing.h"
 #include "editors/RecordEditor.h"
 #include "forms/Layout.h"
@@ -54,6 +55,7 @@ class CardEditor : public RecordEditor {
   CommandButton cmdGetPic;
   CommandButton cmdDelPic;
   FormLabel lblPicDim;
+  FormLabel lblPicScale;
   FormLabel lblArtistName;
   TextBox txtArtist;
   Frame fraTexts;
@@ -88,6 +90,7 @@ class CardEditor : public RecordEditor {
   void SetCardDefaults() override;
   void ShowCard() override;
   TextBox& FirstField() override { return txtTitle; }
+  PictureFitter& FirstPicture() override { return fitter_; }
 
  private:
   void Arrange();
@@ -102,6 +105,7 @@ class CardEditor : public RecordEditor {
   void FillBacks();
   void ShowDimension();
   void FrameResized();
+  QSize PictureRoom() const;
   void RedrawArtist();
 
   void cboType_Click();
@@ -127,6 +131,7 @@ class CardEditor : public RecordEditor {
   const CardEditorKind kind_;
   CardPreview& preview_;
   PictureMover mover_;
+  PictureFitter fitter_;
   HandleDrag handle_;
   QString LastBackPic;    // path of the background chosen last in this form's life
   QString LastPicFolder;  // folder of the picture chosen last, with its closing separator

@@ -32,6 +32,7 @@ CardEditor::CardEditor(const CardEditorKind& kind)
       cmdGetPic(fraPicture, QStringLiteral("Select")),
       cmdDelPic(fraPicture, QStringLiteral("Remove")),
       lblPicDim(fraPicture, QStringLiteral("138W * 105H")),
+      lblPicScale(fraPicture),
       lblArtistName(fraPicture, QStringLiteral("Art&ist:")),
       txtArtist(fraPicture),
       fraTexts(picCardRest, QStringLiteral("Texts")),
@@ -56,6 +57,9 @@ CardEditor::CardEditor(const CardEditorKind& kind)
       preview_(CardPreviewOf(kind.edition)),
       mover_(Record(), "PicLeft", "PicTop", preview_.picFrame, preview_.picImage,
              [this] { preview_.PlacePicture(); }),
+      fitter_({Record(), "tblCard", "Picture", "PicLeft", "PicTop", preview_.picFrame, preview_.picImage,
+               lblPicScale, [this] { return PictureRoom(); }, [this] { preview_.PlacePicture(); },
+               [this] { cmdDelPic_Click(); }}),
       handle_(Record(), preview_.lblPicSize, HandleDrag::Down, preview_.Layout().handle_lowest,
               preview_.Layout().handle_highest, [this] {
                 FrameResized();
@@ -117,7 +121,8 @@ void CardEditor::ArrangePicture() {
   chkResize.SetToolTip(QStringLiteral("The frame closes around the picture"));
   lblPicDim.SetToolTip(QStringLiteral("Size of the picture's frame in pixels"));
   AddChecks(grid, {&chkShowPicture, &chkFrame, &chkResize});
-  AddRow(grid, 1, lblPictureName, {&cmdGetPic, &cmdDelPic, &lblPicDim});
+  ExplainScale(lblPicScale);
+  AddRow(grid, 1, lblPictureName, {&cmdGetPic, &cmdDelPic, &lblPicDim, &lblPicScale});
   AddField(grid, 2, lblArtistName, txtArtist);
   grid.SetColumnStretch(1, 1);
 }
@@ -194,6 +199,8 @@ void CardEditor::SubscribePicture() {
   cmdColour.Click = [this] { cmdColour_Click(); };
   picColour.Click = [this] { cmdColour_Click(); };
   mover_.Attach();
+  fitter_.Attach();
+  TakeFillingPictures(preview_.picCard, Record(), "Background", [this] { RedrawArtist(); });
   handle_.Attach();
   preview_.picImage.KeyDown = [this](const KeyEvent& key) { picImage_KeyDown(key); };
 }

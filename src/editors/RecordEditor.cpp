@@ -1,13 +1,18 @@
 #include "editors/RecordEditor.h"
 
+#include <QFileInfo>
 #include <QScopedValueRollback>
 
 #include "base/Rounding.h"
 #include "base/RuntimeError.h"
 #include "database/CurrentSet.h"
 #include "database/ListHelpers.h"
+#include "editors/PictureFitter.h"
+#include "exchange/CopyRecord.h"
 #include "forms/ControlHelpers.h"
+#include "forms/Dialogs.h"
 #include "forms/Layout.h"
+#include "pictures/DroppedPicture.h"
 #include "state/modData.h"
 
 namespace orv {
@@ -34,6 +39,7 @@ RecordEditor::RecordEditor(const RecordKind& kind)
   cmdCardAdd.Click = [this] { Add(); };
   if (kind_.can_delete) cmdCardDelete.Click = [this] { Delete(); };
   lblHint.SetMuted();
+  Drop = [this](const DataObject& data) { AddFromPictures(data); };
   Living().push_back(this);
 }
 
@@ -117,6 +123,7 @@ void RecordEditor::Form_Unload() {
 
 void RecordEditor::Form_KeyDown(const KeyEvent& key) {
   if (key.KeyCode == kKeyN && key.Shift == kCtrl) Add();
+  if (key.KeyCode == kKeyD && key.Shift == kCtrl) Duplicate();
 }
 
 void RecordEditor::Initialise() {
@@ -238,6 +245,55 @@ void RecordEditor::Add() {
   ShowPosition(last + 1, last + 1);
   SelectText(FirstField());
   FirstField().SetFocus();
+}
+
+RecordEditor* RecordEditor::InFront() {
+  for (RecordEditor* editor : Living()) {
+    if (editor->IsShown() && editor->IsActive() && editor->kind_.rows.IsOpen() &&
+        !editor->kind_.rows.IsEmpty())
+      return editor;
+  }
+  return nullptr;
+}
+
+void RecordEditor::Duplicate() {
+  Recordset& rows = kind_.rows;
+  if (!rows.IsOpen() || rows.IsEmpty() || !record_.Hold()) return;
+  rows.Update();
+  const std::int32_t copy = DuplicateRecord(modData::cn, kind_.table, rows[kind_.key].Int32());
+  OpenCards();
+  FindByKey(rows, kind_.key, copy);
+  ShowCurrent();
+  ShowPosition(rows["Nr"].Int16Or(0), HighestNumber());
+}
+
+void RecordEditor::CopyToSet(std::int32_t set_id) {
+  if (!record_.Hold()) return;
+  kind_.rows.Update();
+  CopyRecordToSet(modData::cn, kind_.table, kind_.rows[kind_.key].Int32(), set_id);
+}
+
+// Pictures that were dropped beside the card make a record each, titled by the file's name.
+void RecordEditor::AddFromPictures(const DataObject& data) {
+  if (modData::CurrentSetID == 0 || data.IsEmpty()) return;
+  std::vector<DataObject> each;
+  for (const QString& file : data.Files) each.push_back({{file}, {}});
+  if (each.empty()) each.push_back(data);
+  const QString noun = QLatin1String(kind_.noun);
+  const QString question =
+      each.size() == 1
+          ? QStringLiteral("Make a new %1 of this picture?").arg(noun)
+          : QStringLiteral("Make a new %1 of each of these %2 pictures?").arg(noun).arg(each.size());
+  if (MsgBox(question, Icon::Question, QStringLiteral("New %1").arg(noun), Buttons::YesNo) != Answer::Yes)
+    return;
+  for (const DataObject& picture : each) {
+    // One that can't be read makes no record.
+    if (PictureOf(picture, LoadUpright).IsEmpty()) continue;
+    Add();
+    FirstPicture().Take(picture);
+    if (picture.Files.isEmpty()) continue;
+    if (Write(kind_.title, QFileInfo(picture.Files.first()).completeBaseName())) ShowCurrent();
+  }
 }
 
 void RecordEditor::Delete() {

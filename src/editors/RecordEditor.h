@@ -22,9 +22,10 @@ struct RecordKind {
   const char* form_name;
   const char* table;
   const char* key;
-  const char* noun;        // what a user calls a record
-  Recordset& rows;         // the shared recordset of the kind
-  bool can_delete = true;  // the button works
+  const char* noun;             // what a user calls a record
+  Recordset& rows;              // the shared recordset of the kind
+  bool can_delete = true;       // the button works
+  const char* title = "Title";  // the column
 };
 
 // An editor of the records of one kind in the current set, one at a time. There is no save command: each
@@ -53,6 +54,12 @@ class RecordEditor : public Form {
   virtual void DrawRecord() = 0;
   // Shows again what may have changed elsewhere, on the same record.
   void UpdateDisplay();
+  // The editor that has the keyboard, or had it last, and a record to show; nothing without.
+  static RecordEditor* InFront();
+  // Puts a copy of the record on show behind it and shows the copy.
+  void Duplicate();
+  // Puts a copy of it at the end of another set.
+  void CopyToSet(std::int32_t set_id);
   // A run over all records is over, and the last one is drawn and current: shows it in the fields too, and
   // its number as the highest.
   void ShowLast(int number);
@@ -89,6 +96,8 @@ class RecordEditor : public Form {
   virtual void ShowCard() = 0;
   // Where the user types first in a new record.
   virtual TextBox& FirstField() = 0;
+  // The picture that a record made of a file gets.
+  virtual class PictureFitter& FirstPicture() = 0;
 
   // Arranges the bar: the navigation, and more buttons of the kind behind it.
   void ArrangeBar(std::initializer_list<Control*> more);
@@ -136,6 +145,7 @@ class RecordEditor : public Form {
   static std::vector<RecordEditor*>& Living();
 
   void CloseGap(int deleted);
+  void AddFromPictures(const DataObject& data);
   const RecordKind kind_;
   ShownRecord record_;
   SetUp set_up_;

@@ -34,6 +34,7 @@ class ShownRecord {
   // A field of the row on which the recordset stands: of the record itself once Hold was true.
   Field operator[](const char* column) const { return rows_[column]; }
   void Update() { rows_.Update(); }
+  std::int32_t Key() const { return key_; }
 
  private:
   std::int32_t CurrentKey() const;

@@ -12,21 +12,6 @@ namespace {
 
 constexpr int kListWidth = 7200;  // twips
 
-// "UpperLeft LowerLeft (Number)", with UpperRight for a missing LowerLeft if that says something new.
-QString TypeText(const Recordset& row) {
-  const QString upper_left = row["UpperLeft"].TextOrEmpty();
-  const QString lower_left = row["LowerLeft"].TextOrEmpty();
-  const QString upper_right = row["UpperRight"].TextOrEmpty();
-  const QString number = row["Number"].TextOrEmpty();
-  QString text = upper_left;
-  if (!lower_left.isEmpty()) {
-    text += u' ' + lower_left;
-  } else if (upper_right != upper_left) {
-    text += u' ' + upper_right;
-  }
-  return number.isEmpty() ? text : text + QStringLiteral(" (") + number + u')';
-}
-
 QString KeyOf(std::int32_t id) {
   return u'C' + QString::number(id);
 }

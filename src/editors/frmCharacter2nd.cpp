@@ -123,6 +123,8 @@ void Character2ndForm::ShowCard() {
   txtSpecialAbilities.SetText(character["Abilities"].TextOrEmpty());
   SelectItemData(cboCharacterCardback, character["CharacterBackID"].Int32Or(0));
   ShowDimensions();
+  picture_fitter_.Show();
+  piece_fitter_.Show();
   ShowCurrentPosition();
 }
 
@@ -182,11 +184,13 @@ void Character2ndForm::chkFrameCharacter_Click() {
 void Character2ndForm::cmdGetCharPic_Click() {
   ChooseFramedPicture("Choose characterpicture", Record(), "Picture", preview_.picImageCharacter,
                       LastPicFolder);
+  picture_fitter_.Show();
 }
 
 // The offset of the picture stays, for the next one.
 void Character2ndForm::cmdDelCharPic_Click() {
   if (Write("Picture", Value::Null())) EmptyFrame(preview_.picImageCharacter);
+  picture_fitter_.Show();
 }
 
 // A new piece starts at the corner of its frame, unlike the picture.
@@ -196,10 +200,12 @@ void Character2ndForm::cmdGetPlayingPiecePic_Click() {
                         Record()["PPTop"] = 0;
                         Record()["PPLeft"] = 0;
                       });
+  piece_fitter_.Show();
 }
 
 void Character2ndForm::cmdDelPlayingPiecePic_Click() {
   RemovePicture(Record(), "PlayingPiece", preview_.picPlayingPieceImage);
+  piece_fitter_.Show();
 }
 
 void Character2ndForm::cmdBackCharPic_Click() {
@@ -225,7 +231,12 @@ void Character2ndForm::FrameResized() {
   ShowDimensions();
 }
 
+void Character2ndForm::picPlayingPieceImage_KeyDown(const KeyEvent& key) {
+  if (!piece_fitter_.KeyDown(key)) piece_mover_.KeyDown(key);
+}
+
 void Character2ndForm::picImageCharacter_KeyDown(const KeyEvent& key) {
+  if (picture_fitter_.KeyDown(key)) return;
   picture_mover_.KeyDown(key);
   ShowDimensions();
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "composition/CharacterPreview.h"
+#include "editors/PictureFitter.h"
 #include "editors/PicturePlacing.h"
 #include "editors/RecordEditor.h"
 #include "forms/Layout.h"
@@ -46,10 +47,12 @@ class Character2ndForm : public RecordEditor {
   CommandButton cmdGetCharPic;
   CommandButton cmdDelCharPic;
   FormLabel lblPicDimChar;
+  FormLabel lblPicScaleChar;
   FormLabel lblPieceName;
   CommandButton cmdGetPlayingPiecePic;
   CommandButton cmdDelPlayingPiecePic;
   FormLabel lblPicDimPlay;
+  FormLabel lblPicScalePlay;
   Frame fraAbilities;
   FormLabel lblAbilitiesName;
   TextBox txtSpecialAbilities;
@@ -75,6 +78,7 @@ class Character2ndForm : public RecordEditor {
   void SetCardDefaults() override;
   void ShowCard() override;
   TextBox& FirstField() override { return txtCharName; }
+  PictureFitter& FirstPicture() override { return picture_fitter_; }
 
  private:
   void Arrange();
@@ -103,10 +107,13 @@ class Character2ndForm : public RecordEditor {
   void cmdBackCharPic_Click();
   void cmdDelBackCharPic_Click();
   void picImageCharacter_KeyDown(const KeyEvent& key);
+  void picPlayingPieceImage_KeyDown(const KeyEvent& key);
 
   CharacterPreview& preview_;
   PictureMover picture_mover_;
   PictureMover piece_mover_;
+  PictureFitter picture_fitter_;
+  PictureFitter piece_fitter_;
   HandleDrag handle_;
   QString LastPicFolder;  // folders of the pictures chosen last, with their closing separators
   QString LastPieceFolder;

@@ -13,8 +13,8 @@ constexpr int kHandleHighest = 154;
 }  // namespace
 
 Character2ndForm::Character2ndForm()
-    : RecordEditor(
-          {"frmCharacter2nd", "tblCharacter", "CharacterID", "character", modData::rsCharacter, false}),
+    : RecordEditor({"frmCharacter2nd", "tblCharacter", "CharacterID", "character", modData::rsCharacter,
+                    false, "Name"}),
       pic2ndCharacter(*this),
       viewCharacter(pic2ndCharacter, TheCharacterPreview().picCharacter),
       viewBack(pic2ndCharacter, TheCharacterPreview().picCharacterBack),
@@ -43,10 +43,12 @@ Character2ndForm::Character2ndForm()
       cmdGetCharPic(fraPictures, QStringLiteral("Select")),
       cmdDelCharPic(fraPictures, QStringLiteral("Remove")),
       lblPicDimChar(fraPictures, QStringLiteral("(100W*200H)")),
+      lblPicScaleChar(fraPictures),
       lblPieceName(fraPictures, QStringLiteral("Playing piece:")),
       cmdGetPlayingPiecePic(fraPictures, QStringLiteral("Select")),
       cmdDelPlayingPiecePic(fraPictures, QStringLiteral("Remove")),
       lblPicDimPlay(fraPictures, QStringLiteral("(100W*200H)")),
+      lblPicScalePlay(fraPictures),
       fraAbilities(picCharacterRest, QStringLiteral("Text")),
       lblAbilitiesName(fraAbilities, QStringLiteral("Sp&ecial abilities:")),
       txtSpecialAbilities(fraAbilities, TextBox::MultiLine),
@@ -62,6 +64,14 @@ Character2ndForm::Character2ndForm()
                      [this] { preview_.PlacePicture(); }),
       piece_mover_(Record(), "PPLeft", "PPTop", preview_.picPlayingPieceFrame, preview_.picPlayingPieceImage,
                    [this] { preview_.PlacePiece(); }),
+      picture_fitter_({Record(), "tblCharacter", "Picture", "PicLeft", "PicTop", preview_.picFrameCharacter,
+                       preview_.picImageCharacter, lblPicScaleChar,
+                       [this] { return InsideOf(preview_.picFrameCharacter); },
+                       [this] { preview_.PlacePicture(); }, [this] { cmdDelCharPic_Click(); }}),
+      piece_fitter_({Record(), "tblCharacter", "PlayingPiece", "PPLeft", "PPTop",
+                     preview_.picPlayingPieceFrame, preview_.picPlayingPieceImage, lblPicScalePlay,
+                     [this] { return InsideOf(preview_.picPlayingPieceFrame); },
+                     [this] { preview_.PlacePiece(); }, [this] { cmdDelPlayingPiecePic_Click(); }}),
       handle_(Record(), preview_.lblPicSizeCharacter, HandleDrag::Across, kHandleLowest, kHandleHighest,
               [this] { FrameResized(); }) {
   SetCaption(QStringLiteral("Character (2nd)"));
@@ -126,9 +136,11 @@ void Character2ndForm::ArrangePictures() {
   for (FormLabel* label : {&lblPicDimChar, &lblPicDimPlay}) {
     label->SetToolTip(QStringLiteral("Size of the picture's frame in pixels"));
   }
+  for (FormLabel* label : {&lblPicScaleChar, &lblPicScalePlay}) ExplainScale(*label);
   AddChecks(grid, {&chkShowPictureCharacter, &chkFrameCharacter});
-  AddRow(grid, 1, lblPictureName, {&cmdGetCharPic, &cmdDelCharPic, &lblPicDimChar});
-  AddRow(grid, 2, lblPieceName, {&cmdGetPlayingPiecePic, &cmdDelPlayingPiecePic, &lblPicDimPlay});
+  AddRow(grid, 1, lblPictureName, {&cmdGetCharPic, &cmdDelCharPic, &lblPicDimChar, &lblPicScaleChar});
+  AddRow(grid, 2, lblPieceName,
+         {&cmdGetPlayingPiecePic, &cmdDelPlayingPiecePic, &lblPicDimPlay, &lblPicScalePlay});
   grid.SetColumnStretch(1, 1);
 }
 
@@ -171,9 +183,12 @@ void Character2ndForm::SubscribePictures() {
   cmdDelBackCharPic.Click = [this] { cmdDelBackCharPic_Click(); };
   picture_mover_.Attach();
   piece_mover_.Attach();
+  picture_fitter_.Attach();
+  piece_fitter_.Attach();
+  TakeFillingPictures(preview_.picBackgroundChar, Record(), "Background");
   handle_.Attach();
   preview_.picImageCharacter.KeyDown = [this](const KeyEvent& key) { picImageCharacter_KeyDown(key); };
-  preview_.picPlayingPieceImage.KeyDown = [this](const KeyEvent& key) { piece_mover_.KeyDown(key); };
+  preview_.picPlayingPieceImage.KeyDown = [this](const KeyEvent& key) { picPlayingPieceImage_KeyDown(key); };
 }
 
 }  // namespace orv

@@ -57,6 +57,7 @@ void Large2ndForm::ShowCard() {
     txtInfoLarge.SetText(card["Information"].TextOrEmpty());
     picColourLarge.SetBackColor(card["BGColour"].Int32Or(kWhite));
   }
+  fitter_.Show();
   frmCard->CreateLargeCard2nd();
 }
 
@@ -85,10 +86,12 @@ void Large2ndForm::chkResizeLarge_Click() {
 
 void Large2ndForm::cmdGetPicLarge_Click() {
   ChooseFramedPicture("Choose picture", Record(), "Picture", preview_.picImageLarge, LastPicFolder);
+  fitter_.Show();
 }
 
 void Large2ndForm::cmdDelPicLarge_Click() {
   RemoveFramedPicture(Record(), preview_.picImageLarge);
+  fitter_.Show();
 }
 
 void Large2ndForm::cmdBackPicLarge_Click() {
@@ -130,7 +133,16 @@ void Large2ndForm::FrameResized() {
   ShowDimension();
 }
 
+// Where the frame hugs the picture, the room down is what it has without.
+QSize Large2ndForm::PictureRoom() const {
+  const Surface& frame = preview_.picFrameLarge;
+  const bool hugs = modData::rsLargeCard["Resize"].BoolOrFalse();
+  const int down = hugs ? LargeCardPreview::kFrameHeight - 2 * frame.BorderStyle() : frame.InsideHeight();
+  return {frame.InsideWidth(), down};
+}
+
 void Large2ndForm::picImageLarge_KeyDown(const KeyEvent& key) {
+  if (fitter_.KeyDown(key)) return;
   if (key.Shift == 0) mover_.KeyDown(key);
 }
 

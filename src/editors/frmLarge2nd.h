@@ -1,6 +1,7 @@
 #pragma once
 
 #include "composition/LargeCardPreview.h"
+#include "editors/PictureFitter.h"
 #include "editors/PicturePlacing.h"
 #include "editors/RecordEditor.h"
 #include "forms/Layout.h"
@@ -40,6 +41,7 @@ class Large2ndForm : public RecordEditor {
   CommandButton cmdGetPicLarge;
   CommandButton cmdDelPicLarge;
   FormLabel lblPicDimLarge;
+  FormLabel lblPicScaleLarge;
   Frame fraBack;
   FormLabel lblBackgroundName;
   CommandButton cmdBackPicLarge;
@@ -59,6 +61,7 @@ class Large2ndForm : public RecordEditor {
   void SetCardDefaults() override;
   void ShowCard() override;
   TextBox& FirstField() override { return txtTitleLarge; }
+  PictureFitter& FirstPicture() override { return fitter_; }
 
  private:
   void Arrange();
@@ -69,6 +72,7 @@ class Large2ndForm : public RecordEditor {
   void SubscribePicture();
   void ShowDimension();
   void FrameResized();
+  QSize PictureRoom() const;
 
   void chkShowPictureLarge_Click();
   void chkFrameLarge_Click();
@@ -84,6 +88,7 @@ class Large2ndForm : public RecordEditor {
 
   LargeCardPreview& preview_;
   PictureMover mover_;
+  PictureFitter fitter_;
   HandleDrag handle_;
   QString LastPicFolder;  // folders of the pictures chosen last, with their closing separators
   QString LastCardbackFolder;

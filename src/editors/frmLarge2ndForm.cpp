@@ -34,6 +34,7 @@ Large2ndForm::Large2ndForm()
       cmdGetPicLarge(fraPicture, QStringLiteral("Select")),
       cmdDelPicLarge(fraPicture, QStringLiteral("Remove")),
       lblPicDimLarge(fraPicture, QStringLiteral("121W * 238H")),
+      lblPicScaleLarge(fraPicture),
       fraBack(picLargeCard, QStringLiteral("Background and back")),
       lblBackgroundName(fraBack, QStringLiteral("&Background:")),
       cmdBackPicLarge(fraBack, QStringLiteral("Select")),
@@ -47,6 +48,9 @@ Large2ndForm::Large2ndForm()
       preview_(TheLargeCardPreview()),
       mover_(Record(), "PicLeft", "PicTop", preview_.picFrameLarge, preview_.picImageLarge,
              [this] { preview_.PlacePicture(); }),
+      fitter_({Record(), "tblLargeCard", "Picture", "PicLeft", "PicTop", preview_.picFrameLarge,
+               preview_.picImageLarge, lblPicScaleLarge, [this] { return PictureRoom(); },
+               [this] { preview_.PlacePicture(); }, [this] { cmdDelPicLarge_Click(); }}),
       handle_(Record(), preview_.lblPicSizeLarge, HandleDrag::Across, kHandleLowest, kHandleHighest,
               [this] { FrameResized(); }) {
   SetCaption(QStringLiteral("Large card (2nd)"));
@@ -92,7 +96,8 @@ void Large2ndForm::ArrangePicture() {
   chkResizeLarge.SetToolTip(QStringLiteral("The frame closes around the picture"));
   lblPicDimLarge.SetToolTip(QStringLiteral("Size of the picture's frame in pixels"));
   AddChecks(grid, {&chkShowPictureLarge, &chkFrameLarge, &chkResizeLarge});
-  AddRow(grid, 1, lblPictureName, {&cmdGetPicLarge, &cmdDelPicLarge, &lblPicDimLarge});
+  ExplainScale(lblPicScaleLarge);
+  AddRow(grid, 1, lblPictureName, {&cmdGetPicLarge, &cmdDelPicLarge, &lblPicDimLarge, &lblPicScaleLarge});
   grid.SetColumnStretch(1, 1);
 }
 
@@ -135,6 +140,9 @@ void Large2ndForm::SubscribePicture() {
   cmdCardbackLarge.Click = [this] { cmdCardbackLarge_Click(); };
   cmdDelCardbackLarge.Click = [this] { cmdDelCardbackLarge_Click(); };
   mover_.Attach();
+  fitter_.Attach();
+  TakeFillingPictures(preview_.picCardLarge, Record(), "BGPicture");
+  TakeFillingPictures(preview_.picBackLarge, Record(), "LargeCardBack");
   handle_.Attach();
   preview_.picImageLarge.KeyDown = [this](const KeyEvent& key) { picImageLarge_KeyDown(key); };
 }

@@ -60,7 +60,7 @@ void PicturesAhead::Advance(const std::vector<QByteArray>& files) {
   }
 }
 
-Picture PicturesAhead::Take(const QByteArray& file) {
+Picture PicturesAhead::Take(const QByteArray& file, std::int64_t most_pixels) {
   for (const Entries* entries : {&current_, &next_, &kept_}) {
     for (const Entry& entry : *entries) {
       if (!Same(entry.file, file)) continue;
@@ -68,7 +68,7 @@ Picture PicturesAhead::Take(const QByteArray& file) {
     }
   }
   std::promise<std::optional<Picture>> promise;
-  const Picture picture = LoadPicture(file);
+  const Picture picture = LoadPicture(file, most_pixels);
   promise.set_value(picture);
   if (picture.Width() * picture.Height() <= kMostKeptPixels) Keep({file, promise.get_future().share()});
   return picture;
@@ -79,8 +79,8 @@ void PicturesAhead::Keep(const Entry& entry) {
   kept_.push_back(entry);
 }
 
-Picture PicturesAhead::Load(const QByteArray& file) {
-  return living != nullptr ? living->Take(file) : LoadPicture(file);
+Picture PicturesAhead::Load(const QByteArray& file, std::int64_t most_pixels) {
+  return living != nullptr ? living->Take(file, most_pixels) : LoadPicture(file, most_pixels);
 }
 
 }  // namespace orv

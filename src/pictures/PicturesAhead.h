@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <cstdint>
 #include <future>
 #include <memory>
 #include <optional>
@@ -27,8 +28,9 @@ class PicturesAhead {
   // the former one.
   void Advance(const std::vector<QByteArray>& files);
 
-  // The picture of a file, from the living object if there is one. Errors as LoadPicture.
-  static Picture Load(const QByteArray& file);
+  // The picture of a file, from the living object if there is one. Errors as LoadPicture, which bounds it to
+  // so many pixels.
+  static Picture Load(const QByteArray& file, std::int64_t most_pixels);
 
  private:
   struct Entry {
@@ -37,7 +39,7 @@ class PicturesAhead {
   };
   using Entries = std::vector<Entry>;
 
-  Picture Take(const QByteArray& file);
+  Picture Take(const QByteArray& file, std::int64_t most_pixels);
   void Keep(const Entry& entry);
   Entry Start(const QByteArray& file);
 

@@ -6,6 +6,7 @@
 #include "base/Quietly.h"
 #include "base/Rounding.h"
 #include "base/RuntimeError.h"
+#include "pictures/PictureBudget.h"
 #include "pictures/PicturesAhead.h"
 
 namespace orv {
@@ -17,7 +18,10 @@ constexpr std::int64_t kBlock = 32768;
 
 void LoadPictureFromField(Surface& surface, const Field& field) {
   const QByteArray bytes = field.Bytes();
-  surface.SetPicture(bytes.isEmpty() ? LoadPicture() : PicturesAhead::Load(bytes));
+  if (bytes.isEmpty()) return surface.SetPicture(LoadPicture());
+  const Picture picture = PicturesAhead::Load(bytes, PictureBudget::PixelsLeft());
+  PictureBudget::Spend(std::int64_t{picture.Width()} * picture.Height());
+  surface.SetPicture(picture);
 }
 
 Value ReadFileToField(const QString& path, const Field& field) {

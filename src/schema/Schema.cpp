@@ -102,6 +102,22 @@ const Table& OwnerOf(const QString& key) {
       Tables(), [&](const Table& table) { return key == QLatin1String(table.columns.front().name); });
 }
 
+// A record takes the originals of its pictures along. These triggers stand beside the table's own, so that
+// these are the same in a file without originals.
+void RelateOriginals(std::vector<Object>& objects) {
+  for (const Table& table : Tables()) {
+    if (!table.HasLongBinaries()) continue;
+    const QString name = QStringLiteral("tblOriginal_of") + QString(QLatin1String(table.name)).mid(3);
+    objects.push_back(
+        {"trigger", name,
+         QStringLiteral("CREATE TRIGGER %1 AFTER DELETE ON %2 BEGIN\n"
+                        "  DELETE FROM tblOriginal_rows WHERE TableName = '%3' AND RecordID = OLD.%4;\n"
+                        "END")
+             .arg(name, RowsOf(table), QLatin1String(table.name),
+                  QLatin1String(table.columns.front().name))});
+  }
+}
+
 // Makes the objects of one table.
 class Maker {
  public:
@@ -222,9 +238,18 @@ std::vector<Object> Objects(Age age) {
   return objects;
 }
 
+std::vector<Object> OriginalObjects() {
+  std::vector<Object> objects;
+  Maker(Originals(), objects).Make();
+  RelateOriginals(objects);
+  return objects;
+}
+
 QString Script(Age age) {
   QString script = QStringLiteral("BEGIN;\n");
-  for (const Object& object : Objects(age)) script += object.sql + QStringLiteral(";\n");
+  for (const std::vector<Object>& objects : {Objects(age), OriginalObjects()}) {
+    for (const Object& object : objects) script += object.sql + QStringLiteral(";\n");
+  }
   return script + QStringLiteral("COMMIT;\n");
 }
 

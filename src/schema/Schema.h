@@ -29,8 +29,10 @@ enum class Age { kNew, kOlder };
 
 // All in the order in which they are made, without SQLite's own (sqlite_sequence).
 std::vector<Object> Objects(Age age = Age::kNew);
+// Those of the originals, behind the others: a file has all of them or none.
+std::vector<Object> OriginalObjects();
 
-// The statements that make them in an empty file, as one transaction.
+// The statements that make all of them in an empty file, as one transaction.
 QString Script(Age age = Age::kNew);
 
 // Queries for what the relations rule out: rows whose owner is gone and long binaries without their row.

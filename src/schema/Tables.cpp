@@ -207,4 +207,22 @@ const std::vector<Table>& Tables() {
   return kTables;
 }
 
+const Table& Originals() {
+  // clang-format off
+  static const Table kTable = {"tblOriginal",
+       {
+           {"OriginalID", kKey},
+           {"TableName", kText},
+           {"RecordID", kInteger},
+           {"ColumnName", kText},
+           {"Scale", kReal},      // of the stored picture, 1 for its natural size
+           {"Upright", kBoolean}, // turned as the file's orientation tag says
+           {"Digest", kText},     // of the stored picture, SHA-256 in hexadecimal digits
+           {"File", kLongBinary},
+       },
+       {{"byRecord", "TableName, RecordID, ColumnName"}}};
+  // clang-format on
+  return kTable;
+}
+
 }  // namespace orv::schema

@@ -41,4 +41,8 @@ struct Table {
 // In the order in which they lie in the file.
 const std::vector<Table>& Tables();
 
+// The file of which a stored picture was made at another size. A file without this table is as good; it only
+// can't keep an original. A row goes with the record that it belongs to.
+const Table& Originals();
+
 }  // namespace orv::schema

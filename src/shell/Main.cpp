@@ -1,5 +1,7 @@
 #include "shell/Main.h"
 
+#include "base/RuntimeError.h"
+#include "base/Settings.h"
 #include "database/CountStart.h"
 #include "database/DatabaseInUse.h"
 #include "editors/frmCard2nd.h"
@@ -7,16 +9,19 @@
 #include "editors/frmLarge2nd.h"
 #include "forms/Dialogs.h"
 #include "shell/frmMaster.h"
+#include "shell/inner/BringOverOldDatabase.h"
+#include "state/ProgramFolder.h"
 #include "state/modData.h"
 
 namespace orv {
 bool Main() {
   TellWhenDatabaseIsInUse();
-  modData::OpenDatabase(CountStart);
+  const ProgramFolder folder = SettleProgramFolder();
+  if (!folder.news.isEmpty()) MsgBox(folder.news, Icon::Information, QStringLiteral("New folder"));
+  if (!BringOverOldDatabase()) return false;
+  if (folder.usable) modData::OpenDatabase(CountStart);
   if (!modData::DatabaseFound) {
-    MsgBox(QStringLiteral("The database is missing.\r\n\r\n"
-                          "Make sure the file ORV.MDB is in the same folder as the program."),
-           Icon::Critical, QStringLiteral("Missing database"));
+    MsgBox(folder.missing, Icon::Critical, QStringLiteral("Missing database"));
     return false;
   }
   modData::CurrentSetID = 0;
@@ -27,6 +32,45 @@ bool Main() {
   frmCharacter2nd.Load();
   frmLarge2nd.Load();
   return true;
+}
+
+namespace {
+
+// Whether the user was told that there is no room for a copy.
+class NoRoomTold {
+ public:
+  bool Get() const { return !GetSetting(kSection, kKey).isEmpty(); }
+  void Set(bool told) const {
+    if (told == Get()) return;
+    try {
+      SaveSetting(kSection, kKey, told ? QStringLiteral("told") : QString());
+    } catch (const RuntimeError&) {
+      // It is told once more then.
+    }
+  }
+
+ private:
+  const QString kSection = QStringLiteral("Database");
+  const QString kKey = QStringLiteral("NoRoomForCopy");
+};
+
+}  // namespace
+
+std::unique_ptr<DailyCopy> StartDailyCopy() {
+  const NoRoomTold told;
+  const QString database = modData::DatabasePath();
+  if (HasRoomForCopy(database)) {
+    told.Set(false);
+    return std::make_unique<DailyCopy>(database);
+  }
+  if (!told.Get()) {
+    told.Set(true);
+    MsgBox(QStringLiteral(
+               "There is no room on the disk for the copy of the database that is made each day.\r\n\r\n"
+               "The program goes on without it."),
+           Icon::Information, QStringLiteral("Copy of the database"));
+  }
+  return nullptr;
 }
 
 }  // namespace orv

@@ -20,15 +20,20 @@
 #include "forms/ControlHelpers.h"
 #include "forms/Dialogs.h"
 #include "output/modFile.h"
+#include "pictures/DroppedPicture.h"
+#include "pictures/FittedPicture.h"
 #include "pictures/modPicture.h"
 #include "shell/frmCreate.h"
 #include "shell/frmSetName.h"
+#include "shell/inner/SetMenu.h"
 #include "state/modData.h"
 
 namespace orv {
 namespace {
 
 const QString kWindowSection = QStringLiteral("MainWindow");
+
+constexpr int kSymbolSide = 25;  // pixels
 
 int StoredPlace(const char* key, int fallback) {
   return Value(GetSetting(kWindowSection, QString::fromLatin1(key), QString::number(fallback))).Int32();
@@ -112,6 +117,12 @@ void MasterForm::Arrange() {
   };
   plain("createall", "Create all cards", "createall");
   plain("exporttotext", "Export all texts", "exporttext");
+  tbar.AddMenu(QStringLiteral("More"), QStringLiteral("More"), QStringLiteral("menu"),
+               {{QStringLiteral("saveset"), QStringLiteral("&Save set as...")},
+                {QStringLiteral("bringin"), QStringLiteral("&Bring in a set...")},
+                {},
+                {QStringLiteral("duplicate"), QStringLiteral("&Duplicate\tCtrl+D")},
+                {QStringLiteral("copytoset"), QStringLiteral("&Copy to another set...")}});
   DockTop(tbar);
 
   picSet.Place(0, 0, 12180, 1035);
@@ -126,7 +137,7 @@ void MasterForm::Arrange() {
   cmdSymbolAdd.Place(4080, 120, 855, 285);
   cmdSymbolDel.Place(4080, 405, 855, 285);
   viewSetSymbol.Place(5040, 120, 375, 375);
-  picSetSymbol.Place(0, 0, 25, 25);
+  picSetSymbol.Place(0, 0, kSymbolSide, kSymbolSide);
   picSetSymbol.SetAutoSize(true);
   picSetSymbol.SetName(QStringLiteral("Symbol of the set"));
   Label1.SetBuddy(cboSet);
@@ -142,6 +153,13 @@ void MasterForm::Subscribe() {
   cmdEdit.Click = [this] { cmdEdit_Click(); };
   cmdDelete.Click = [this] { cmdDelete_Click(); };
   chkAutonumber.Click = [this] { chkAutonumber_Click(); };
+  TakePictures(picSetSymbol, [this](const DataObject& data) { TakeSymbol(data); });
+  Drop = [this](const DataObject& data) {
+    if (!ptSet.Visible()) return;
+    const Answer answer = MsgBox(QStringLiteral("Make this picture the symbol of the set?"), Icon::Question,
+                                 QStringLiteral("Symbol"), Buttons::YesNo);
+    if (answer == Answer::Yes) TakeSymbol(data);
+  };
   cmdSymbolAdd.Click = [this] { cmdSymbolAdd_Click(); };
   cmdSymbolDel.Click = [this] { cmdSymbolDel_Click(); };
   EditorClosed = [this](const QString& form_name) { FixButton(form_name, 0); };
@@ -321,6 +339,20 @@ void MasterForm::cmdSymbolAdd_Click() {
   RedrawEditors();
 }
 
+// A picture that was dropped or pasted is made as small as the place where a symbol is shown.
+void MasterForm::TakeSymbol(const DataObject& data) {
+  if (data.IsEmpty() || modData::CurrentSetID == 0) return;
+  const Picture symbol =
+      PictureOf(data, [](const QByteArray& bytes) { return PictureWithin(bytes, kSymbolSide, kSymbolSide); });
+  if (symbol.IsEmpty()) return;
+  Recordset& set = modData::rsSet;
+  set["Symbol"] = BitmapFile(symbol);
+  set["UseSymbol"] = true;
+  set.Update();
+  ShowSymbol(symbol, true);
+  RedrawEditors();
+}
+
 void MasterForm::cmdSymbolDel_Click() {
   ShowSymbol(LoadPicture(), false);
   modData::rsSet["UseSymbol"] = false;
@@ -339,6 +371,17 @@ void MasterForm::tbar_ButtonClick(const QString& key) {
   if (key == u"large2nd") Toggle(frmLarge2nd);
   if (key == u"createall") CreateAll();
   if (key == u"exporttotext") ExportToText();
+  if (key == u"saveset") SaveSetAs();
+  if (key == u"bringin") ShowBroughtIn(BringInSet());
+  if (key == u"duplicate") DuplicateInEditor();
+  if (key == u"copytoset") CopyToAnotherSet();
+}
+
+void MasterForm::ShowBroughtIn(std::int32_t set_id) {
+  if (set_id == 0) return;
+  modData::CurrentSetID = Value(set_id).Int16();
+  InitialiseSet();
+  UpdateSetDisplay();
 }
 
 void MasterForm::CreateAll() {

@@ -50,6 +50,7 @@ class MasterForm : public Form {
   void LoadWindowPosition();
   void SaveWindowPosition();
   void ExportToText();
+  void ShowBroughtIn(std::int32_t set_id);
   void WriteSet();
   void ShowSymbol(const Picture& symbol, bool use);
 
@@ -60,6 +61,7 @@ class MasterForm : public Form {
   void cmdDelete_Click();
   void chkAutonumber_Click();
   void cmdSymbolAdd_Click();
+  void TakeSymbol(const DataObject& data);
   void cmdSymbolDel_Click();
   void CreateAll();
 

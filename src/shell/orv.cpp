@@ -1,3 +1,6 @@
+#include <memory>
+
+#include "exchange/Copies.h"
 #include "forms/Application.h"
 #include "icons/Icons.h"
 #include "shell/Main.h"
@@ -6,7 +9,9 @@
 int main(int argc, char** argv) {
   orv::Application application(argc, argv, orv::Application::Desktop, orv::TheProgram());
   orv::InitIcons();
-  return application.Run([] {
-    if (!orv::Main()) orv::Application::Quit();
+  std::unique_ptr<orv::DailyCopy> copy;
+  return application.Run([&copy] {
+    if (!orv::Main()) return orv::Application::Quit();
+    copy = orv::StartDailyCopy();
   });
 }

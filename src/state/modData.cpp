@@ -7,7 +7,17 @@
 #include "schema/Schema.h"
 
 namespace orv::modData {
+
 namespace {
+
+// A file that was delivered earlier has none of what keeps them.
+bool HasOriginals(const Connection& connection) {
+  const QString query = QStringLiteral("SELECT name FROM sqlite_schema WHERE name = '%1'");
+  const QString table = QLatin1String(schema::Originals().name);
+  return !Recordset::OpenSnapshot(connection, query.arg(table)).IsEmpty();
+}
+
+}  // namespace
 
 // A file in which something else bears a name of ours is not ours: a view in a table's place could have no
 // end, and a trigger could change any row.
@@ -18,8 +28,15 @@ void CheckSchema(const Connection& connection) {
     const QString& old = older[objects.size()].sql;
     objects.push_back({QLatin1String(object.type), object.name, {object.sql, old}});
   }
+  if (HasOriginals(connection)) {
+    for (const schema::Object& object : schema::OriginalObjects()) {
+      objects.push_back({QLatin1String(object.type), object.name, {object.sql}});
+    }
+  }
   connection.RequireObjects(objects);
 }
+
+namespace {
 
 void Connect(const QString& path) {
   const Connection connection = Connection::Open(path);

@@ -40,6 +40,9 @@ QString DatabasePath();
 // `before_connection` runs when the file is known to be there and still closed.
 void OpenDatabase(const std::function<void()>& before_connection, const QString& path = DatabasePath());
 
+// RuntimeError 3000 for a database that lacks a table or a column of this program.
+void CheckSchema(const Connection& connection);
+
 // A read-only snapshot, owned by the caller.
 Recordset OpenSnapshot(const QString& sql);
 // An editable recordset; an earlier one in the variable is released and not closed by hand, so a change

@@ -82,7 +82,7 @@ def few_cards(batch, count):
 def test_usage(batch):
     good = ["--database", batch.database, "--set", SET, "--to", batch.out]
     table = [
-        ([], 2, "--database is needed"),
+        ([], 2, "--set is needed"),
         ([*good, "--number", "--no-number"], 2, "--number and --no-number exclude each other"),
         ([*good, "more"], 2, "Unknown argument: more"),
         ([*good, "--format", "TIFF"], 2, "Unknown format: TIFF"),

@@ -1,5 +1,6 @@
 """A display of its own for one program, and a user at its keyboard and mouse."""
 
+import configparser
 import copy
 import os
 import shutil
@@ -135,9 +136,21 @@ class Program:
     def write_settings(self, starts=0):
         """The window's place, and how often the program was started."""
         places = {"LeftPos": 0, "TopPos": 0, "WidthPos": 1280 * TWIPS, "HeightPos": 1000 * TWIPS}
-        with open(os.path.join(self.folder, "settings", "ORV2", "ORV2.ini"), "w", encoding="ascii") as file:
-            file.write(f"[Database]\nLoaded={starts}\n[MainWindow]\n")
-            file.writelines(f"{key}={value}\n" for key, value in places.items())
+        self.set("Database", "Loaded", starts)
+        for key, value in places.items():
+            self.set("MainWindow", key, value)
+
+    def set(self, section, key, value):
+        """Stores one of the user's settings."""
+        path = os.path.join(self.folder, "settings", "ORV2", "ORV2.ini")
+        store = configparser.ConfigParser()
+        store.optionxform = str
+        store.read(path)
+        if not store.has_section(section):
+            store.add_section(section)
+        store.set(section, key, str(value))
+        with open(path, "w", encoding="ascii") as file:
+            store.write(file, space_around_delimiters=False)
 
     def start(self):
         environment = {**self.display.environment(), "QT_QPA_PLATFORM": "xcb",

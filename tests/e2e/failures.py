@@ -80,7 +80,9 @@ def fail(window, number, words, provoke, restore, meanwhile=lambda: None):
 def test_full_disk(display, executable, database, folder):
     kilobytes = (os.path.getsize(executable) + os.path.getsize(database)) // 1024 + 256
     with SmallDisk(os.path.join(folder, "disk"), kilobytes) as disk:
-        window = Window(display, Program(display, executable, database, disk.folder))
+        program = Program(display, executable, database, disk.folder)
+        program.set("Database", "NoRoomForCopy", "told")
+        window = Window(display, program)
         fail(window, 61, "Disk full", disk.fill, os.remove)
 
 

@@ -13,6 +13,7 @@ struct Program {
   };
   QString name;                    // the title of boxes that have none of their own
   QString settings_name;           // under which the user's settings are kept
+  QString package_name;            // of its package, and so of its folders and its desktop file
   QString usual_face;              // of a surface that is given no font
   std::vector<StandIn> stand_ins;  // what is drawn for a face that is not installed
 };
@@ -23,10 +24,10 @@ namespace App {
 const Program& Running();
 void SetRunning(const Program& program);
 
-// Folder of the executable, without a closing separator (a file system's root keeps its own).
-// All files of the program lie directly in it.
+// The program's folder, without a closing separator (a file system's root keeps its own): the one of the
+// executable where no other was set. All files of the program lie directly in it.
 QString Path();
-// Puts another folder in the place of the executable's, for tools and tests.
+// Puts another folder in the place of the executable's, for an installed program, tools and tests.
 void SetPath(const QString& folder);
 // Base name of the executable.
 QString ExeName();

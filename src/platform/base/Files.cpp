@@ -40,6 +40,14 @@ QString FolderOf(const QString& path) {
   return folder.isEmpty() ? QStringLiteral(".") : folder;
 }
 
+void WriteNew(const QString& path, const QByteArray& bytes) {
+  QFile file(path);
+  errno = 0;
+  if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly)) ThrowFileError(errno);
+  errno = 0;
+  if (file.write(bytes) != bytes.size() || !file.flush()) ThrowFileError(errno);
+}
+
 }  // namespace
 
 void ThrowFileError(int error_code) {
@@ -135,13 +143,26 @@ void ReplaceFile(const QString& path, const std::function<void(const QString&)>&
 }
 
 void ReplaceFile(const QString& path, const QByteArray& bytes) {
-  ReplaceFile(path, [&bytes](const QString& temporary) {
-    QFile file(temporary);
-    errno = 0;
-    if (!file.open(QIODevice::WriteOnly | QIODevice::NewOnly)) ThrowFileError(errno);
-    errno = 0;
-    if (file.write(bytes) != bytes.size() || !file.flush()) ThrowFileError(errno);
-  });
+  ReplaceFile(path, [&bytes](const QString& temporary) { WriteNew(temporary, bytes); });
+}
+
+bool MakeFileIfMissing(const QString& path, const QByteArray& bytes) {
+  if (FileExists(path)) return false;
+  CheckTargetFile(path);
+  RemoveAbandonedFiles(FolderOf(path));
+  const QString temporary = TemporaryName(FolderOf(path));
+  try {
+    WriteNew(temporary, bytes);
+    Synchronise(temporary);
+    const bool made = QFile::rename(temporary, path);  // replaces nothing
+    if (!made) QFile::remove(temporary);
+    if (!FileExists(path)) throw RuntimeError(kErrPathFileAccess);
+    Synchronise(FolderOf(path));
+    return made;
+  } catch (...) {
+    QFile::remove(temporary);
+    throw;
+  }
 }
 
 }  // namespace orv

@@ -31,6 +31,10 @@ QByteArray ReadWhole(const QString& path);
 void ReplaceFile(const QString& path, const std::function<void(const QString& temporary)>& write);
 void ReplaceFile(const QString& path, const QByteArray& bytes);
 
+// Makes the file at `path` where there is none, whole or not at all, and on the disk when it returns. An
+// existing file stays as it is, also one that another program makes meanwhile; false then.
+bool MakeFileIfMissing(const QString& path, const QByteArray& bytes);
+
 // RuntimeError 75 for a path that ReplaceFile would refuse.
 void CheckTargetFile(const QString& path);
 

@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QClipboard>
 #include <QFont>
+#include <QMimeData>
 #include <QScreen>
 #include <QStyle>
 #include <cstdio>
@@ -10,6 +11,7 @@
 #include <new>
 #include <utility>
 
+#include "base/App.h"
 #include "base/Rounding.h"
 #include "base/RuntimeError.h"
 #include "forms/Dialogs.h"
@@ -76,6 +78,7 @@ Application::Application(int& argc, char** argv, Display display, const Program&
   impl_ = std::make_unique<Impl>(argc, argv);
   quit_asked = false;
   QApplication::setApplicationName(program.name);
+  QApplication::setDesktopFileName(program.package_name);
   QApplication::setQuitOnLastWindowClosed(false);
   new CommandKeys;
   QApplication::setStyle(NewStyle());
@@ -99,6 +102,10 @@ int Application::RunOnce(const std::function<int()>& action) {
   } catch (...) {
     EndProgramByCurrent();
   }
+}
+
+void Application::DrawNow() {
+  QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
 }
 
 void Application::Quit() {
@@ -132,6 +139,16 @@ bool SetImage(const Picture& picture) {
   if (picture.IsEmpty()) return false;
   QGuiApplication::clipboard()->setImage(picture.Image());
   return true;
+}
+
+DataObject GetData() {
+  const QMimeData* const data = QGuiApplication::clipboard()->mimeData();
+  return data == nullptr ? DataObject() : DataObjectFrom(*data);
+}
+
+bool HasData() {
+  const QMimeData* const data = QGuiApplication::clipboard()->mimeData();
+  return data != nullptr && HasDataObject(*data);
 }
 
 }  // namespace Clipboard

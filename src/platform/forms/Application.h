@@ -6,6 +6,7 @@
 #include <QString>
 
 #include "base/App.h"
+#include "forms/DataObject.h"
 #include "imaging/Picture.h"
 
 namespace orv {
@@ -25,6 +26,8 @@ class Application {
   int RunOnce(const std::function<int()>& action);
   // Unloads all forms and ends the loop.
   static void Quit();
+  // Shows and draws what waits for it, during a long piece of work; what the user does meanwhile waits on.
+  static void DrawNow();
 
  private:
   struct Impl;
@@ -50,6 +53,9 @@ class WaitCursor {
 namespace Clipboard {
 // Puts a picture on the clipboard; false where there is none.
 bool SetImage(const Picture& picture);
+// Whatever a picture may be taken from.
+DataObject GetData();
+bool HasData();
 }  // namespace Clipboard
 
 }  // namespace orv

@@ -74,6 +74,8 @@ Form::Form(FormKind kind) : kind_(kind), impl_(std::make_unique<Impl>()) {
   content->closed = [this] { ClosedByFrame(); };
   content->inside_changed = [this] { FollowInside(); };
   content->key_left = [this](const KeyEvent& key) { Form_KeyDown(key); };
+  content->takes_drops = [this] { return bool{Drop}; };
+  content->dropped = [this](const DataObject& data) { Drop(data); };
   if (kind == FormKind::Child && ChildArea() != nullptr) {
     impl_->child = new ChildWindow;
     impl_->child->closed = content->closed;
@@ -172,6 +174,10 @@ void Form::SetWindowState(int state) {
 
 bool Form::IsShown() const {
   return Handle() != nullptr && !Window()->isHidden();
+}
+
+bool Form::IsActive() const {
+  return impl_->child != nullptr && ChildArea() != nullptr && ChildArea()->currentSubWindow() == impl_->child;
 }
 
 // A child takes the size of its inside, as far as there is room. Its frame forgets a size that it was given

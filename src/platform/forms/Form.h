@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "forms/Control.h"
+#include "forms/DataObject.h"
 #include "forms/Lifetime.h"
 
 namespace orv {
@@ -38,6 +39,8 @@ class Form : public Container {
   void SetWindowState(int state);
 
   bool IsShown() const;
+  // Child: whether it has the keyboard among the children, or had it last.
+  bool IsActive() const;
   // Modeless; brings it to the front. The main window grows to show a child as far as the screen allows.
   void Show();
   void ShowBehind();  // child, modeless: below the others and without the keyboard
@@ -53,6 +56,8 @@ class Form : public Container {
   virtual void Form_Unload() {}
   // A key that the control with the focus did not use.
   virtual void Form_KeyDown(const KeyEvent&) {}
+  // Files or a picture were dropped where no control takes them.
+  Event<const DataObject&> Drop;
 
   // Set by the instance that owns the form.
   void SetCloser(std::function<void()> unload) { unload_ = std::move(unload); }

@@ -1,6 +1,7 @@
 #include "forms/inner/FormWindow.h"
 
 #include <QCloseEvent>
+#include <QDropEvent>
 #include <QKeyEvent>
 #include <QPushButton>
 #include <QScrollBar>
@@ -32,6 +33,18 @@ void FormWindow::closeEvent(QCloseEvent* event) {
 void FormWindow::keyPressEvent(QKeyEvent* event) {
   if (PressButton(event->key())) return;
   if (const KeyEvent key = KeyEventFrom(*event); key.KeyCode != 0) key_left(key);
+}
+
+void FormWindow::dragEnterEvent(QDragEnterEvent* event) {
+  const bool taken = takes_drops() && HasDataObject(*event->mimeData());
+  if (taken) event->setDropAction(Qt::CopyAction);
+  event->setAccepted(taken);
+}
+
+void FormWindow::dropEvent(QDropEvent* event) {
+  event->setDropAction(Qt::CopyAction);
+  event->accept();
+  dropped(DataObjectFrom(*event->mimeData()));
 }
 
 // Enter presses the button with the focus or else the default one, Escape the cancel button.

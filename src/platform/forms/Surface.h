@@ -6,6 +6,7 @@
 
 #include "base/App.h"
 #include "base/Event.h"
+#include "forms/DataObject.h"
 #include "forms/Types.h"
 #include "imaging/Picture.h"
 
@@ -81,6 +82,10 @@ class SurfaceItem {
   Event<const MouseEvent&> MouseMove;
   Event<> Click;
   Event<const KeyEvent&> KeyDown;
+  // What an item has no handler for reaches the nearest one around it that has.
+  Event<const WheelEvent&> Wheel;
+  Event<const MenuEvent&> ContextMenu;
+  Event<const DropEvent&> Drop;
 
  protected:
   friend class Surface;

@@ -1,8 +1,13 @@
+#include <QContextMenuEvent>
+#include <QDropEvent>
 #include <QFocusEvent>
 #include <QKeyEvent>
+#include <QMenu>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPointer>
+#include <QTimer>
+#include <QWheelEvent>
 #include <QWidget>
 #include <algorithm>
 #include <cmath>
@@ -50,6 +55,15 @@ bool Shown(const SurfaceItem* item) {
   return true;
 }
 
+constexpr int kWheelStep = 120;  // eighths of a degree
+
+// The nearest item, from one on outwards, with a handler for an event.
+template <class E>
+SurfaceItem* Handling(SurfaceItem* item, E SurfaceItem::*event) {
+  while (item != nullptr && !(item->*event)) item = item->Container();
+  return item;
+}
+
 void AddStops(Surface& surface, std::vector<Surface*>& stops) {
   if (!surface.Visible()) return;
   if (surface.TabStop()) stops.push_back(&surface);
@@ -65,6 +79,9 @@ class SurfaceView::Widget : public QWidget, public SurfaceHost {
   Widget(QWidget* parent, Surface& surface) : QWidget(parent), surface_(&surface) {
     surface.SetHost(this);
     setMouseTracking(true);
+    setAcceptDrops(true);
+    turned_.setSingleShot(true);
+    connect(&turned_, &QTimer::timeout, this, [this] { RaiseWheel(); });
     Follow();
   }
 
@@ -86,12 +103,13 @@ class SurfaceView::Widget : public QWidget, public SurfaceHost {
   }
   void SurfaceGone() override {
     surface_ = nullptr;
-    focused_ = pressed_ = nullptr;
+    focused_ = pressed_ = wheeled_ = nullptr;
     update();
   }
   void ItemGone(SurfaceItem* item) override {
     if (focused_ == item) focused_ = nullptr;
     if (pressed_ == item) pressed_ = nullptr;
+    if (wheeled_ == item) wheeled_ = nullptr;
     update();
   }
 
@@ -101,6 +119,11 @@ class SurfaceView::Widget : public QWidget, public SurfaceHost {
   void mouseDoubleClickEvent(QMouseEvent* event) override { mousePressEvent(event); }
   void mouseMoveEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
+  void wheelEvent(QWheelEvent* event) override;
+  void contextMenuEvent(QContextMenuEvent* event) override;
+  void dragEnterEvent(QDragEnterEvent* event) override { AcceptDrag(event); }
+  void dragMoveEvent(QDragMoveEvent* event) override { AcceptDrag(event); }
+  void dropEvent(QDropEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void focusInEvent(QFocusEvent* event) override;
   void focusOutEvent(QFocusEvent*) override { update(); }
@@ -152,15 +175,26 @@ class SurfaceView::Widget : public QWidget, public SurfaceHost {
   }
 
   static orv::MouseEvent EventFor(const SurfaceItem* item, const QMouseEvent& event, int button) {
-    const QPointF place = (event.position() - CornerOf(item)) * kTwipsPerPixel;
+    const QPointF place = TwipsIn(item, event.position());
     return {button, ShiftStateFrom(event), place.x(), place.y()};
   }
 
+  static QPointF TwipsIn(const SurfaceItem* item, const QPointF& place) {
+    return (place - CornerOf(item)) * kTwipsPerPixel;
+  }
+  void AcceptDrag(QDropEvent* event);
+  void RaiseWheel();
   void PaintFocusFrame(QPainter& painter) const;
 
   Surface* surface_;
   SurfaceItem* focused_ = nullptr;
   SurfaceItem* pressed_ = nullptr;  // keeps the mouse while a button is held
+  // The turns of a wheel that wait for a moment when nothing else does: what is done for them is done once.
+  SurfaceItem* wheeled_ = nullptr;
+  QTimer turned_;
+  int turn_ = 0;  // eighths of a degree
+  int turn_shift_ = 0;
+  QPointF turn_place_;
 };
 
 void SurfaceView::Widget::paintEvent(QPaintEvent*) {
@@ -209,6 +243,66 @@ void SurfaceView::Widget::mouseReleaseEvent(QMouseEvent* event) {
   const SurfaceItem* const item = std::exchange(pressed_, nullptr);
   const bool clicked = event->button() == Qt::LeftButton && item == ItemAt(event->position());
   if (item != nullptr && clicked) item->Click();
+}
+
+void SurfaceView::Widget::wheelEvent(QWheelEvent* event) {
+  SurfaceItem* const item = Handling(ItemAt(event->position()), &SurfaceItem::Wheel);
+  event->setAccepted(item != nullptr);
+  if (item == nullptr) return;
+  if (item != wheeled_) RaiseWheel();
+  if (item != wheeled_) turn_ = 0;
+  wheeled_ = item;
+  turn_ += event->angleDelta().y();
+  turn_shift_ = ShiftStateFrom(*event);
+  turn_place_ = event->position();
+  turned_.start(0);
+}
+
+void SurfaceView::Widget::RaiseWheel() {
+  turned_.stop();
+  const int steps = turn_ / kWheelStep;
+  turn_ -= steps * kWheelStep;
+  if (wheeled_ == nullptr || steps == 0) return;
+  const QPointF place = TwipsIn(wheeled_, turn_place_);
+  wheeled_->Wheel({steps, turn_shift_, place.x(), place.y()});
+}
+
+void SurfaceView::Widget::contextMenuEvent(QContextMenuEvent* event) {
+  const bool by_key = event->reason() == QContextMenuEvent::Keyboard;
+  SurfaceItem* const item =
+      Handling(by_key ? focused_ : ItemAt(QPointF(event->pos())), &SurfaceItem::ContextMenu);
+  event->setAccepted(item != nullptr);
+  if (item == nullptr) return;
+  std::vector<MenuItem> items;
+  item->ContextMenu({items});
+  if (items.empty()) return;
+  auto* const menu = new QMenu(this);
+  menu->setAttribute(Qt::WA_DeleteOnClose);
+  for (const MenuItem& each : items) {
+    if (each.Caption.isEmpty()) {
+      menu->addSeparator();
+      continue;
+    }
+    QAction* const action = menu->addAction(each.Caption + u'\t' + each.Keys, this, each.Click);
+    action->setEnabled(each.Enabled);
+  }
+  menu->popup(by_key ? mapToGlobal(SeenOf(item).center().toPoint()) : event->globalPos());
+}
+
+void SurfaceView::Widget::AcceptDrag(QDropEvent* event) {
+  const bool taken =
+      Handling(ItemAt(event->position()), &SurfaceItem::Drop) != nullptr && HasDataObject(*event->mimeData());
+  // What is dragged is copied, whatever its program offers first.
+  if (taken) event->setDropAction(Qt::CopyAction);
+  event->setAccepted(taken);
+}
+
+void SurfaceView::Widget::dropEvent(QDropEvent* event) {
+  AcceptDrag(event);
+  if (!event->isAccepted()) return;
+  SurfaceItem* const item = Handling(ItemAt(event->position()), &SurfaceItem::Drop);
+  const QPointF place = TwipsIn(item, event->position());
+  item->Drop({DataObjectFrom(*event->mimeData()), place.x(), place.y()});
 }
 
 void SurfaceView::Widget::keyPressEvent(QKeyEvent* event) {

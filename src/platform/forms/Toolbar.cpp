@@ -1,6 +1,7 @@
 #include "forms/Toolbar.h"
 
 #include <QAction>
+#include <QMenu>
 #include <QToolBar>
 #include <QToolButton>
 
@@ -57,6 +58,32 @@ void Toolbar::Add(const QString& key, const QString& name, const QString& tool_t
   TabAfterLast(bar, button);
   QObject::connect(action, &QAction::triggered, Watcher(), [this, key] { ButtonClick(key); });
   buttons_.push_back(action);
+}
+
+void Toolbar::AddMenu(const QString& name, const QString& tool_tip, const QString& icon,
+                      const std::vector<ToolbarMenuEntry>& entries) {
+  auto& bar = *static_cast<QToolBar*>(Handle());
+  auto* const room = new QWidget(&bar);
+  room->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
+  bar.addWidget(room);
+  auto* const button = new QToolButton(&bar);
+  button->setIcon(NamedIcon(icon));
+  button->setToolTip(tool_tip);
+  button->setAccessibleName(name);
+  button->setPopupMode(QToolButton::InstantPopup);
+  button->setFocusPolicy(Qt::TabFocus);
+  auto* const menu = new QMenu(button);
+  for (const ToolbarMenuEntry& entry : entries) {
+    if (entry.Key.isEmpty()) {
+      menu->addSeparator();
+      continue;
+    }
+    QObject::connect(menu->addAction(entry.Text), &QAction::triggered, Watcher(),
+                     [this, key = entry.Key] { ButtonClick(key); });
+  }
+  button->setMenu(menu);
+  bar.addWidget(button);
+  TabAfterLast(bar, button);
 }
 
 int Toolbar::Value(int index) const {

@@ -11,6 +11,11 @@ namespace orv {
 
 enum class ToolbarStyle { Plain, Check, Separator };
 
+struct ToolbarMenuEntry {
+  QString Key;  // empty for a line between entries
+  QString Text;
+};
+
 // A row of buttons with icons, counted from 1.
 class Toolbar : public Control {
  public:
@@ -18,6 +23,9 @@ class Toolbar : public Control {
   // `icon` is the name of an icon (Icons.h). The name is for screen readers.
   void Add(const QString& key, const QString& name, const QString& tool_tip, ToolbarStyle style,
            const QString& icon = {});
+  // A button at the far right that opens a menu; it is not counted. ButtonClick tells an entry's key.
+  void AddMenu(const QString& name, const QString& tool_tip, const QString& icon,
+               const std::vector<ToolbarMenuEntry>& entries);
   int Value(int index) const;  // 1 pressed, 0 released
   void SetValue(int index, int value);
   int Count() const { return static_cast<int>(buttons_.size()); }

@@ -51,7 +51,16 @@ enum KeyCode : int {
   kKeyRight = 39,
   kKeyDown = 40,
   kKeyDelete = 46,
+  kKey0 = 48,
+  kKey1 = 49,
+  kKey2 = 50,
+  kKeyC = 67,
+  kKeyD = 68,
   kKeyN = 78,
+  kKeyS = 83,
+  kKeyV = 86,
+  kKeyPlus = 187,
+  kKeyMinus = 189,
 };
 enum ShiftState : int { kShift = 1, kCtrl = 2, kAlt = 4 };
 

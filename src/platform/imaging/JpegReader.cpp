@@ -11,8 +11,8 @@ namespace {
 // A progressive picture costs a pass over all its blocks for every scan, however few bytes that scan has, and
 // it lies in memory as coefficients, of two bytes, until the last scan is read.
 constexpr int kMaxScans = 64;
-constexpr qint64 kMaxScannedPixels = 20 * kMaxPixels;
-constexpr long kMaxCoefficientBytes = 64'000'000;
+constexpr qint64 kMaxScannedPixels = 10 * kMaxPixels;
+constexpr long kMaxCoefficientBytes = 128'000'000;
 constexpr J_COLOR_SPACE kRgb32 =
     Q_BYTE_ORDER == Q_LITTLE_ENDIAN ? JCS_EXT_BGRA : JCS_EXT_ARGB;  // the bytes of QImage::Format_RGB32
 

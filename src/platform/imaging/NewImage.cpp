@@ -29,6 +29,11 @@ void CheckSize(qint64 width, qint64 height) {
   }
 }
 
+void CheckSide(int width, int height) {
+  constexpr int kMaxSide = 32767;
+  if (width > kMaxSide || height > kMaxSide) BadPicture();
+}
+
 QImage NewImage(qint64 width, qint64 height, QImage::Format format) {
   CheckSize(width, height);
   QImage image(static_cast<int>(width), static_cast<int>(height), format);

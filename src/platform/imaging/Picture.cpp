@@ -15,12 +15,13 @@ namespace {
 
 // No picture within the bound on pixels needs a larger file.
 constexpr qint64 kMaxFileBytes = kMaxPixels * 4 + 1'000'000;
-constexpr int kMaxSide = 32767;  // what 16 bits can measure
 
 QImage Decode(QByteArrayView bytes, RowBand band) {
   if (bytes.startsWith("BM")) return DecodeBmp(bytes);
   if (bytes.startsWith("\xff\xd8\xff")) return DecodeJpeg(bytes, band);
   if (bytes.startsWith("GIF87a") || bytes.startsWith("GIF89a")) return DecodeGif(bytes);
+  if (bytes.startsWith("\x89PNG\r\n\x1a\n")) return DecodePng(bytes);
+  if (LooksLikeWebp(bytes)) return DecodeWebp(bytes);
   if (LooksLikeWmf(bytes)) return DecodeWmf(bytes);
   BadPicture();
 }
@@ -76,7 +77,7 @@ Picture LoadPicture(const QByteArray& bytes) {
 
 Picture LoadPicture(const QByteArray& bytes, RowBand band) {
   QImage image = Decode(bytes, band);
-  if (image.width() > kMaxSide || image.height() > kMaxSide) BadPicture();
+  CheckSide(image.width(), image.height());
   // A surface keeps a second, opaque image of a transparent one.
   if (image.hasAlphaChannel()) CheckSize(image.width() * qint64{2}, image.height());
   image.setDotsPerMeterX(kDotsPerMeter);
@@ -89,11 +90,15 @@ Picture LoadPicture(const QByteArray& bytes, std::int64_t most_pixels) {
   return LoadPicture(bytes);
 }
 
-Picture LoadPicture(const QString& path) {
+QByteArray ReadPictureFile(const QString& path) {
   const QFileInfo info(path);
   if (info.exists() && !info.isFile()) throw RuntimeError(kErrPathFileAccess);
   if (info.size() > kMaxFileBytes) BadPicture();
-  return LoadPicture(ReadWhole(path));
+  return ReadWhole(path);
+}
+
+Picture LoadPicture(const QString& path) {
+  return LoadPicture(ReadPictureFile(path));
 }
 
 void CopyToRows(const Picture& picture, std::uint8_t* rows, int bytes_per_row) {
@@ -104,7 +109,11 @@ Picture PictureFromRows(const std::uint8_t* rows, int width, int height, int byt
   return Picture(ReadRows(rows, width, height, bytes_per_row));
 }
 
-void SavePicture(const Picture& picture, const QString& path) {
+Picture Cropped(const Picture& picture, int left, int top, int width, int height) {
+  return Picture(picture.Image().copy(left, top, width, height));
+}
+
+QByteArray BitmapFile(const Picture& picture) {
   if (picture.IsEmpty()) BadPicture();
   const int row_bytes = (3 * picture.Width() + 3) / 4 * 4;
   const qsizetype pixel_bytes = qsizetype{row_bytes} * picture.Height();
@@ -112,7 +121,11 @@ void SavePicture(const Picture& picture, const QString& path) {
   const qsizetype start = bytes.size();
   bytes.append(pixel_bytes, '\0');
   CopyToRows(picture, reinterpret_cast<std::uint8_t*>(bytes.data() + start), row_bytes);
-  ReplaceFile(path, bytes);
+  return bytes;
+}
+
+void SavePicture(const Picture& picture, const QString& path) {
+  ReplaceFile(path, BitmapFile(picture));
 }
 
 }  // namespace orv

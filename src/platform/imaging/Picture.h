@@ -30,24 +30,35 @@ class Picture {
 // The empty picture.
 Picture LoadPicture();
 // A picture from the bytes of a BMP (1, 4, 8, 16, 24 or 32 bits, run-length too), JPG (grey, progressive,
-// CMYK), GIF (first frame, transparent where the file says so) or WMF file (with or without a placeable
-// header), told by their content. Bytes behind the end of the picture are ignored, and so are resolution
-// and orientation tags. RuntimeError 481 for anything else, for a picture that is broken or cut short,
-// and for one of more than 16 megapixels (8 with transparent parts) or with a side of more than 32767. Time
-// and memory are bounded: the four pictures of a record take at most 256 MB, and decoding one 64 MB besides,
-// so a progressive JPG may have no more than 10 megapixels if its colours have full resolution, and only
-// so many scans as come to 320 megapixels.
+// CMYK), GIF (first frame, transparent where the file says so), PNG, WebP (one that doesn't move; transparent
+// parts of both over white) or WMF file (with or without a placeable header), told by their content. Bytes
+// behind the end of the picture are ignored, and so are resolution and orientation tags. RuntimeError 481 for
+// anything else, for a picture that is broken or cut short, and for one of more than 64 megapixels (32 with
+// transparent parts) or with a side of more than 32767. Time and memory are bounded: beside the picture
+// itself decoding takes at most 128 MB, which limits a progressive JPG, and as many scans as come to 640
+// megapixels.
 Picture LoadPicture(const QByteArray& bytes);
-// The same with a bound on pixels of its own, below the common one.
-Picture LoadPicture(const QByteArray& bytes, std::int64_t most_pixels);
 // The same picture in its whole size, of which only the rows of the band are needed: the others may be white.
 // A JPG takes less time then: what is behind the band is not decoded. A file that is cut short there is error
 // 481 as ever; damage within, which only decoding shows, is not told.
 Picture LoadPicture(const QByteArray& bytes, RowBand band);
-// From a file; RuntimeError 53, 75 or 76 if it can't be read.
+// The same with a bound on pixels of its own, below the common one.
+Picture LoadPicture(const QByteArray& bytes, std::int64_t most_pixels);
+// The whole picture, turned as the orientation tag of a JPG says.
+Picture LoadUpright(const QByteArray& bytes);
+// Whether the tag leaves it as it is.
+bool IsUpright(const QByteArray& bytes);
+// The bytes of a file; RuntimeError 53, 75 or 76 if it can't be read, 481 for more than any picture needs.
+QByteArray ReadPictureFile(const QString& path);
+// From a file, with the errors of both.
 Picture LoadPicture(const QString& path);
 
-// Writes a picture as a plain 24-bit Windows bitmap, transparent parts over white, by ReplaceFile.
+// A part of a picture, which must lie within it.
+Picture Cropped(const Picture& picture, int left, int top, int width, int height);
+
+// A plain 24-bit Windows bitmap, transparent parts over white.
+QByteArray BitmapFile(const Picture& picture);
+// Writes it by ReplaceFile.
 void SavePicture(const Picture& picture, const QString& path);
 
 // 24-bit pixels in the order blue, green, red, in rows that lie bottom-up: the lowest address is the

@@ -18,14 +18,15 @@ void ExecuteOn(sqlite3* database, const char* statement) {
                 AgainstLocks([=] { return sqlite3_exec(database, statement, nullptr, nullptr, nullptr); }));
 }
 
-void OpenDatabaseFile(ConnectionImpl& connection, const QString& path) {
+void OpenDatabaseFile(ConnectionImpl& connection, const QString& path, bool to_write) {
+  const int access = to_write ? SQLITE_OPEN_READWRITE : SQLITE_OPEN_READONLY;
   const int code = sqlite3_open_v2(QFile::encodeName(path).constData(), &connection.database,
-                                   SQLITE_OPEN_READWRITE | SQLITE_OPEN_NOMUTEX, nullptr);
+                                   access | SQLITE_OPEN_NOMUTEX, nullptr);
   CheckDatabase(connection.database, code);
   sqlite3* database = connection.database;
   sqlite3_extended_result_codes(database, 1);
   Guard(database);
-  if (sqlite3_db_readonly(database, "main") == 1) throw RuntimeError(kErrPathFileAccess);
+  if (to_write && sqlite3_db_readonly(database, "main") == 1) throw RuntimeError(kErrPathFileAccess);
   RegisterCollation(database);
 }
 
@@ -51,6 +52,14 @@ void CheckRecovered(sqlite3* database, int descriptor) {
 }  // namespace
 
 Connection Connection::Open(const QString& path) {
+  return Open(path, true);
+}
+
+Connection Connection::OpenToRead(const QString& path) {
+  return Open(path, false);
+}
+
+Connection Connection::Open(const QString& path, bool to_write) {
   Connection connection;
   auto impl = std::make_shared<ConnectionImpl>();
   impl->lock = LockShared(path);
@@ -59,8 +68,11 @@ Connection Connection::Open(const QString& path) {
   // Nothing may write to a file that is refused, so it is judged before SQLite sees it. Only what a crash
   // left in the middle of a change must be recovered first.
   const bool interrupted = HasJournal(file);
+  if (interrupted && !to_write) {
+    throw RuntimeError(kErrDatabase, QStringLiteral("Database error: a journal lies beside the file"));
+  }
   interrupted ? CheckMagic(descriptor) : CheckWhole(descriptor);
-  OpenDatabaseFile(*impl, file);
+  OpenDatabaseFile(*impl, file, to_write);
   SetUp(impl->database);
   if (interrupted) CheckRecovered(impl->database, descriptor);
   connection.impl_ = std::move(impl);
@@ -82,6 +94,15 @@ void Connection::RemoveIdleJournal() const {
 void Connection::Execute(const QString& statement) const {
   if (!IsOpen()) throw RuntimeError(kErrObjectNotSet);
   ExecuteOn(impl_->database, statement.toUtf8().constData());
+}
+
+std::int64_t Connection::Execute(const QString& statement, const std::vector<Value>& values) const {
+  if (!IsOpen()) throw RuntimeError(kErrObjectNotSet);
+  const StatementUse use(*impl_, statement);
+  for (std::size_t i = 0; i < values.size(); ++i) use->Bind(static_cast<int>(i) + 1, values[i]);
+  while (use->Step()) {
+  }
+  return sqlite3_last_insert_rowid(impl_->database);
 }
 
 Transaction::Transaction(const Connection& connection) : Transaction(connection.impl_) {}

@@ -2,9 +2,11 @@
 
 #include <QString>
 #include <QStringList>
+#include <cstdint>
 #include <memory>
 #include <vector>
 
+#include "base/Value.h"
 #include "records/KnownObject.h"
 
 namespace orv {
@@ -32,6 +34,9 @@ class Connection {
   // The file may come from anybody: its views and triggers may call no function with an effect, and memory,
   // depth and the time of a read have bounds.
   static Connection Open(const QString& path);
+  // The same for reading alone: the file and its folder are never written to. RuntimeError 3000 for a file
+  // with a journal beside it.
+  static Connection OpenToRead(const QString& path);
 
   bool IsOpen() const { return impl_ != nullptr; }
 
@@ -46,8 +51,11 @@ class Connection {
 
   // Runs one statement of SQLite's own dialect without a result.
   void Execute(const QString& statement) const;
+  // The same with values for the parameters ?1, ?2 and so on; the key of the last row that was ever added.
+  std::int64_t Execute(const QString& statement, const std::vector<Value>& values) const;
 
  private:
+  static Connection Open(const QString& path, bool to_write);
   friend class Recordset;
   friend class Transaction;
   friend class ReadScope;

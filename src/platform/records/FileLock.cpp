@@ -8,6 +8,7 @@
 #include <QFile>
 #include <cerrno>
 #include <map>
+#include <mutex>
 #include <utility>
 
 #include "base/RuntimeError.h"
@@ -31,7 +32,8 @@ namespace {
 
 using FileIdentity = std::pair<dev_t, ino_t>;
 
-// What this process holds.
+// What this process holds, for one thread at a time.
+std::recursive_mutex held_by_one;  // what is shown during a wait may open a file
 std::map<FileIdentity, std::weak_ptr<LockedFile>>& Held() {
   static std::map<FileIdentity, std::weak_ptr<LockedFile>> held;
   return held;
@@ -68,6 +70,7 @@ int DescriptorOf(const LockedFile& file) {
 std::shared_ptr<LockedFile> LockShared(const QString& path) {
   const QByteArray name = QFile::encodeName(path);
   const FileIdentity identity = Identify(name);
+  const std::lock_guard one(held_by_one);
   if (auto held = Held()[identity].lock()) return held;
   return Lock(name, identity, LOCK_SH,
               RuntimeError(kErrPermissionDenied,
@@ -79,6 +82,7 @@ ExclusiveFileLock::ExclusiveFileLock(const QString& path) {
   const FileIdentity identity = Identify(name);
   const RuntimeError refusal(kErrPermissionDenied,
                              QStringLiteral("Permission denied: another program is using the database"));
+  const std::lock_guard one(held_by_one);
   if (!Held()[identity].expired()) throw refusal;
   file_ = Lock(name, identity, LOCK_EX, refusal);
 }

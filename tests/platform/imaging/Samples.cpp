@@ -4,6 +4,8 @@
 
 #include <gif_lib.h>
 #include <jpeglib.h>
+#include <png.h>
+#include <webp/encode.h>
 
 #include <cmath>
 #include <random>
@@ -229,6 +231,60 @@ QByteArray Wmf::Placeable(const QRect& box, int units_per_inch) const {
   out.U32(0x9AC6CDD7).U16(0).U16(box.left()).U16(box.top());
   out.U16(box.left() + box.width()).U16(box.top() + box.height()).U16(units_per_inch).U32(0).U16(0);
   return out.Raw(Unplaced()).data;
+}
+
+QImage Fading(int width, int height) {
+  QImage image(width, height, QImage::Format_ARGB32);
+  for (int y = 0; y < height; ++y) {
+    for (int x = 0; x < width; ++x) image.setPixel(x, y, qRgba(20 * y % 256, 200, 40, x * 255 / (width - 1)));
+  }
+  return image;
+}
+
+QByteArray Png(const QImage& image, bool interlaced) {
+  png_structp codec = png_create_write_struct(PNG_LIBPNG_VER_STRING, nullptr, nullptr, nullptr);
+  png_infop info = png_create_info_struct(codec);
+  QByteArray bytes;
+  png_set_write_fn(
+      codec, &bytes,
+      [](png_structp writer, png_bytep data, std::size_t size) {
+        static_cast<QByteArray*>(png_get_io_ptr(writer))
+            ->append(reinterpret_cast<const char*>(data), qsizetype(size));
+      },
+      nullptr);
+  const bool deep = image.depth() == 64, grey = image.isGrayscale() && image.depth() == 8;
+  const int type = grey                              ? PNG_COLOR_TYPE_GRAY
+                   : deep || image.hasAlphaChannel() ? PNG_COLOR_TYPE_RGBA
+                                                     : PNG_COLOR_TYPE_RGB;
+  png_set_IHDR(codec, info, image.width(), image.height(), deep ? 16 : 8, type,
+               interlaced ? PNG_INTERLACE_ADAM7 : PNG_INTERLACE_NONE, PNG_COMPRESSION_TYPE_DEFAULT,
+               PNG_FILTER_TYPE_DEFAULT);
+  png_write_info(codec, info);
+  const QImage rows = image.convertToFormat(grey                      ? QImage::Format_Grayscale8
+                                            : deep                    ? QImage::Format_RGBA64
+                                            : image.hasAlphaChannel() ? QImage::Format_RGBA8888
+                                                                      : QImage::Format_RGB888);
+  if (deep) png_set_swap(codec);
+  const int passes = png_set_interlace_handling(codec);
+  for (int pass = 0; pass < passes; ++pass) {
+    for (int y = 0; y < rows.height(); ++y) png_write_row(codec, rows.constScanLine(y));
+  }
+  png_write_end(codec, info);
+  png_destroy_write_struct(&codec, &info);
+  return bytes;
+}
+
+QByteArray Webp(const QImage& image, bool lossless) {
+  const QImage pixels = image.convertToFormat(QImage::Format_ARGB32);
+  const uchar* const from = pixels.constBits();
+  const int stride = int(pixels.bytesPerLine());
+  std::uint8_t* out = nullptr;
+  const std::size_t size = lossless
+                               ? WebPEncodeLosslessBGRA(from, pixels.width(), pixels.height(), stride, &out)
+                               : WebPEncodeBGRA(from, pixels.width(), pixels.height(), stride, 90, &out);
+  const QByteArray bytes(reinterpret_cast<char*>(out), qsizetype(size));
+  WebPFree(out);
+  return bytes;
 }
 
 QImage PhotoLike(int width, int height) {

@@ -88,6 +88,11 @@ class Wmf {
   QByteArray records_;
 };
 
+// Half of it clear in steps, so that each pixel shows how it lies over white.
+QImage Fading(int width, int height);
+QByteArray Png(const QImage& image, bool interlaced = false);
+QByteArray Webp(const QImage& image, bool lossless = true);
+
 // Smooth shades, edges and grain.
 QImage PhotoLike(int width, int height);
 

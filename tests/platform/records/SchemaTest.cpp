@@ -25,7 +25,9 @@ class SchemaTest : public Sample {
 
 TEST_F(SchemaTest, TheFileHoldsTheObjectsThatAreTold) {
   QString told;
-  for (const schema::Object& object : schema::Objects()) told += object.type + object.name + object.sql;
+  for (const auto& objects : {schema::Objects(), schema::OriginalObjects()}) {
+    for (const schema::Object& object : objects) told += object.type + object.name + object.sql;
+  }
   EXPECT_EQ(
       Raw("SELECT group_concat(type || name || sql, '') FROM (SELECT * FROM sqlite_schema WHERE name NOT "
           "LIKE 'sqlite_%' ORDER BY rowid)"),
@@ -114,6 +116,20 @@ TEST_F(SchemaTest, ADeletedSetTakesItsRowsAndFontsAlong) {
   EXPECT_EQ(Raw("SELECT group_concat(FontID) FROM tblFont"), "3");
   Raw("PRAGMA foreign_keys = ON; DELETE FROM tblSet");
   EXPECT_EQ(Raw("SELECT (SELECT COUNT(*) FROM tblFont) + (SELECT COUNT(*) FROM tblCard)"), "0");
+}
+
+// Whatever deletes the record; and one without originals deletes as well.
+TEST_F(SchemaTest, AnOriginalGoesWithItsRecord) {
+  const QString original =
+      "INSERT INTO tblOriginal (TableName, RecordID, ColumnName, File) VALUES ('%1', %2, 'Picture', x'01')";
+  Raw(original.arg("tblCard", "1") + ";" + original.arg("tblCard", "2") + ";" + original.arg("tblSet", "1") +
+      ";" + original.arg("tblLargeCard", "1"));
+  Raw("DELETE FROM tblCard WHERE CardID = 1");
+  const QString left = "SELECT group_concat(TableName || RecordID) FROM tblOriginal";
+  EXPECT_EQ(Raw(left), "tblCard2,tblLargeCard1,tblSet1");
+  Raw("DELETE FROM tblSet");
+  EXPECT_EQ(Raw(left), "~");
+  EXPECT_EQ(Raw("SELECT COUNT(*) FROM tblOriginal_long"), "0");
 }
 
 TEST_F(SchemaTest, LookupsAreSearchesInAnIndexAndReadNoPictures) {

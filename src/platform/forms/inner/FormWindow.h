@@ -7,6 +7,7 @@
 #include <QWidget>
 #include <functional>
 
+#include "forms/DataObject.h"
 #include "forms/Types.h"
 
 namespace orv {
@@ -14,14 +15,19 @@ namespace orv {
 // The inside of a form, and the window itself unless the form is a child.
 class FormWindow : public QWidget {
  public:
+  FormWindow() { setAcceptDrops(true); }
   std::function<void()> closed;                   // by the frame
   std::function<void()> inside_changed;           // what it asks for may be another size
   std::function<void(const KeyEvent&)> key_left;  // that its controls and buttons did not use
+  std::function<bool()> takes_drops;
+  std::function<void(const DataObject&)> dropped;  // where no control takes it
 
  protected:
   bool event(QEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
 
  private:
   bool PressButton(int key) const;

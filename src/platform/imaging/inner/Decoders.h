@@ -14,7 +14,11 @@ QImage DecodeBmp(QByteArrayView bytes);
 QImage DecodeJpeg(QByteArrayView bytes, RowBand band);
 QImage DecodeGif(QByteArrayView bytes);
 QImage DecodeWmf(QByteArrayView bytes);
+// These two lay transparent parts over white.
+QImage DecodePng(QByteArrayView bytes);
+QImage DecodeWebp(QByteArrayView bytes);
 
 bool LooksLikeWmf(QByteArrayView bytes);
+bool LooksLikeWebp(QByteArrayView bytes);
 
 }  // namespace orv

@@ -1,0 +1,85 @@
+#include "exchange/SetFile.h"
+
+#include "base/Files.h"
+#include "base/RuntimeError.h"
+#include "exchange/inner/RowCopier.h"
+#include "records/NewDatabase.h"
+#include "records/Recordset.h"
+#include "schema/Schema.h"
+#include "state/modData.h"
+
+namespace orv {
+namespace {
+
+Recordset Sets(const Connection& connection) {
+  return Recordset::OpenSnapshot(connection,
+                                 QStringLiteral("SELECT SetID, SetName FROM tblSet ORDER BY SetName"));
+}
+
+QString FreeName(const Connection& connection, const QString& name) {
+  const QStringList taken = SetNames(connection);
+  QString free = name;
+  for (int n = 2; taken.contains(free, Qt::CaseInsensitive); ++n)
+    free = QStringLiteral("%1 (%2)").arg(name).arg(n);
+  return free;
+}
+
+Connection OpenSetFile(const QString& path) {
+  Connection connection = Connection::OpenToRead(path);
+  modData::CheckSchema(connection);
+  return connection;
+}
+
+// Its value for a set that comes from elsewhere: whose folder it was is nobody's matter.
+const QString kSaveTo = QStringLiteral("SaveTo");
+
+}  // namespace
+
+std::int32_t FindSet(const Connection& connection, const QString& name) {
+  for (Recordset sets = Sets(connection); !sets.IsEOF(); sets.MoveNext()) {
+    if (sets["SetName"].TextOrEmpty() == name) return sets["SetID"].Int32();
+  }
+  return 0;
+}
+
+QStringList SetNames(const Connection& connection) {
+  QStringList names;
+  for (Recordset sets = Sets(connection); !sets.IsEOF(); sets.MoveNext())
+    names.append(sets["SetName"].TextOrEmpty());
+  return names;
+}
+
+void SaveSet(const Connection& from, std::int32_t set_id, const QString& path) {
+  ReplaceFile(path, [&](const QString& temporary) {
+    MakeDatabase(temporary, schema::Script());
+    const Connection to = Connection::Open(temporary);
+    Transaction transaction(to);
+    const ReadScope one_state(from);
+    RowCopier copier(from, to, RowCopier::Keys::kKept);
+    for (const char* catalogue : {"tblLanguage", "tblPicFormat"}) copier.CopyCatalogue(TableOf(catalogue));
+    copier.CopySet(set_id, {{kSaveTo, Value()}});
+    transaction.Commit();
+  });
+}
+
+QStringList SetsInFile(const QString& path) {
+  return SetNames(OpenSetFile(path));
+}
+
+std::vector<std::int32_t> BringInSets(const Connection& to, const QString& path) {
+  const Connection from = OpenSetFile(path);
+  const ReadScope one_state(from);
+  Transaction transaction(to);
+  std::vector<std::int32_t> keys;
+  for (Recordset sets = Sets(from); !sets.IsEOF(); sets.MoveNext()) {
+    RowCopier copier(from, to, RowCopier::Keys::kNew);
+    const QString name = FreeName(to, sets["SetName"].TextOrEmpty());
+    keys.push_back(
+        copier.CopySet(sets["SetID"].Int32(), {{kSaveTo, Value()}, {QStringLiteral("SetName"), name}}));
+  }
+  if (keys.empty()) throw RuntimeError(kErrDatabase, QStringLiteral("There is no set in the file."));
+  transaction.Commit();
+  return keys;
+}
+
+}  // namespace orv

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QByteArray>
+#include <functional>
+
+#include "forms/DataObject.h"
+#include "forms/Surface.h"
+
+namespace orv {
+
+// The bytes of a picture file that was dropped or pasted; the first of several. RuntimeError for a file that
+// can't be read.
+QByteArray BytesOf(const DataObject& data);
+// Tells that something that was dropped or pasted is no picture.
+void TellUnreadable(const DataObject& data);
+// What `make` makes of the bytes; tells of bytes that are no picture, and then it is the empty picture.
+Picture PictureOf(const DataObject& data, const std::function<Picture(const QByteArray& bytes)>& make);
+
+// Lets a surface take pictures that are dropped on it, or pasted by its menu.
+void TakePictures(Surface& surface, const std::function<void(const DataObject&)>& take);
+
+}  // namespace orv

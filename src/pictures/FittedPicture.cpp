@@ -1,0 +1,149 @@
+#include "pictures/FittedPicture.h"
+
+#include <QCryptographicHash>
+#include <algorithm>
+#include <cmath>
+
+#include "base/RuntimeError.h"
+#include "state/modData.h"
+
+namespace orv {
+namespace {
+
+QByteArray DigestOf(const QByteArray& bytes) {
+  return QCryptographicHash::hash(bytes, QCryptographicHash::Sha256).toHex();
+}
+
+// A half goes up whatever little the scale has lost on its way.
+int Scaled(int side, double scale) {
+  return std::max(1, static_cast<int>(std::floor(side * scale + 0.5 + 1e-6)));
+}
+
+}  // namespace
+
+Recordset FittedPicture::Rows() const {
+  Recordset rows;
+  modData::OpenEditable(
+      QStringLiteral("SELECT * FROM tblOriginal WHERE TableName = '%1' AND RecordID = %2 AND "
+                     "ColumnName = '%3'")
+          .arg(QLatin1String(table_))
+          .arg(record_)
+          .arg(QLatin1String(column_)),
+      rows);
+  return rows;
+}
+
+void FittedPicture::Forget() {
+  scaler_.reset();
+  file_.clear();
+  digest_.clear();
+  scale_ = 1;
+  upright_ = is_new_ = false;
+}
+
+void FittedPicture::Show(std::int32_t record, const Field& stored) {
+  Forget();
+  record_ = record;
+  try {
+    Recordset rows = Rows();
+    can_scale_ = true;
+    if (rows.IsEmpty()) return;
+    if (rows["Digest"].TextOrEmpty().toLatin1() == DigestOf(stored.Bytes())) {
+      scale_ = rows["Scale"].NumberOr(1);
+    } else {
+      rows.Delete();
+    }
+  } catch (const RuntimeError&) {
+    can_scale_ = false;
+  }
+}
+
+bool FittedPicture::Prepare(const Field& stored) {
+  const QByteArray bytes = stored.Bytes();
+  if (!can_scale_ || bytes.isEmpty()) return false;
+  const QByteArray digest = DigestOf(bytes);
+  if (scaler_ && digest == digest_) return true;
+  Show(record_, stored);
+  try {
+    const Recordset rows = Rows();
+    file_ = rows.IsEmpty() ? bytes : rows["File"].Bytes();
+    upright_ = !rows.IsEmpty() && rows["Upright"].BoolOrFalse();
+    is_new_ = rows.IsEmpty();
+    scaler_.emplace(upright_ ? LoadUpright(file_) : LoadPicture(file_));
+  } catch (const RuntimeError&) {
+    Forget();
+    return false;
+  }
+  digest_ = digest;
+  return true;
+}
+
+void FittedPicture::Take(const QByteArray& file) {
+  Scaler scaler(LoadUpright(file));
+  scaler_.emplace(std::move(scaler));
+  digest_.clear();
+  file_ = file;
+  upright_ = is_new_ = true;
+}
+
+QSize FittedPicture::SizeAt(double scale) const {
+  return {Scaled(scaler_->Width(), scale), Scaled(scaler_->Height(), scale)};
+}
+
+FittedPicture::Made FittedPicture::Make(double scale) const {
+  const QSize size = SizeAt(scale);
+  const Picture picture = scaler_->Scale(size.width(), size.height());
+  // At its natural size the file needs no copy.
+  const bool plain = scale == 1 && (!upright_ || IsUpright(file_));
+  return {plain ? file_ : BitmapFile(picture), picture};
+}
+
+void FittedPicture::Keep(double scale, const QByteArray& stored) {
+  digest_ = DigestOf(stored);
+  scale_ = scale;
+  if (!can_scale_) return;
+  Recordset rows = Rows();
+  if (stored == file_) {
+    if (!rows.IsEmpty()) rows.Delete();
+    is_new_ = true;
+    return;
+  }
+  is_new_ = is_new_ || rows.IsEmpty();
+  if (rows.IsEmpty()) {
+    rows.AddNew();
+    rows["TableName"] = table_;
+    rows["RecordID"] = record_;
+    rows["ColumnName"] = column_;
+  }
+  rows["Scale"] = scale;
+  rows["Upright"] = upright_;
+  rows["Digest"] = QString::fromLatin1(digest_);
+  if (std::exchange(is_new_, false)) rows["File"] = file_;
+  rows.Update();
+}
+
+QByteArray FittedPicture::File(const Field& stored) const {
+  if (!file_.isEmpty()) return file_;
+  try {
+    const Recordset rows = Rows();
+    if (!rows.IsEmpty()) return rows["File"].Bytes();
+  } catch (const RuntimeError&) {
+    // A database without originals.
+  }
+  return stored.Bytes();
+}
+
+Picture FillingPicture(const QByteArray& file, int width, int height) {
+  const Scaler scaler(LoadUpright(file));
+  const double scale = std::max(double(width) / scaler.Width(), double(height) / scaler.Height());
+  const Picture whole = scaler.Scale(Scaled(scaler.Width(), scale), Scaled(scaler.Height(), scale));
+  return Cropped(whole, (whole.Width() - width) / 2, (whole.Height() - height) / 2, width, height);
+}
+
+Picture PictureWithin(const QByteArray& file, int width, int height) {
+  const Scaler scaler(LoadUpright(file));
+  const double scale = std::min({1.0, double(width) / scaler.Width(), double(height) / scaler.Height()});
+  return scaler.Scale(Scaled(scaler.Width(), scale), Scaled(scaler.Height(), scale));
+}
+
+}  // namespace orv

@@ -1,0 +1,143 @@
+#include "shell/inner/SetMenu.h"
+
+#include "base/Files.h"
+#include "base/RuntimeError.h"
+#include "database/ListHelpers.h"
+#include "editors/RecordEditor.h"
+#include "exchange/SetFile.h"
+#include "forms/Application.h"
+#include "forms/Dialogs.h"
+#include "state/modData.h"
+
+namespace orv {
+namespace {
+
+const QString kSave = QStringLiteral("Save set as");
+const QString kBring = QStringLiteral("Bring in a set");
+const QString kCopy = QStringLiteral("Copy");
+
+CommonDialog FileDialog(const QString& title) {
+  CommonDialog dialog;
+  dialog.DialogTitle = title + QStringLiteral("...");
+  dialog.Filter = QStringLiteral("Card sets (*.orvset)|*.orvset|All files(*.*)|*.*");
+  dialog.DefaultExt = QStringLiteral("orvset");
+  dialog.Flags = 0x1802;
+  return dialog;
+}
+
+// A name without what no file's name may have.
+QString FileNameOf(QString name) {
+  for (QChar& c : name) {
+    if (c < u' ' || QStringView(u"\\/:*?\"<>|").contains(c)) c = u'_';
+  }
+  return name + QStringLiteral(".orvset");
+}
+
+// Runs an action; a failure is told under a title.
+template <class Action>
+bool Try(const QString& title, const QString& failure, Action action) {
+  try {
+    const WaitCursor hourglass;
+    action();
+    return true;
+  } catch (const RuntimeError& error) {
+    MsgBox(failure + QStringLiteral("\r\n\r\n") + error.NumberAndDescription(), Icon::Critical, title);
+    return false;
+  }
+}
+
+RecordEditor* EditorInFront() {
+  RecordEditor* const editor = RecordEditor::InFront();
+  if (editor == nullptr) {
+    MsgBox(QStringLiteral("Open an editor on what is to be copied first."), Icon::Exclamation, kCopy);
+  }
+  return editor;
+}
+
+}  // namespace
+
+ChooseSetForm::ChooseSetForm()
+    : Form(FormKind::Dialog),
+      lblSet(*this, QStringLiteral("&Copy to the end of:")),
+      cboSet(*this),
+      cmdOK(*this, QStringLiteral("OK")),
+      cmdCancel(*this, QStringLiteral("Cancel")) {
+  SetCaption(QStringLiteral("Copy to another set"));
+  SetClientSize(4785, 1815);
+  lblSet.Place(120, 240, 4455, 285);
+  cboSet.Place(120, 600, 4455, 315);
+  cmdOK.Place(1860, 1260, 1305, 375);
+  cmdCancel.Place(3270, 1260, 1305, 375);
+  lblSet.SetBuddy(cboSet);
+  cmdOK.SetDefault(true);
+  cmdCancel.SetCancel(true);
+  cmdOK.Click = [this] {
+    OK = true;
+    Hide();
+  };
+  cmdCancel.Click = [this] { Hide(); };
+}
+
+bool ChooseSetForm::Fill() {
+  OK = false;
+  Recordset sets = modData::OpenSnapshot(
+      QStringLiteral(
+          "SELECT SetID, SetName & \"\" AS Shown FROM tblSet WHERE SetID <> %1 AND EditionID = %2 ORDER BY "
+          "SetName")
+          .arg(modData::CurrentSetID)
+          .arg(modData::CurrentEditionID));
+  FillCombo(cboSet, sets, QStringLiteral("Shown"), QStringLiteral("SetID"));
+  if (cboSet.ListCount() == 0) return false;
+  cboSet.SetListIndex(0);
+  return true;
+}
+
+void SaveSetAs() {
+  if (modData::CurrentSetID <= 0) {
+    MsgBox(QStringLiteral("Select a set first."), Icon::Exclamation, kSave);
+    return;
+  }
+  CommonDialog dialog = FileDialog(kSave);
+  dialog.FileName = FileNameOf(modData::rsSet["SetName"].TextOrEmpty());
+  dialog.CancelError = true;
+  try {
+    dialog.ShowSave();
+  } catch (const RuntimeError&) {
+    return;  // cancelled
+  }
+  const bool saved = Try(kSave, QStringLiteral("The set is NOT saved due to an error."),
+                         [&] { SaveSet(modData::cn, modData::CurrentSetID, dialog.FileName); });
+  if (saved) MsgBox(QStringLiteral("The set is saved."), Icon::Information, kSave);
+}
+
+std::int32_t BringInSet() {
+  CommonDialog dialog = FileDialog(kBring);
+  dialog.CancelError = true;
+  try {
+    dialog.ShowOpen();
+  } catch (const RuntimeError&) {
+    return 0;  // cancelled
+  }
+  std::vector<std::int32_t> keys;
+  Try(kBring, QStringLiteral("The file could not be brought in, and nothing has changed."),
+      [&] { keys = BringInSets(modData::cn, dialog.FileName); });
+  return keys.empty() ? 0 : keys.front();
+}
+
+void DuplicateInEditor() {
+  if (RecordEditor* const editor = EditorInFront()) editor->Duplicate();
+}
+
+void CopyToAnotherSet() {
+  RecordEditor* const editor = EditorInFront();
+  if (editor == nullptr) return;
+  if (!frmChooseSet->Fill()) {
+    MsgBox(QStringLiteral("There is no other set of this edition."), Icon::Exclamation, kCopy);
+  } else {
+    frmChooseSet->ShowModal();
+    if (frmChooseSet->OK) editor->CopyToSet(ChosenItemData(frmChooseSet->cboSet));
+  }
+  frmChooseSet.Unload();
+}
+
+}  // namespace orv

@@ -1,0 +1,71 @@
+#!/usr/bin/env python3
+"""Starts the program beside a database of an older version, and looks at the copy of the day.
+
+usage: old_database.py EXECUTABLE DATABASE
+"""
+
+import contextlib
+import datetime
+import os
+import pathlib
+import shutil
+import sqlite3
+import sys
+import tarfile
+import tempfile
+
+from desktop import Display, Failure, Program, check, wait_for
+
+MAIN = "Varnholt Set Creator"
+QUESTION = "Older database"
+OLD = pathlib.Path(__file__).parent.parent / "exchange/data/orv_jet4.tar.xz"
+
+
+def run(display, executable, database, folder):
+    program = Program(display, executable, database, folder)
+    shutil.copy(os.path.join(os.path.dirname(executable), "read_old_database"), folder)
+    with tarfile.open(OLD) as archive:
+        old = archive.extractfile("orv_jet4.mdb").read()
+    with open(program.database, "wb") as file:
+        file.write(old)
+
+    def now():
+        with open(program.database, "rb") as file:
+            return file.read()
+
+    program.start()
+    display.focus(QUESTION)
+    display.key("alt+n")
+    wait_for("the end of the program", lambda: program.process.poll() is not None)
+    check(now() == old, "No has changed the file")
+
+    program.start()
+    display.focus(QUESTION)
+    display.key("Return")
+    display.focus(MAIN)
+    with open(os.path.join(folder, "orv-old.mdb"), "rb") as file:
+        check(file.read() == old, "the old file is not kept")
+    check(program.value("SELECT COUNT(*) FROM tblCard") == 30, "cards are missing")
+
+    copy = os.path.join(folder, "backups", f"orv-{datetime.date.today().isoformat()}.mdb")
+    wait_for("the copy of the day", lambda: os.path.exists(copy))
+    with contextlib.closing(sqlite3.connect(copy)) as connection:
+        check(connection.execute("SELECT COUNT(*) FROM tblCard").fetchone() == (30,), "the copy lacks cards")
+
+
+def main():
+    executable, database = map(os.path.abspath, sys.argv[1:])
+    with tempfile.TemporaryDirectory() as folder, contextlib.closing(Display(1280, 1024)) as display:
+        try:
+            run(display, executable, database, folder)
+        except Failure as failure:
+            display.screenshot(os.path.abspath("old_database.png"))
+            print(failure, file=sys.stderr)
+            return 1
+        finally:
+            Program.kill_all()
+    return 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

@@ -1,0 +1,120 @@
+#include <QMenu>
+#include <QTest>
+#include <QToolBar>
+#include <QToolButton>
+
+#include "MasterScene.h"
+#include "base/Files.h"
+#include "editors/frmCard2nd.h"
+#include "exchange/SetFile.h"
+#include "shell/inner/SetMenu.h"
+
+namespace orv {
+namespace {
+
+class ExchangeTest : public testing::Test, protected MasterScene {
+ protected:
+  // Chooses an entry of the menu behind the tool at the far right, as a user does.
+  static void ChooseInMenu(const QString& text) {
+    const auto buttons = frmMaster->tbar.Handle()->findChildren<QToolButton*>();
+    for (const QToolButton* button : buttons) {
+      if (button->menu() == nullptr) continue;
+      for (QAction* action : button->menu()->actions()) {
+        if (action->text().remove(u'&').startsWith(text)) action->trigger();
+      }
+    }
+  }
+  QString Cards(int set) {
+    return Scalar(
+        qPrintable(QStringLiteral("SELECT group_concat(Nr || Title) AS Cards FROM (SELECT Nr, Title FROM "
+                                  "tblCard WHERE SetID = %1 ORDER BY Nr)")
+                       .arg(set)));
+  }
+};
+
+TEST_F(ExchangeTest, ASetIsSavedAndBroughtIn) {
+  const int set = database_.AddSet("Bay: east", 2);
+  database_.AddCard(set, 1, "Eel");
+  Start();
+  const QString path = database_.Path("bay.orvset");
+  dialogs_.files = {path, QString(), path};
+  ChooseInMenu("Save set as");
+  EXPECT_EQ(dialogs_.LastPrompt(), "The set is saved.");
+  EXPECT_EQ(dialogs_.file_dialogs.back().FileName, "Bay_ east.orvset");
+  EXPECT_EQ(SetsInFile(path), QStringList{"Bay: east"});
+  ChooseInMenu("Bring in a set");
+  EXPECT_EQ(frmMaster->cboSet.ListCount(), 1) << "cancelled";
+  ChooseInMenu("Bring in a set");
+  EXPECT_EQ(frmMaster->cboSet.Text(), "Bay: east (2)");
+  EXPECT_EQ(frmCard2nd->txtTitle.Text(), "Eel");
+
+  ReplaceFile(path, QByteArray("no database"));
+  dialogs_.files = {path};
+  ChooseInMenu("Bring in a set");
+  EXPECT_TRUE(dialogs_.LastPrompt().startsWith("The file could not be brought in, and nothing has changed."));
+  EXPECT_EQ(frmMaster->cboSet.ListCount(), 2);
+}
+
+TEST_F(ExchangeTest, ARecordIsDuplicatedByKeyAndByMenu) {
+  const int set = database_.AddSet("A", 2);
+  for (int nr : {1, 2}) database_.AddCard(set, nr, nr == 1 ? "Eel" : "Net");
+  Start();
+  ChooseInMenu("Duplicate");
+  EXPECT_EQ(dialogs_.LastPrompt(), "Open an editor on what is to be copied first.");
+  frmMaster->tbar.ButtonClick("card2nd");
+  PressKey(frmCard2nd->txtTitle, Qt::Key_D, Qt::ControlModifier);
+  EXPECT_EQ(Cards(set), "1Eel,2Eel,3Net");
+  EXPECT_EQ(frmCard2nd->lblCurrentCard.Caption(), "2 (3)");
+  Retype(frmCard2nd->txtTitle, "Copy");
+  ChooseInMenu("Duplicate");
+  EXPECT_EQ(Cards(set), "1Eel,2Copy,3Copy,4Net");
+}
+
+TEST_F(ExchangeTest, ACardIsCopiedToAnotherSet) {
+  const int set = database_.AddSet("A", 2);
+  database_.AddCard(set, 1, "Eel");
+  Start();
+  frmMaster->tbar.ButtonClick("card2nd");
+  ChooseInMenu("Copy to another set");
+  EXPECT_EQ(dialogs_.LastPrompt(), "There is no other set of this edition.");
+  database_.AddSet("Third", 3);
+  const int other = database_.AddSet("B", 2);
+  dialogs_.modals = {[](Form&) { ClickOn(frmChooseSet->cmdCancel); },
+                     [](Form&) {
+                       EXPECT_EQ(frmChooseSet->cboSet.ListCount(), 1);
+                       ClickOn(frmChooseSet->cmdOK);
+                     }};
+  ChooseInMenu("Copy to another set");
+  EXPECT_EQ(Cards(other), "~");
+  ChooseInMenu("Copy to another set");
+  EXPECT_EQ(Cards(other), "1Eel");
+  EXPECT_EQ(Cards(set), "1Eel");
+}
+
+// A database of an older version in the place of the program's: what the user is asked, and that No changes
+// nothing.
+TEST_F(ExchangeTest, AnOldDatabaseIsAskedAboutAtTheStart) {
+  modData::cn = Connection();
+  const QString path = database_.Path("orv.mdb");
+  const QByteArray old = ReadWhole(QStringLiteral(ORV_OLD_DATABASE));
+  ReplaceFile(path, old);
+  EXPECT_FALSE(Main());
+  EXPECT_EQ(ReadWhole(path), old);
+  ASSERT_EQ(dialogs_.boxes.size(), 1u);
+
+  ReplaceFile(path, old.left(100000));
+  dialogs_.answers = {Answer::Yes};
+  EXPECT_FALSE(Main());
+  EXPECT_TRUE(dialogs_.LastPrompt().contains("damaged"));
+  EXPECT_EQ(ReadWhole(path), old.left(100000));
+
+  ReplaceFile(path, old);
+  dialogs_.answers = {Answer::Yes};
+  EXPECT_TRUE(Main());
+  EXPECT_EQ(dialogs_.boxes.size(), 4u) << "nothing more is told";
+  EXPECT_EQ(ReadWhole(database_.Path("orv-old.mdb")), old);
+  EXPECT_EQ(frmMaster->cboSet.Text(), "The Saltwind Coast");
+}
+
+}  // namespace
+}  // namespace orv
