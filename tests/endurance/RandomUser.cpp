@@ -294,7 +294,10 @@ int Walk(const QCommandLineParser& options) {
     if (done == before || !frmMaster.IsLoaded() || !frmMaster->IsShown()) {
       // The user has ended the program and starts it anew.
       modData::cn = Connection();
-      if (!Main()) return 1;
+      if (!Main()) {
+        TellActions();
+        return 1;
+      }
     }
     sound = IsSound(folder.path() + QStringLiteral("/orv.mdb"));
   }

@@ -139,13 +139,13 @@ TEST(BrokenPicture, TooLarge) {
   const QByteArray kTooLarge[] = {
       patched(samples::Bmp({24}), 18, Bytes().U32(100000).U32(100000).data),
       patched(samples::Bmp({1}), 18, Bytes().U32(0x7fffffff).U32(0x80000000).data),
-      samples::RunLengthBmp(8, 16001, 1000, QByteArray("\0\1", 2)),
+      samples::RunLengthBmp(8, 32000, 2001, QByteArray("\0\1", 2)),
       patched(jpeg, frame + 5, QByteArray("\xff\0\xff\0", 4)),
       patched(samples::Gif({}), 6, QByteArray(4, '\xff')),
       samples::Wmf().Placeable({-30000, -30000, 60000, 60000}, 96),
       samples::Wmf().Placeable({0, 0, 5000, 5000}, 1),
       // With a second image for what is transparent.
-      samples::Gif({{9000, 900}, {0, 0, 8, 6}, 1}),
+      samples::Gif({{9000, 4000}, {0, 0, 8, 6}, 1}),
       // A side that 16 bits can't measure.
       samples::Bmp({1, 40, 0, false, 32768, 2}),
       samples::Jpeg({32768, 8}),
@@ -159,7 +159,7 @@ TEST(BrokenPicture, TooLarge) {
   for (const QByteArray& bytes : kTooLarge) {
     EXPECT_EQ(ErrorOfLoading(bytes), kErrInvalidPicture) << bytes.left(6).toHex().toStdString();
   }
-  EXPECT_EQ(ErrorOfLoading(samples::RunLengthBmp(8, 16000, 1000, QByteArray("\0\1", 2))), 0);
+  EXPECT_EQ(ErrorOfLoading(samples::RunLengthBmp(8, 32000, 2000, QByteArray("\0\1", 2))), 0);
   EXPECT_EQ(ErrorOfLoading(samples::Bmp({1, 40, 0, false, 32767, 2})), 0);
 }
 
@@ -176,12 +176,14 @@ TEST(BrokenPicture, JpegWithEndlessScans) {
 TEST(BrokenPicture, LargeProgressiveJpegWithinBounds) {
   EXPECT_EQ(ErrorOfLoading(samples::Jpeg({2000, 2000, false, true})), 0);
   EXPECT_EQ(ErrorOfLoading(samples::Jpeg({4000, 4000})), 0);
-  EXPECT_EQ(ErrorOfLoading(samples::Jpeg({4000, 4000, false, true, true})), kErrInvalidPicture) << "memory";
-  QByteArray bytes = samples::Jpeg({4000, 4000, true, true});
+  EXPECT_EQ(ErrorOfLoading(samples::Jpeg({4500, 4500, false, true, true, false, true, 95, {1, 1}})),
+            kErrInvalidPicture)
+      << "memory";
+  QByteArray bytes = samples::Jpeg({4500, 4500, true, true});
   EXPECT_EQ(ErrorOfLoading(bytes), 0);
   const qsizetype last = bytes.lastIndexOf(QByteArray("\xff\xda", 2));
   const QByteArray scan = bytes.mid(last, bytes.size() - 2 - last);
-  for (int i = 0; i < 20; ++i) bytes.insert(last, scan);
+  for (int i = 0; i < 30; ++i) bytes.insert(last, scan);
   EXPECT_EQ(ErrorOfLoading(bytes), kErrInvalidPicture) << "scans";
 }
 
