@@ -54,7 +54,7 @@ TEST_F(PrintDialogTest, OptionsAreTheUsersAndNonsenseIsRefused) {
     Type("gap", "2,5");
     Type("numbers", "1");
     ClickOn(form.cmdCheck);
-    EXPECT_EQ(form.txtFindings.Text(), "Nothing.");
+    EXPECT_EQ(form.txtFindings.Text(), "C2 1 Card 1: the picture is empty");
   });
   Open([](PrintForm& form) {
     EXPECT_EQ(form.FieldOf("gap").Text(), "2,5");
