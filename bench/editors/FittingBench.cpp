@@ -8,6 +8,7 @@
 #include "forms/Application.h"
 #include "measuring/Measuring.h"
 #include "measuring/Photo.h"
+#include "state/Product.h"
 #include "support/Gestures.h"
 #include "support/TestDatabase.h"
 
@@ -51,6 +52,6 @@ int Main() {
 }  // namespace orv
 
 int main(int argc, char** argv) {
-  orv::Application application(argc, argv, orv::Application::Offscreen);
+  orv::Application application(argc, argv, orv::Application::Offscreen, orv::TheProgram());
   return application.RunOnce(orv::Main);
 }

@@ -34,6 +34,7 @@
 #include "icons/Icons.h"
 #include "shell/Main.h"
 #include "shell/frmMaster.h"
+#include "state/Product.h"
 #include "state/modData.h"
 
 namespace orv {
@@ -316,7 +317,7 @@ int main(int argc, char** argv) {
   qInstallMessageHandler([](QtMsgType type, const QMessageLogContext&, const QString& text) {
     if (type != QtWarningMsg) std::fprintf(stderr, "%s\n", qUtf8Printable(text));
   });
-  Application application(argc, argv, Application::Offscreen);
+  Application application(argc, argv, Application::Offscreen, orv::TheProgram());
   InitIcons();
   QCommandLineParser options;
   options.addOptions({{"actions", "How many.", "N", "1000"}, {"seed", "Of the walk.", "N", "1"}});

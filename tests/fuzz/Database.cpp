@@ -12,6 +12,7 @@
 #include "forms/Lifetime.h"
 #include "fuzz/Target.h"
 #include "output/WriteRecords.h"
+#include "state/Product.h"
 #include "state/modData.h"
 
 namespace orv {
@@ -95,7 +96,8 @@ void OpenAndCompose(const QByteArray& bytes) {
 
 int LLVMFuzzerInitialize(int* argc, char*** argv) {
   static orv::Silence silence;
-  new orv::Application(*argc, *argv, orv::Application::Offscreen);  // up to the end of the process
+  new orv::Application(*argc, *argv, orv::Application::Offscreen,
+                       orv::TheProgram());  // up to the end of the process
   new orv::DialogResponderScope(silence);
   return 0;
 }

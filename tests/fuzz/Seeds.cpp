@@ -6,6 +6,7 @@
 #include "base/Files.h"
 #include "forms/Application.h"
 #include "platform/imaging/Samples.h"
+#include "state/Product.h"
 #include "support/TestDatabase.h"
 
 namespace {
@@ -89,7 +90,7 @@ void Databases(Folder folder) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  orv::Application application(argc, argv, orv::Application::Offscreen);
+  orv::Application application(argc, argv, orv::Application::Offscreen, orv::TheProgram());
   if (argc != 2) return 1;
   const auto folder = [&](const char* name) { return Folder(QString::fromLocal8Bit(argv[1]) + u'/' + name); };
   return application.RunOnce([&] {
