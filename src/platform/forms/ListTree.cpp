@@ -7,6 +7,7 @@
 #include <QTextDocument>
 #include <QToolTip>
 #include <algorithm>
+#include <numeric>
 
 #include "base/RuntimeError.h"
 #include "base/TextOrder.h"
@@ -117,8 +118,30 @@ void ListTree::focusInEvent(QFocusEvent* event) {
   if (!had) selectionModel()->clearCurrentIndex();
 }
 
+void ListTree::AddColumn(const QString& header, int width, Qt::Alignment alignment) {
+  const int column = columnCount();
+  setColumnCount(column + 1);
+  headerItem()->setText(column, header);
+  headerItem()->setTextAlignment(column, alignment);
+  setColumnWidth(column, width);
+  widths_.push_back(width);
+  SpreadFirstColumn();
+}
+
+void ListTree::ClearColumns() {
+  setColumnCount(0);
+  widths_.clear();
+}
+
+void ListTree::SpreadFirstColumn() {
+  if (widths_.empty()) return;
+  const int room = viewport()->width() - std::accumulate(widths_.begin(), widths_.end(), 0);
+  setColumnWidth(0, widths_[0] + std::max(room, 0));
+}
+
 void ListTree::resizeEvent(QResizeEvent* event) {
   QTreeWidget::resizeEvent(event);
+  SpreadFirstColumn();
   if (const auto selected = selectedItems(); !selected.isEmpty()) scrollToItem(selected.front());
 }
 

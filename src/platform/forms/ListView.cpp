@@ -42,23 +42,18 @@ ListView::ListView(Container& parent) {
 }
 
 void ListView::ClearColumns() {
-  Of(*this).setColumnCount(0);
+  Of(*this).ClearColumns();
 }
 
 void ListView::AddColumn(const QString& header, int width, Alignment alignment) {
-  ListTree& tree = Of(*this);
-  const int column = tree.columnCount();
-  tree.setColumnCount(column + 1);
-  tree.headerItem()->setText(column, header);
   const auto side = alignment == Alignment::Left    ? Qt::AlignLeft
                     : alignment == Alignment::Right ? Qt::AlignRight
                                                     : Qt::AlignHCenter;
-  tree.headerItem()->setTextAlignment(column, side | Qt::AlignVCenter);
-  tree.setColumnWidth(column, width);
+  Of(*this).AddColumn(header, width, side | Qt::AlignVCenter);
 }
 
 int ListView::ColumnWidth(int column) const {
-  return Of(*this).columnWidth(column);
+  return Of(*this).StatedWidth(column);
 }
 
 void ListView::Clear() {

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QHeaderView>
 #include <QHelpEvent>
 #include <QTextDocumentFragment>
 #include <QToolTip>
@@ -116,6 +117,7 @@ TEST_F(ListViewTest, HeadersTellTheirColumnAndWidthsAreExact) {
   window.Open();
   EXPECT_EQ(list.ColumnWidth(0), 100);
   EXPECT_EQ(list.ColumnWidth(1), 28);
+  EXPECT_EQ(Tree().header()->length(), Tree().viewport()->width()) << "the first has the room that is left";
   ClickHeader(list, 1);
   EXPECT_EQ(Log(), "#2 ");
   list.ClearColumns();
@@ -140,7 +142,8 @@ TEST_F(ListViewTest, KeepsTheSelectionInView) {
 }
 
 TEST_F(ListViewTest, TipsTellWhatIsCut) {
-  const QString long_text = "A text that is <b>much</b> too long for its column";
+  const QString long_text =
+      "A text that is <b>much</b> too long for its column, also where it has all the room";
   list.Add({"a", long_text, {"1"}, {}, "First line\r\nsecond"});
   list.Add({"b", "short", {"a longer one"}, {}, {}});
   window.Open();

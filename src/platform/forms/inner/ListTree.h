@@ -2,6 +2,7 @@
 
 #include <QTreeWidget>
 #include <functional>
+#include <vector>
 
 #include "forms/ListItem.h"
 
@@ -27,6 +28,10 @@ class ListEntry : public QTreeWidgetItem {
 class ListTree : public QTreeWidget {
  public:
   explicit ListTree(QWidget* parent);
+  // A further column of a width in pixels. The first one is shown with the room that they all leave.
+  void AddColumn(const QString& header, int width, Qt::Alignment alignment);
+  int StatedWidth(int column) const { return widths_[static_cast<std::size_t>(column)]; }
+  void ClearColumns();
   // While the mouse goes down on an entry, which then speaks for itself.
   bool IsPressing() const { return pressing_; }
   // Where a new entry goes in a sorted list: behind its equals.
@@ -48,6 +53,8 @@ class ListTree : public QTreeWidget {
  private:
   void ShowTip(const QPoint& place, const QPoint& on_screen);
   bool IsCut(const QModelIndex& index) const;
+  void SpreadFirstColumn();
+  std::vector<int> widths_;
   bool pressing_ = false;
 };
 
