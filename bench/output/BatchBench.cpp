@@ -28,7 +28,7 @@ namespace {
 
 constexpr int kRounds = 5;
 constexpr int kFew = 100;
-constexpr double kGoal = 1.3;
+constexpr double kGoal = 1.0;
 constexpr double kGrowthGoal = 1.1;
 constexpr double kGifGoal = 8;
 constexpr int kJpg = 2;  // identifiers of picture formats
