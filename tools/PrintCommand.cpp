@@ -51,7 +51,8 @@ Parsed<PrintCommand> ParsePrintCommand(const QStringList& arguments) {
     return refuse(QStringLiteral("--to is needed."));
   for (const PrintOption& option : AllPrintOptions()) {
     if (!given(option.name)) continue;
-    const QString wrong = SetPrintOption(command.options, QLatin1String(option.name), value(option.name));
+    const QString text = *option.placeholder != 0 ? value(option.name) : QStringLiteral("Yes");
+    const QString wrong = SetPrintOption(command.options, QLatin1String(option.name), text);
     if (!wrong.isEmpty()) return refuse(wrong);
   }
   return {command, {}};

@@ -111,6 +111,10 @@ const std::vector<Row>& Rows() {
        OneOf(&O::ruler, kNoOrYes)},
       {{"kinds", "K&inds:", "KINDS", "Some of cards,characters,pieces,large; empty for all."}, "", TakeKinds},
       {{"numbers", "&Numbers:", "NUMBERS", "Of the records, such as 1-5,9; empty for all."}, "", TakeNumbers},
+      {{"changed", "C&hanged only:", "", "Only cards that look other than on the last sheet that you wrote.",
+        kNoOrYes},
+       "No",
+       OneOf(&O::changed, kNoOrYes)},
   };
   return rows;
 }

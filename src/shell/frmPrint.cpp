@@ -116,7 +116,10 @@ void PrintForm::Form_Load() {
     field->SetText(makes_sense ? stored : usual);
   }
   // Which records are wanted is a matter of the set on show.
-  FieldOf(QStringLiteral("numbers")).SetText({});
+  for (const char* name : {"numbers", "changed"}) {
+    Field& field = FieldOf(QLatin1String(name));
+    field.SetText(DefaultOf(field.option));
+  }
 }
 
 void PrintForm::Form_Unload() {
@@ -192,7 +195,17 @@ void PrintForm::WriteSheets(const PrintOptions& options, const QString& path) {
     MsgBox(QStringLiteral("Stopped: nothing is written."), Icon::Information, kTitle);
     return;
   }
-  QString text = QStringLiteral("%1 cards on %2 sheets.").arg(outcome.cards).arg(outcome.sheets);
+  if (outcome.sheets == 0) {
+    MsgBox(QStringLiteral("No card has changed since its last sheet: nothing is written."), Icon::Information,
+           kTitle);
+    return;
+  }
+  QString text = QStringLiteral("Cards: %1, sheets: %2.").arg(outcome.cards).arg(outcome.sheets);
+  if (outcome.unchanged > 0)
+    text += QStringLiteral("\r\nLeft out for being unchanged: %1.").arg(outcome.unchanged);
+  if (!outcome.forgotten.isEmpty()) {
+    text += QStringLiteral("\r\n\r\nWhat changes from now on can't be told: ") + outcome.forgotten;
+  }
   if (!outcome.not_drawn.isEmpty()) {
     text += QStringLiteral("\r\n\r\nNot drawn:\r\n") + outcome.not_drawn.join(QStringLiteral("\r\n"));
   }

@@ -1,21 +1,18 @@
 // The PDF file, read by another program.
-#include "print/PrintSheets.h"
-
 #include <gtest/gtest.h>
 
 #include <QDir>
-#include <QFile>
 #include <QImage>
-#include <QProcess>
 #include <QRegularExpression>
 #include <cmath>
 
 #include "base/Files.h"
 #include "base/RuntimeError.h"
 #include "imaging/Drawing.h"
+#include "print/PdfScene.h"
 #include "print/inner/PrintedCards.h"
+#include "state/ProgramFolder.h"
 #include "state/modData.h"
-#include "support/TestDatabase.h"
 
 namespace orv {
 namespace {
@@ -64,47 +61,7 @@ QImage CardOf(const QImage& page, QSize dots) {
       .scaled(dots, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
 }
 
-class PrintSheetsTest : public testing::Test {
- protected:
-  void OpenSample(const char* name) {
-    const QString file = database_.Path("delivered.mdb");
-    ASSERT_TRUE(QFile::exists(file) || QFile::copy(ORV_DELIVERED_DATABASE, file));
-    modData::cn = Connection();
-    modData::OpenDatabase([] {}, file);
-    modData::OpenEditable("SELECT * FROM tblSet ORDER BY SetName", modData::rsSet);
-    modData::rsSet.FindFirst(QString("SetName = '%1'").arg(name));
-    database_.SelectSet(modData::rsSet["SetID"].Int16());
-  }
-  void OpenCards(int count) {
-    const int set = database_.AddSet("Set", 2);
-    for (int nr = 1; nr <= count; ++nr) database_.AddCard(set, nr, QString("Card %1").arg(nr));
-    database_.SelectSet(set);
-  }
-  QString Pdf() const { return database_.Path("sheets.pdf"); }
-  PrintOutcome Print(std::initializer_list<std::pair<const char*, const char*>> texts) {
-    PrintOptions options;
-    for (const auto& [name, text] : texts) EXPECT_EQ(SetPrintOption(options, name, text), "");
-    return PrintSheets(options, Pdf(), [](int, int) { return true; });
-  }
-  // What a program of poppler says of the file.
-  QString Read(const QString& program, QStringList options, bool to_output = true) {
-    options << Pdf();
-    if (to_output) options << "-";
-    QProcess process;
-    process.start(program, options);
-    EXPECT_TRUE(process.waitForFinished() && process.exitCode() == 0)
-        << qPrintable(program) << " is of poppler-utils";
-    return QString::fromUtf8(process.readAllStandardOutput());
-  }
-  QImage Page(int number, int dots) {
-    const QString root = database_.Path("page");
-    QProcess::execute("pdftoppm", {"-r", QString::number(dots), "-f", QString::number(number), "-l",
-                                   QString::number(number), "-singlefile", Pdf(), root});
-    return QImage(root + ".ppm");
-  }
-
-  TestDatabase database_;
-};
+class PrintSheetsTest : public PdfScene, public testing::Test {};
 
 TEST_F(PrintSheetsTest, FacesAreEmbeddedAndEachWordStandsWhereTheCardHasIt) {
   for (const char* name : {"The Saltwind Coast", "The Winter Roads"}) {
@@ -226,6 +183,46 @@ TEST_F(PrintSheetsTest, AFileIsWholeOrNotThere) {
   EXPECT_THROW(
       PrintSheets({}, database_.Path("none") + QDir::separator() + "x.pdf", [](int, int) { return true; }),
       RuntimeError);
+}
+
+TEST_F(PrintSheetsTest, OnlyWhatChangedSinceItsLastSheet) {
+  OpenCards(3);
+  database_.Execute("UPDATE tblCard_rows SET Copies = 1");
+  const int set = modData::CurrentSetID;
+  const struct {
+    const char* change;
+    const char* numbers;
+    int cards, unchanged;
+  } rows[] = {{"", "1-2", 2, 0},  // nothing was printed yet
+              {"", "", 1, 2},
+              {"", "", 0, 3},
+              {"UPDATE tblCard_rows SET Title = 'Another' WHERE Nr = 2", "1", 0, 1},
+              {"", "", 1, 2},
+              {"UPDATE tblCard_rows SET Copies = 5, FileName = 'other', Nr = Nr + 1", "", 0, 3},
+              {"UPDATE tblCard_rows SET CardBackID = 2 WHERE Nr = 3", "", 5, 2}};
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.change);
+    if (*row.change != 0) database_.Execute(row.change);
+    database_.SelectSet(set);
+    QFile::remove(Pdf());
+    const PrintOutcome outcome = Print({{"changed", "yes"}, {"numbers", row.numbers}});
+    EXPECT_EQ(outcome.cards, row.cards);
+    EXPECT_EQ(outcome.unchanged, row.unchanged);
+    EXPECT_EQ(outcome.forgotten, "");
+    EXPECT_EQ(QFile::exists(Pdf()), row.cards > 0);
+  }
+  PrintOptions changed;
+  changed.changed = true;
+  EXPECT_EQ(CheckSheets(changed, [](int, int) { return true; }), QStringList());
+  database_.SelectSet(database_.AddSet("Other", 2));
+  database_.AddCard(modData::CurrentSetID, 1, "Another");
+  database_.SelectSet(modData::CurrentSetID);
+  EXPECT_EQ(Print({{"changed", "yes"}}).unchanged, 0) << "another set";
+  // What can't be remembered is told, and the sheets are there.
+  const QString folder = JoinPath(UsersFolder(), "printed");
+  EXPECT_TRUE(QDir(folder).removeRecursively() && QFile(folder).open(QIODevice::WriteOnly));
+  EXPECT_NE(Print({}).forgotten, "");
+  EXPECT_TRUE(QFile::exists(Pdf()));
 }
 
 TEST_F(PrintSheetsTest, WhatPrintShowsBadlyIsTold) {

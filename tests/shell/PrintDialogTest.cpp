@@ -40,7 +40,7 @@ TEST_F(PrintDialogTest, PrintsTheSetAndLeavesTheEditorOnItsCard) {
     Type("numbers", "1,3");
     ClickOn(form.cmdPrint);
   });
-  EXPECT_EQ(dialogs_.LastPrompt(), "2 cards on 1 sheets.");
+  EXPECT_EQ(dialogs_.LastPrompt(), "Cards: 2, sheets: 1.");
   EXPECT_GT(QFileInfo(Pdf()).size(), 1000);
   EXPECT_EQ(frmCard2nd->lblCurrentCard.Caption(), "2 (3)");
   EXPECT_EQ(CardPreviewOf(2).picCard.Render().Image(), before.Image());

@@ -24,6 +24,7 @@ constexpr double kMmPerPoint = kMmPerInch / 72;
 constexpr int kResolution = 1200;  // units an inch in the file
 // A picture of 96 dots an inch comes to 288: few printers smooth what they enlarge.
 constexpr int kPictureTimes = 3;
+constexpr double kPictureShare = 0.5;  // of a unit: no printer shows more than 600 dots an inch of a picture
 
 // A file that remembers that something could not be written: the PDF writer does not ask.
 class CheckedFile : public QFile {
@@ -90,7 +91,7 @@ struct PageWriter::Impl {
   CheckedFile file;
   std::unique_ptr<QPdfWriter> writer;
   QPainter painter;
-  EnlargedPictures pictures{kPictureTimes};
+  EnlargedPictures pictures{kPictureTimes, kPictureShare};
 };
 
 PageWriter::PageWriter(const QString& path, const QString& title) : impl_(std::make_unique<Impl>()) {
