@@ -3,6 +3,11 @@
 #include <QCommandLineParser>
 #include <QDir>
 #include <QFileInfo>
+#include <algorithm>
+#include <string_view>
+#include <vector>
+
+#include "output/OutputKinds.h"
 
 namespace orv {
 namespace {
@@ -13,6 +18,16 @@ QStringList Extensions() {
   QStringList names;
   for (const PictureFormat& format : PictureFormats()) names.append(QString::fromLatin1(format.extension));
   return names;
+}
+
+// One for each name: the editions of a kind share it.
+std::vector<const OutputKind*> KindsByName() {
+  std::vector<const OutputKind*> kinds;
+  for (const OutputKind* kind : OutputKinds()) {
+    const auto same = [&](const OutputKind* other) { return std::string_view(other->name) == kind->name; };
+    if (std::ranges::none_of(kinds, same)) kinds.push_back(kind);
+  }
+  return kinds;
 }
 
 void Declare(QCommandLineParser& parser) {
@@ -41,9 +56,10 @@ void Declare(QCommandLineParser& parser) {
   flag("back", "* Write the backs.");
   flag("underline", "* Replace spaces in the file names by underlines.");
   flag("no-underline", "* Keep them.");
-  flag("cards", "Write the cards (all kinds when none of the three is given).");
-  flag("characters", "Write the characters.");
-  flag("large", "Write the large cards.");
+  for (const OutputKind* kind : KindsByName()) {
+    parser.addOption({QString::fromLatin1(kind->name),
+                      QStringLiteral("Write the %1 (every kind where none is asked for).").arg(kind->words)});
+  }
   parser.addHelpOption();
 }
 
@@ -96,10 +112,9 @@ ParsedOptions ParseBatchOptions(const QStringList& arguments) {
       return refuse(QStringLiteral("--%1 and --%2 exclude each other.").arg(yes, no));
     if (given(yes) || given(no)) option = given(yes);
   }
-  const bool all = !given("cards") && !given("characters") && !given("large");
-  options.cards = all || given("cards");
-  options.characters = all || given("characters");
-  options.large = all || given("large");
+  for (const OutputKind* kind : KindsByName()) {
+    if (given(kind->name)) options.kinds.append(QLatin1String(kind->name));
+  }
   return {options, {}};
 }
 

@@ -20,8 +20,8 @@ struct BatchOptions {
   const PictureFormat* format = nullptr;  // none: as the set has it
   std::optional<QString> prefix;
   std::optional<bool> number, no_back, underline;
-  int scale = 1;                                          // so many times as large
-  bool cards = false, characters = false, large = false;  // all three when none was given
+  int scale = 1;      // so many times as large
+  QStringList kinds;  // names of output kinds; none stands for all
 };
 
 using ParsedOptions = Parsed<BatchOptions>;

@@ -30,8 +30,7 @@ void StoreOptions(const BatchOptions& options) {
 
 bool IsWanted(const OutputKind& kind, const BatchOptions& options) {
   if ((kind.edition == 2) != (modData::CurrentEditionID == 2)) return false;
-  if (&kind.records == &modData::rsCard) return options.cards;
-  return &kind.records == &modData::rsCharacter ? options.characters : options.large;
+  return options.kinds.isEmpty() || options.kinds.contains(QLatin1String(kind.name));
 }
 
 void WriteSet(const BatchOptions& options) {
