@@ -4,7 +4,7 @@
 #include <QStringList>
 #include <optional>
 
-#include "ToolRun.h"
+#include "CommandLine.h"
 #include "output/PictureFormats.h"
 
 namespace orv {
@@ -24,7 +24,8 @@ struct BatchOptions {
   QStringList kinds;  // names of output kinds; none stands for all
 };
 
-using ParsedOptions = Parsed<BatchOptions>;
-ParsedOptions ParseBatchOptions(const QStringList& arguments);
+// Tells a command line what it may hold, and makes options of what it holds; WrongUsage where that can't be.
+void DeclareBatchOptions(CommandLine& line);
+BatchOptions ReadBatchOptions(const CommandLine& line);
 
 }  // namespace orv

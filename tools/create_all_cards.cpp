@@ -93,5 +93,10 @@ int RunBatch(const BatchOptions& options) {
 
 int main(int argc, char** argv) {
   using namespace orv;
-  return RunTool(argc, argv, ParseBatchOptions, RunBatch);
+  CommandLine line(
+      "Writes out all cards of a set, without a window. Needed are --set, and --to where the set has no "
+      "folder "
+      "stored. Options marked * are stored in the set; one that is not given keeps what the set holds.");
+  DeclareBatchOptions(line);
+  return RunTool(argc, argv, line, ReadBatchOptions, RunBatch);
 }
