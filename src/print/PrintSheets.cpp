@@ -72,7 +72,7 @@ class SheetFiller {
     for (int i = 0; i < static_cast<int>(cards_.size()); ++i) {
       DrawCard(cards_[i], PlaceOf(cards_[i]), layout_.Front(i), false);
     }
-    if (options_.paper == Paper::Card) return;
+    if (options_.paper == Paper::Card) return TellCut();
     DrawCuts();
     if (options_.ruler) DrawRuler();
   }
@@ -84,6 +84,13 @@ class SheetFiller {
         DrawCard(cards_[i], cards_[i].back, layout_.Back(i), !layout_.mirrored_across);
       }
     }
+    if (options_.paper == Paper::Card) TellCut();
+  }
+
+  // The same for both sides: a shift makes up for the printer's.
+  void TellCut() {
+    const SheetLayout::Point at = layout_.Front(0);
+    pages_.Cut({at.x, at.y, layout_.card_width, layout_.card_height, options_.bleed});
   }
 
   void DrawCard(const PrintedCard& card, const QRect& part, SheetLayout::Point at, bool turned) {

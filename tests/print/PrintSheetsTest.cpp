@@ -61,7 +61,31 @@ QImage CardOf(const QImage& page, QSize dots) {
       .scaled(dots, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
 }
 
-class PrintSheetsTest : public PdfScene, public testing::Test {};
+class PrintSheetsTest : public PdfScene, public testing::Test {
+ protected:
+  // Of an inch.
+  QList<int> DotsOfPictures() {
+    QList<int> dots;
+    for (const QString& line : Read("pdfimages", {"-list"}, false).split('\n', Qt::SkipEmptyParts).mid(2)) {
+      dots.append(line.simplified().split(' ').value(12).toInt());
+    }
+    return dots;
+  }
+  // The middles of the dark runs in a row of a page, in millimetres.
+  static QList<double> DarkAt(const QImage& page, double y_mm) {
+    const double mm = page.width() / kA4Width;
+    const int y = static_cast<int>(y_mm * mm);
+    QList<double> found;
+    for (int x = 0, from = -1; x < page.width(); ++x) {
+      const bool dark = qGray(page.pixel(x, y)) < 128;
+      if (dark && from < 0) from = x;
+      if (!dark && from >= 0) found.append((from + x) / 2.0 / mm);
+      if (!dark) from = -1;
+    }
+    return found;
+  }
+  static constexpr double kA4Width = 595 * 25.4 / 72, kA4Height = 842 * 25.4 / 72;
+};
 
 TEST_F(PrintSheetsTest, FacesAreEmbeddedAndEachWordStandsWhereTheCardHasIt) {
   for (const char* name : {"The Saltwind Coast", "The Winter Roads"}) {
@@ -74,7 +98,10 @@ TEST_F(PrintSheetsTest, FacesAreEmbeddedAndEachWordStandsWhereTheCardHasIt) {
     for (const QString& font : fonts) EXPECT_TRUE(font.contains(" yes ")) << qPrintable(font);
     PrintOptions cards;
     SetPrintOption(cards, "kinds", "cards");
+    EXPECT_GT(DotsOfPictures().size(), 5);
+    for (const int dots : DotsOfPictures()) EXPECT_GE(dots, 287);
     const QStringList pages = Read("pdftotext", {"-bbox"}).split("<page ").mid(1);
+    const QStringList texts = Read("pdftotext", {"-raw"}).split('\f');
     const QRegularExpression bounds("xMin=\"([\\d.]+)\"[^>]*>([^<]*)</word>");
     int page = 0;
     ForEachPrintedCard(cards, [&](const PrintedCard& card) {
@@ -90,6 +117,12 @@ TEST_F(PrintSheetsTest, FacesAreEmbeddedAndEachWordStandsWhereTheCardHasIt) {
           found.push_back({text, word.captured(1).toDouble() / kPointsPerDot});
         }
         EXPECT_GT(words.size(), 5u);
+        const QStringList read = texts.value(page).simplified().split(' ');
+        qsizetype at = -1;
+        for (const Word& word : words) {
+          at = read.indexOf(word.text, at + 1);
+          EXPECT_GE(at, 0) << qPrintable(card.record) << ": " << qPrintable(word.text) << " in its order";
+        }
         for (const Word& word : words) {
           const bool there = std::ranges::any_of(found, [&](const Word& other) {
             return other.text == word.text && std::abs(other.x - word.x) <= 1;
@@ -127,6 +160,67 @@ TEST_F(PrintSheetsTest, APageAt96DotsIsThePictureFile) {
       return true;
     });
   }
+}
+
+TEST_F(PrintSheetsTest, CutMarksAndBacksStandWhereTheyShouldToATenthOfAMillimetre) {
+  constexpr double kWidth = 152 * 25.4 / 96, kHeight = 256 * 25.4 / 96;
+  constexpr int kDots = 400;
+  OpenCards(1);
+  database_.Execute("UPDATE tblCard_rows SET CardBackID = 1, UsePicture = 0, Copies = 1");
+  database_.SelectSet(modData::CurrentSetID);
+  for (const char* edge : {"long", "short"}) {
+    Print({{"backs", edge}, {"back-right", "1.5"}, {"back-down", "-0.8"}, {"ruler", "no"}});
+    const QImage front = Page(1, kDots), back = Page(2, kDots);
+    const double left = (kA4Width - 4 * kWidth) / 2, top = (kA4Height - 4 * kHeight) / 2;
+    const QList<double> marks = DarkAt(front, top - 3);
+    ASSERT_EQ(marks.size(), 5);
+    for (int i = 0; i < 5; ++i) EXPECT_NEAR(marks[i], left + i * kWidth, 0.1);
+    // The dark back of the first place, which is the last one of its row or its column.
+    const bool is_long = edge == std::string("long");
+    const double x = (is_long ? kA4Width - left - kWidth : left) + 1.5;
+    const double y = (is_long ? top : kA4Height - top - kHeight) - 0.8;
+    const QList<double> across = DarkAt(back, y + kHeight / 2);
+    ASSERT_EQ(across.size(), 1);
+    EXPECT_NEAR(across[0], x + kWidth / 2, 0.1);
+    double first = 0, last = 0;
+    const double mm = back.width() / kA4Width;
+    for (int row = 0; row < back.height(); ++row) {
+      if (qGray(back.pixel(static_cast<int>((x + kWidth / 2) * mm), row)) >= 128) continue;
+      if (first == 0) first = row / mm;
+      last = (row + 1) / mm;
+    }
+    EXPECT_NEAR(first, y, 0.1);
+    EXPECT_NEAR(last, y + kHeight, 0.1);
+  }
+}
+
+TEST_F(PrintSheetsTest, APageOfACardTellsWhereItIsCut) {
+  OpenCards(1);
+  database_.AddLargeCard(modData::CurrentSetID, 1, "Large");
+  database_.Execute("UPDATE tblCard_rows SET Copies = 1");
+  database_.SelectSet(modData::CurrentSetID);
+  Print({{"paper", "card"}, {"bleed", "3"}, {"back-right", "1"}});
+  const QString told = Read("pdfinfo", {"-box", "-l", "9"}, false);
+  constexpr double kBleed = 3 * 72 / 25.4;
+  constexpr double kWidths[] = {114, 114, 228, 228};  // points
+  for (int page = 1; page <= 4; ++page) {
+    SCOPED_TRACE(page);
+    const auto box = [&](const char* name) {
+      const QRegularExpression line(
+          QString("Page +%1 %2: +([\\d.]+) +([\\d.]+) +([\\d.]+) +([\\d.]+)").arg(page).arg(name));
+      const auto match = line.match(told);
+      const auto at = [&](int i) { return match.captured(i).toDouble(); };
+      return QRectF(QPointF(at(1), at(2)), QPointF(at(3), at(4)));
+    };
+    const QRectF media = box("MediaBox"), trim = box("TrimBox"), bleed = box("BleedBox");
+    EXPECT_NEAR(trim.width(), kWidths[page - 1], 0.02);
+    EXPECT_NEAR(trim.height(), 192, 0.02);
+    EXPECT_NEAR(trim.center().x(), media.center().x(), 0.02);
+    EXPECT_NEAR(trim.center().y(), media.center().y(), 0.02);
+    EXPECT_NEAR(bleed.width(), trim.width() + 2 * kBleed, 0.02);
+    EXPECT_TRUE(media.contains(bleed));
+  }
+  EXPECT_EQ(Read("pdftotext", {}).count("Card 1"), 1) << "the rest of the file is as it was";
 }
 
 TEST_F(PrintSheetsTest, CopiesSheetsAndBacks) {
