@@ -140,8 +140,8 @@ class SetWriter {
     FittedPicture fitted(kind.table, column);
     fitted.Show(rows[kind.key].Int32(), rows[column]);
     fitted.Take(gallery_.Enlarged(picture));
-    const QByteArray made = fitted.Make(kScale).bytes;
-    rows[column] = made;
+    const FittedPicture::Made made = fitted.Make(kScale);
+    rows[column] = made.bytes;
     rows.Update();
     fitted.Keep(kScale, made);
   }
