@@ -20,6 +20,9 @@ class FittedPicture {
  public:
   // Whose pictures these are: a long binary column of a table.
   FittedPicture(const char* table, const char* column) : table_(table), column_(column) {}
+  ~FittedPicture() { Forget(); }
+  FittedPicture(const FittedPicture&) = delete;
+  FittedPicture& operator=(const FittedPicture&) = delete;
 
   // Another record is on show, or another picture in it: gives back what is kept in memory.
   void Show(std::int32_t record, const Field& stored);
