@@ -167,7 +167,7 @@ void PictureFitter::Store(double scale, double left, double top) {
                               {frame_.top_column, Snapped(top, 1)}})) {
       return;
     }
-    picture_.Keep(scale, made.bytes);
+    picture_.Keep(scale, made);
     transaction.Commit();
   }
   frame_.image.SetPicture(made.picture);

@@ -29,12 +29,16 @@ Picture PictureOf(const DataObject& data, const std::function<Picture(const QByt
   }
 }
 
-void TakePictures(Surface& surface, const std::function<void(const DataObject&)>& take) {
-  surface.Drop = [take](const DropEvent& event) { take(event.Data); };
-  surface.ContextMenu = [take](const MenuEvent& event) {
+std::function<void(const MenuEvent&)> PasteMenu(const std::function<void(const DataObject&)>& take) {
+  return [take](const MenuEvent& event) {
     event.Items.push_back(
         {QStringLiteral("&Paste"), QString(), Clipboard::HasData(), [take] { take(Clipboard::GetData()); }});
   };
+}
+
+void TakePictures(Surface& surface, const std::function<void(const DataObject&)>& take) {
+  surface.Drop = [take](const DropEvent& event) { take(event.Data); };
+  surface.ContextMenu = PasteMenu(take);
 }
 
 }  // namespace orv

@@ -16,6 +16,8 @@ void TellUnreadable(const DataObject& data);
 // What `make` makes of the bytes; tells of bytes that are no picture, and then it is the empty picture.
 Picture PictureOf(const DataObject& data, const std::function<Picture(const QByteArray& bytes)>& make);
 
+// A menu with Paste in it.
+std::function<void(const MenuEvent&)> PasteMenu(const std::function<void(const DataObject&)>& take);
 // Lets a surface take pictures that are dropped on it, or pasted by its menu.
 void TakePictures(Surface& surface, const std::function<void(const DataObject&)>& take);
 
