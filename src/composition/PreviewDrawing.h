@@ -24,6 +24,9 @@ void DesignWatermark(Label& label, const PixelRect& rect);
 // it was, and the next step follows; any other error is told in a box and ends the drawing half done.
 void DrawInSteps(std::initializer_list<std::function<void()>> steps);
 
+// The symbol of the current set, which knows of its original where drawings are kept.
+Picture SymbolOfSet();
+
 // Shows the symbol of the current set, if it uses one, in a corner of the card: `right` and `bottom` are
 // the distances to the outer edges in pixels; a negative `right` stands for the left edge.
 void PlaceSymbol(Surface& symbol, const Surface& card, int right, int bottom);

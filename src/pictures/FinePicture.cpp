@@ -4,6 +4,7 @@
 
 #include "base/RuntimeError.h"
 #include "forms/Playing.h"
+#include "forms/Surface.h"
 #include "state/modData.h"
 
 namespace orv {
@@ -41,7 +42,7 @@ QByteArray DigestOfStored(const QByteArray& bytes) {
 }
 
 Picture WithOriginal(const Picture& picture, const QByteArray& bytes) {
-  if (picture.IsEmpty()) return picture;
+  if (picture.IsEmpty() || !KeepDrawings::Asked()) return picture;
   const QByteArray digest = DigestOfStored(bytes);
   std::optional<Drawing::Fine> fine = OriginalIn(digest, picture);
   if (!fine && FinerPictures) fine = FinerPictures(digest, picture);

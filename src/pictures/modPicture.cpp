@@ -22,7 +22,7 @@ void LoadPictureFromField(Surface& surface, const Field& field) {
   if (bytes.isEmpty()) return surface.SetPicture(LoadPicture());
   const Picture picture = PicturesAhead::Load(bytes, PictureBudget::PixelsLeft());
   PictureBudget::Spend(std::int64_t{picture.Width()} * picture.Height());
-  surface.SetPicture(KeepDrawings::Asked() ? WithOriginal(picture, bytes) : picture);
+  surface.SetPicture(WithOriginal(picture, bytes));
 }
 
 Value ReadFileToField(const QString& path, const Field& field) {

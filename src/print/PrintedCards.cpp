@@ -11,6 +11,7 @@
 #include "output/Saving.h"
 #include "pictures/PicturesAhead.h"
 #include "pictures/frmClip.h"
+#include "print/Artwork.h"
 #include "print/inner/BadPrint.h"
 #include "state/modData.h"
 
@@ -180,6 +181,7 @@ int CountPrintedCards(const PrintOptions& options) {
 }
 
 void ForEachPrintedCard(const PrintOptions& options, const std::function<bool(const PrintedCard&)>& take) {
+  DrawArtworkAnew();
   const KeepDrawings keep;
   PicturesAhead ahead;
   for (const Pass& pass : PassesFor(options)) {

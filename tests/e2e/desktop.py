@@ -6,6 +6,8 @@ import os
 import shutil
 import sqlite3
 import subprocess
+import sys
+import tempfile
 import time
 
 LIMIT = 20  # seconds that anything may take on a busy machine
@@ -31,6 +33,18 @@ def wait_for(what, condition, limit=LIMIT):
         if time.monotonic() > end:
             raise Failure(f"waited {limit} seconds for {what}")
         time.sleep(0.03)
+
+
+def run_tests(tests, scene):
+    """Runs each test on a scene of its own in a new folder, up to the first that fails; the exit status."""
+    for test in tests:
+        with tempfile.TemporaryDirectory() as folder:
+            try:
+                test(scene(folder))
+            except Failure as failure:
+                print(f"{test.__name__}: {failure}", file=sys.stderr)
+                return 1
+    return 0
 
 
 class Display:

@@ -45,6 +45,14 @@ class PdfScene {
         << qPrintable(program) << " is of poppler-utils";
     return QString::fromUtf8(process.readAllStandardOutput());
   }
+  // Dots an inch of each picture in the file.
+  QList<int> DotsOfPictures() {
+    QList<int> dots;
+    for (const QString& line : Read("pdfimages", {"-list"}, false).split('\n', Qt::SkipEmptyParts).mid(2)) {
+      dots.append(line.simplified().split(' ').value(12).toInt());
+    }
+    return dots;
+  }
   QImage Page(int number, int dots) {
     const QString root = database_.Path("page");
     QProcess::execute("pdftoppm", {"-r", QString::number(dots), "-f", QString::number(number), "-l",

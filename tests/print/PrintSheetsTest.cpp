@@ -63,14 +63,6 @@ QImage CardOf(const QImage& page, QSize dots) {
 
 class PrintSheetsTest : public PdfScene, public testing::Test {
  protected:
-  // Of an inch.
-  QList<int> DotsOfPictures() {
-    QList<int> dots;
-    for (const QString& line : Read("pdfimages", {"-list"}, false).split('\n', Qt::SkipEmptyParts).mid(2)) {
-      dots.append(line.simplified().split(' ').value(12).toInt());
-    }
-    return dots;
-  }
   // The middles of the dark runs in a row of a page, in millimetres.
   static QList<double> DarkAt(const QImage& page, double y_mm) {
     const double mm = page.width() / kA4Width;

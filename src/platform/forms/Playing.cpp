@@ -21,6 +21,8 @@ namespace {
 constexpr int kFaceScale = 64;
 // Between words, of the width of the face's own.
 constexpr double kLeastSpace = 0.7;
+// Of a finer picture that can have any number of dots, on paper: grain gains nothing from more.
+constexpr double kTimesOnPaper = 4;
 constexpr qsizetype kKeptBytes = 48'000'000;
 
 void FillOutline(QPainter& painter, const QRect& box, const QColor& ink) {
@@ -88,9 +90,10 @@ struct EnlargedPictures::Placed {
 
 namespace {
 
-// A part of a finer picture, in its own dots unless it has more than `most` for one of the picture's.
-EnlargedPictures::Placed FinerPart(const Drawing::Fine& fine, const QRect& part, double most) {
-  const Picture finer = fine.finer(most);
+// A part of a finer picture, in its own dots unless it has more than `most` for one of the picture's; in
+// `asked` of them where any number can be had.
+EnlargedPictures::Placed FinerPart(const Drawing::Fine& fine, const QRect& part, double asked, double most) {
+  const Picture finer = fine.finer(asked);
   const QImage& whole = finer.IsEmpty() ? fine.picture.Image() : finer.Image();
   const double across = double(whole.width()) / fine.picture.Width();
   const double down = double(whole.height()) / fine.picture.Height();
@@ -140,7 +143,7 @@ class LargePlayer {
     const double device = std::sqrt(std::abs(painter_.deviceTransform().determinant()));
     // The painter brings at most half as many dots to their places without loss.
     const EnlargedPictures::Placed placed =
-        pictures_ != nullptr ? pictures_->Of(fine, part, device) : FinerPart(fine, part, 2 * device);
+        pictures_ != nullptr ? pictures_->Of(fine, part, device) : FinerPart(fine, part, device, 2 * device);
     painter_.setRenderHint(QPainter::SmoothPixmapTransform);
     painter_.drawImage(placed.place, placed.image);
   }
@@ -290,7 +293,8 @@ QImage EnlargedPictures::Of(const Picture& picture, const QRect& part) {
 
 EnlargedPictures::Placed EnlargedPictures::Of(const Drawing::Fine& fine, const QRect& part, double device) {
   return impl_->Of(fine.picture, part, [&] {
-    Placed placed = FinerPart(fine, part, std::max<double>(impl_->times, device * impl_->share));
+    Placed placed =
+        FinerPart(fine, part, kTimesOnPaper, std::max<double>(impl_->times, device * impl_->share));
     const double dots = placed.image.width() / placed.place.width();
     placed.image = Times(placed.image, static_cast<int>(std::ceil(impl_->times / dots - 0.01)));
     return placed;
