@@ -100,7 +100,7 @@ const std::vector<Row>& Rows() {
       {{"back-right", "Backs to the &right (mm):", "MM", "Shifts the backs to the right, -20 to 20."},
        "0",
        Length(&O::back_right, -20, 20)},
-      {{"back-down", "Backs do&wn (mm):", "MM", "Shifts the backs down, -20 to 20."},
+      {{"back-down", "Backs d&own (mm):", "MM", "Shifts the backs down, -20 to 20."},
        "0",
        Length(&O::back_down, -20, 20)},
       {{"cuts", "&Cut lines:", "LINES", "None, Marks in the margins, or Hairlines.", kCuts},

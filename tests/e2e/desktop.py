@@ -81,12 +81,19 @@ class Display:
         subprocess.run(["import", "-window", "root", path], env=self.environment(), check=False,
                        timeout=LIMIT)
 
-    def window(self, title):
-        """The visible window with this very title, None without one."""
+    def windows(self, title):
+        """The visible windows with this very title."""
         found = self.xdotool("search", "--onlyvisible", "--name", f"^{title}$", check=False).split()
         # The search takes no heed of case.
-        named = [w for w in found if self.xdotool("getwindowname", w, check=False) == title]
+        return [w for w in found if self.xdotool("getwindowname", w, check=False) == title]
+
+    def window(self, title):
+        """The last of them, None without one."""
+        named = self.windows(title)
         return named[-1] if named else None
+
+    def count(self, title):
+        return len(self.windows(title))
 
     def focus(self, title):
         """Waits for a window and gives it the keyboard, as a window manager would."""
