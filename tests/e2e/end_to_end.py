@@ -6,6 +6,7 @@ usage: end_to_end.py EXECUTABLE DATABASE DRAG_SOURCE
 """
 
 import os
+import re
 import sqlite3
 import subprocess
 import sys
