@@ -109,6 +109,18 @@ EnlargedPictures::Placed FinerPart(const Drawing::Fine& fine, const QRect& part,
           place};
 }
 
+// What WithFiner has told of a picture; null for any other.
+const Drawing::Fine* FineOf(const Picture& picture) {
+  const Drawing* const drawing = picture.HowDrawn().get();
+  if (drawing == nullptr || drawing->operations.size() != 1) return nullptr;
+  return std::get_if<Drawing::Fine>(&drawing->operations.front());
+}
+
+// A picture that nobody composed.
+bool IsStored(const Picture& picture) {
+  return picture.HowDrawn() == nullptr || FineOf(picture) != nullptr;
+}
+
 class LargePlayer {
  public:
   LargePlayer(QPainter& painter, EnlargedPictures* pictures) : painter_(painter), pictures_(pictures) {}
@@ -116,7 +128,10 @@ class LargePlayer {
   void Play(const Drawing& drawing) const {
     painter_.save();
     painter_.setClipRect(QRect(0, 0, drawing.width, drawing.height), Qt::IntersectClip);
-    for (const Drawing::Operation& operation : drawing.operations) std::visit(*this, operation);
+    for (std::size_t i = 0; i < drawing.operations.size(); ++i) {
+      if (i + 1 < drawing.operations.size()) PaintUnder(drawing.operations[i], drawing.operations[i + 1]);
+      std::visit(*this, drawing.operations[i]);
+    }
     painter_.restore();
   }
 
@@ -177,6 +192,22 @@ class LargePlayer {
   }
 
  private:
+  // Readers of PDF files put a picture on whole dots of theirs, and the ground would show between it and the
+  // outline that is drawn next. What is painted there too, larger, the outline covers.
+  void PaintUnder(const Drawing::Operation& operation, const Drawing::Operation& next) const {
+    constexpr double kUnder = 0.75;  // of the outline's width
+    const auto* const paint = std::get_if<Drawing::Paint>(&operation);
+    const auto* const outline = std::get_if<Drawing::Outline>(&next);
+    if (pictures_ == nullptr || paint == nullptr || outline == nullptr || !IsStored(paint->picture)) return;
+    const QRectF inside = QRectF(outline->box).adjusted(1, 1, -1, -1);
+    if (!inside.intersects(paint->target)) return;
+    const auto more = [](double edge, double line) { return edge == line ? kUnder : 0; };
+    const QRectF target = paint->target.adjusted(
+        -more(paint->target.left(), inside.left()), -more(paint->target.top(), inside.top()),
+        more(paint->target.right(), inside.right()), more(paint->target.bottom(), inside.bottom()));
+    if (target != paint->target) (*this)(Drawing::Paint{paint->picture, target, paint->source});
+  }
+
   // The part `seen` of a picture, at its place in it. No dot around it is looked at: it may be undecoded.
   void Show(const Picture& picture, const QRect& seen) const {
     if (picture.HowDrawn()) return Play(*picture.HowDrawn());
@@ -310,12 +341,9 @@ Picture WithFiner(Drawing::Fine fine) {
 }
 
 double FinenessOf(const Picture& picture) {
-  if (picture.HowDrawn() == nullptr) return 1;
-  for (const Drawing::Operation& operation : picture.HowDrawn()->operations) {
-    const auto* const fine = std::get_if<Drawing::Fine>(&operation);
-    if (fine != nullptr) return fine->times > 0 ? fine->times : std::numeric_limits<double>::infinity();
-  }
-  return 1;
+  const Drawing::Fine* const fine = FineOf(picture);
+  if (fine == nullptr) return 1;
+  return fine->times > 0 ? fine->times : std::numeric_limits<double>::infinity();
 }
 
 QByteArray DigestOf(const Drawing& drawing) {
