@@ -4,9 +4,12 @@
 #include <array>
 #include <cstring>
 
+#include "base/Rounding.h"
 #include "base/RuntimeError.h"
 #include "exchange/inner/ColumnValue.h"
+#include "pictures/FittedPicture.h"
 #include "records/Recordset.h"
+#include "state/modData.h"
 
 namespace orv {
 namespace {
@@ -50,6 +53,18 @@ bool SameContent(const Value& a, const Value& b) {
   return a.TextOrEmpty() == b.TextOrEmpty();
 }
 
+// The program keeps the numbers of records in 16 bits, and knows two editions: with others no editor could
+// open the set.
+void CheckNumbers(const Table& table, const std::map<QString, Value>& row) {
+  if (const auto number = row.find(QStringLiteral("Nr")); number != row.end())
+    ToInt16(number->second.IsNull() ? 0 : number->second.Int32());
+  if (!Is(table.name, "tblSet")) return;
+  const Value& edition = row.at(QStringLiteral("EditionID"));
+  if (edition.IsNull() || (edition.Int32() != 2 && edition.Int32() != 3))
+    throw RuntimeError(kErrDatabase,
+                       QStringLiteral("The set is of an edition that the program doesn't know."));
+}
+
 // Whether a row is locked to a set other than this one.
 bool IsLockedElsewhere(const std::map<QString, Value>& row, std::int32_t set) {
   const auto lock = row.find(QStringLiteral("UsedInSet"));
@@ -77,6 +92,12 @@ const Table* ReferenceOf(const Column& column) {
   return found == tables.end() ? nullptr : &*found;
 }
 
+RowCopier::RowCopier(const Connection& from, const Connection& to, Keys keys)
+    : from_(from),
+      to_(to),
+      keys_(keys),
+      with_originals_(modData::HasOriginals(from) && modData::HasOriginals(to)) {}
+
 RowCopier::Row RowCopier::Read(const Table& table, std::int32_t key) const {
   const Recordset rows = RowsOf(from_, QStringLiteral("*"), table,
                                 QStringLiteral("WHERE %1 = %2").arg(QLatin1String(KeyOf(table))).arg(key));
@@ -84,6 +105,7 @@ RowCopier::Row RowCopier::Read(const Table& table, std::int32_t key) const {
   if (rows.IsEOF()) return row;
   for (const Column& column : table.columns)
     row[QLatin1String(column.name)] = ColumnValue(column.kind, rows[column.name].Get());
+  if (keys_ == Keys::kNew) CheckNumbers(table, row);
   return row;
 }
 
@@ -105,7 +127,7 @@ std::int32_t RowCopier::CopySet(std::int32_t key, const Values& replaced) {
     }
   }
   for (const auto& [name, value] : replaced) row[name] = value;
-  set_ = Insert(sets, row);
+  set_ = Add(sets, key, std::move(row));
   mapped_[sets.name][key] = set_;
   for (const Table& table : schema::Tables()) {
     const bool locks =
@@ -141,11 +163,13 @@ void RowCopier::CopyCatalogue(const Table& table) {
 }
 
 std::int32_t RowCopier::CopyRow(const Table& table, std::int32_t key, const Values& replaced) {
+  // Two records with one font, such as an old database may have, share it in an empty file too.
+  if (keys_ == Keys::kKept && mapped_[table.name].contains(key)) return key;
   Row row = Read(table, key);
   if (row.empty()) return 0;
   row = Translated(table, std::move(row));
   for (const auto& [name, value] : replaced) row[name] = value;
-  const std::int32_t copy = Insert(table, row);
+  const std::int32_t copy = Add(table, key, std::move(row));
   mapped_[table.name][key] = copy;
   CopyOwned(table, key);
   return copy;
@@ -174,6 +198,30 @@ RowCopier::Row RowCopier::Translated(const Table& table, Row row) {
     value = column.kind == Kind::kFont ? CopyRow(*reference, key, {}) : Mapped(*reference, key);
   }
   return row;
+}
+
+std::int32_t RowCopier::Add(const Table& table, std::int32_t key, Row row) {
+  const std::int32_t copy = Insert(table, row);
+  if (with_originals_) CopyOriginals(table, key, copy, row);
+  return copy;
+}
+
+// Only those of the pictures that the row has: an original of an earlier picture is nobody else's matter.
+void RowCopier::CopyOriginals(const Table& table, std::int32_t key, std::int32_t copy, const Row& row) {
+  const Table& originals = schema::Originals();
+  for (const Column& column : table.columns) {
+    if (column.kind != Kind::kLongBinary || row.at(column.name).IsNull()) continue;
+    const Recordset found = RowsOf(
+        from_, QLatin1String(KeyOf(originals)), originals,
+        QStringLiteral("WHERE TableName = '%1' AND RecordID = %2 AND ColumnName = '%3' AND Digest = '%4'")
+            .arg(table.name)
+            .arg(key)
+            .arg(column.name, QString::fromLatin1(DigestOf(row.at(column.name).Bytes()))));
+    if (found.IsEOF()) continue;
+    Row original = Read(originals, found[KeyOf(originals)].Int32());
+    original[QStringLiteral("RecordID")] = copy;
+    Insert(originals, std::move(original));
+  }
 }
 
 std::int32_t RowCopier::Insert(const Table& table, Row row) {
@@ -221,7 +269,7 @@ std::int32_t RowCopier::Mapped(const Table& table, std::int32_t key) {
 std::int32_t RowCopier::MappedCatalogue(const Table& table, std::int32_t key) {
   Row row = Read(table, key);
   if (keys_ == Keys::kKept) {
-    if (!row.empty()) Insert(table, row);
+    if (!row.empty()) Add(table, key, std::move(row));
     return key;
   }
   if (keys_ == Keys::kSame && !IsLockedElsewhere(row, set_)) return key;
@@ -234,7 +282,7 @@ std::int32_t RowCopier::MappedCatalogue(const Table& table, std::int32_t key) {
   if (Is(table.name, "tblPicFormat")) return 1;
   const auto original = row.find(QStringLiteral("Original"));
   if (original != row.end()) original->second = false;
-  return Insert(table, std::move(row));
+  return Add(table, key, std::move(row));
 }
 
 std::int32_t RowCopier::FindByContent(const Table& table, const Row& row) const {
