@@ -1,5 +1,6 @@
 #include "exchange/inner/RowCopier.h"
 
+#include <QCryptographicHash>
 #include <algorithm>
 #include <array>
 #include <cstring>
@@ -48,9 +49,23 @@ Recordset RowsOf(const Connection& connection, const QString& columns, const Tab
       connection, QStringLiteral("SELECT %1 FROM %2 %3").arg(columns, QLatin1String(table.name), more));
 }
 
-bool SameContent(const Value& a, const Value& b) {
-  if (IsBytes(a) || IsBytes(b)) return a == b;
-  return a.TextOrEmpty() == b.TextOrEmpty();
+// Tells rows of a catalogue that mean the same.
+QByteArray ContentOf(const Table& table, const std::map<QString, Value>& row) {
+  QCryptographicHash hash(QCryptographicHash::Sha256);
+  for (const Column& column : table.columns) {
+    if (!IsContent(column)) continue;
+    const Value& value = row.at(column.name);
+    const QByteArray bytes = IsBytes(value) ? value.Bytes() : value.TextOrEmpty().toUtf8();
+    hash.addData(QByteArray::number(bytes.size()) + (IsBytes(value) ? 'b' : 't'));
+    hash.addData(bytes);
+  }
+  return hash.result();
+}
+
+// The set to which a row is locked, 0 for none.
+std::int32_t LockOf(const std::map<QString, Value>& row) {
+  const auto lock = row.find(QStringLiteral("UsedInSet"));
+  return lock == row.end() || lock->second.IsNull() ? 0 : lock->second.Int32();
 }
 
 // The program keeps the numbers of records in 16 bits, and knows two editions: with others no editor could
@@ -63,14 +78,6 @@ void CheckNumbers(const Table& table, const std::map<QString, Value>& row) {
   if (edition.IsNull() || (edition.Int32() != 2 && edition.Int32() != 3))
     throw RuntimeError(kErrDatabase,
                        QStringLiteral("The set is of an edition that the program doesn't know."));
-}
-
-// Whether a row is locked to a set other than this one.
-bool IsLockedElsewhere(const std::map<QString, Value>& row, std::int32_t set) {
-  const auto lock = row.find(QStringLiteral("UsedInSet"));
-  if (lock == row.end() || lock->second.IsNull()) return false;
-  const std::int32_t locked = lock->second.Int32();
-  return locked != 0 && locked != set;
 }
 
 }  // namespace
@@ -272,39 +279,39 @@ std::int32_t RowCopier::MappedCatalogue(const Table& table, std::int32_t key) {
     if (!row.empty()) Add(table, key, std::move(row));
     return key;
   }
-  if (keys_ == Keys::kSame && !IsLockedElsewhere(row, set_)) return key;
+  const std::int32_t lock = LockOf(row);
+  if (keys_ == Keys::kSame && (lock == 0 || lock == set_)) return key;
   if (row.empty()) return 0;
   row = Translated(table, std::move(row));
-  const auto lock = row.find(QStringLiteral("UsedInSet"));
-  if (lock != row.end() && lock->second.Int32() != 0) lock->second = set_;
+  if (lock != 0) row[QStringLiteral("UsedInSet")] = set_;
   if (const std::int32_t found = FindByContent(table, row); found != 0) return found;
   // Which formats there are is the program's own matter.
   if (Is(table.name, "tblPicFormat")) return 1;
   const auto original = row.find(QStringLiteral("Original"));
   if (original != row.end()) original->second = false;
-  return Add(table, key, std::move(row));
+  const std::int32_t added = Add(table, key, row);
+  CatalogueOf(table)[ContentOf(table, row)].append({added, LockOf(row)});
+  return added;
 }
 
-std::int32_t RowCopier::FindByContent(const Table& table, const Row& row) const {
-  QStringList names{KeyOf(table)};
-  for (const Column& column : table.columns) {
-    if (column.kind != Kind::kLongBinary && column.kind != Kind::kKey) names.append(column.name);
-  }
-  for (Recordset rows = RowsOf(to_, names.join(QStringLiteral(", ")), table,
-                               QStringLiteral("ORDER BY ") + QLatin1String(KeyOf(table)));
+// All rows of a catalogue are read once, so that a file with very many of them takes no longer for each.
+RowCopier::Catalogue& RowCopier::CatalogueOf(const Table& table) {
+  const auto known = catalogues_.find(table.name);
+  if (known != catalogues_.end()) return *known;
+  Catalogue& catalogue = catalogues_[table.name];
+  for (Recordset rows =
+           RowsOf(to_, QStringLiteral("*"), table, QStringLiteral("ORDER BY ") + QLatin1String(KeyOf(table)));
        !rows.IsEOF(); rows.MoveNext()) {
-    const std::int32_t key = rows[KeyOf(table)].Int32();
-    const auto same = [&](const Column& column) {
-      if (!IsContent(column)) return true;
-      if (column.kind != Kind::kLongBinary) return SameContent(rows[column.name].Get(), row.at(column.name));
-      const Recordset bytes = RowsOf(to_, QLatin1String(column.name), table,
-                                     QStringLiteral("WHERE %1 = %2").arg(KeyOf(table)).arg(key));
-      return SameContent(bytes[column.name].Get(), row.at(column.name));
-    };
-    Row candidate;
-    if (row.contains(QStringLiteral("UsedInSet")))
-      candidate[QStringLiteral("UsedInSet")] = rows["UsedInSet"].Get();
-    if (!IsLockedElsewhere(candidate, set_) && std::ranges::all_of(table.columns, same)) return key;
+    Row row;
+    for (const Column& column : table.columns) row[column.name] = rows[column.name].Get();
+    catalogue[ContentOf(table, row)].append({row[KeyOf(table)].Int32(), LockOf(row)});
+  }
+  return catalogue;
+}
+
+std::int32_t RowCopier::FindByContent(const Table& table, const Row& row) {
+  for (const Entry& entry : CatalogueOf(table).value(ContentOf(table, row))) {
+    if (entry.lock == 0 || entry.lock == set_) return entry.key;
   }
   return 0;
 }

@@ -5,6 +5,7 @@
 #include <sys/stat.h>
 
 #include <QDir>
+#include <QElapsedTimer>
 
 #include "base/Files.h"
 #include "exchange/CopyRecord.h"
@@ -253,6 +254,20 @@ TEST_F(SetFileTest, OnlyOriginalsOfTheFilesPicturesAreBroughtIn) {
         << statement;
     EXPECT_EQ(OriginalOf("tblCard", card, "Picture") == file, is_original) << statement;
   }
+}
+
+// Each is looked up in what has been added before it.
+TEST_F(SetFileTest, VeryManyTypesTakeAsLongEach) {
+  SaveSet(modData::cn, set_, File());
+  Tamper(QStringLiteral(
+             "WITH RECURSIVE n(i) AS (VALUES(1) UNION ALL SELECT i + 1 FROM n WHERE i < 3000) INSERT INTO "
+             "tblCardType SELECT 9000 + i, 'ZZ' || i, '', '', '', 0, 1, 2, 0, %1 FROM n")
+             .arg(set_));
+  QElapsedTimer timer;
+  timer.start();
+  BringIn(modData::cn);
+  EXPECT_LT(timer.elapsed(), 15000);
+  EXPECT_EQ(Scalar("SELECT COUNT(*) FROM tblCardType WHERE UpperLeft LIKE 'ZZ%'"), "3000");
 }
 
 TEST_F(SetFileTest, AFileOfAnotherHandChangesNothing) {

@@ -46,7 +46,14 @@ class RowCopier {
   // The key in the target of what a reference leads to; 0 for nothing.
   std::int32_t Mapped(const schema::Table& table, std::int32_t key);
   std::int32_t MappedCatalogue(const schema::Table& table, std::int32_t key);
-  std::int32_t FindByContent(const schema::Table& table, const Row& row) const;
+  // The rows of a catalogue in the target: by what tells their content, the oldest first.
+  struct Entry {
+    std::int32_t key;
+    std::int32_t lock;  // the set to which it is locked, 0 for none
+  };
+  using Catalogue = QHash<QByteArray, QList<Entry>>;
+  Catalogue& CatalogueOf(const schema::Table& table);
+  std::int32_t FindByContent(const schema::Table& table, const Row& row);
   // The row with its own references mapped.
   Row Translated(const schema::Table& table, Row row);
 
@@ -56,6 +63,7 @@ class RowCopier {
   const bool with_originals_;
   std::int32_t set_ = 0;                                      // the set in the target
   QHash<QString, QHash<std::int32_t, std::int32_t>> mapped_;  // by table
+  QHash<QString, Catalogue> catalogues_;                      // by table, those that were asked for
 };
 
 // The table of a name, which must be one.
