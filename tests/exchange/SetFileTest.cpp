@@ -78,10 +78,10 @@ class SetFileTest : public testing::Test {
     FittedPicture picture(table, column);
     picture.Show(key, row[column]);
     picture.Take(file);
-    const QByteArray stored = picture.Make(0.5).bytes;
-    row[column] = stored;
+    const FittedPicture::Made made = picture.Make(0.5);
+    row[column] = made.bytes;
     row.Update();
-    picture.Keep(0.5, stored);
+    picture.Keep(0.5, made);
   }
   // The file of which a record's picture can be made at other sizes; empty where it is its own.
   static QByteArray OriginalOf(const char* table, int key, const char* column) {
