@@ -158,6 +158,7 @@ class Compaction:
             time.sleep(rand.uniform(0, 0.35))
         finally:
             program.kill()
+            self.display.gone(COMPACT)
         wrong = damage(program.database)
         if wrong:
             return [wrong]
