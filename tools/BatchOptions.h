@@ -4,7 +4,7 @@
 #include <QStringList>
 #include <optional>
 
-#include "ToolRun.h"
+#include "CommandLine.h"
 #include "output/PictureFormats.h"
 
 namespace orv {
@@ -20,11 +20,12 @@ struct BatchOptions {
   const PictureFormat* format = nullptr;  // none: as the set has it
   std::optional<QString> prefix;
   std::optional<bool> number, no_back, underline;
-  int scale = 1;                                          // so many times as large
-  bool cards = false, characters = false, large = false;  // all three when none was given
+  int scale = 1;      // so many times as large
+  QStringList kinds;  // names of output kinds; none stands for all
 };
 
-using ParsedOptions = Parsed<BatchOptions>;
-ParsedOptions ParseBatchOptions(const QStringList& arguments);
+// Tells a command line what it may hold, and makes options of what it holds; WrongUsage where that can't be.
+void DeclareBatchOptions(CommandLine& line);
+BatchOptions ReadBatchOptions(const CommandLine& line);
 
 }  // namespace orv

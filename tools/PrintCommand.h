@@ -1,9 +1,8 @@
 #pragma once
 
 #include <QString>
-#include <QStringList>
 
-#include "ToolRun.h"
+#include "CommandLine.h"
 #include "print/PrintOptions.h"
 
 namespace orv {
@@ -18,6 +17,9 @@ struct PrintCommand {
   PrintOptions options;
 };
 
-Parsed<PrintCommand> ParsePrintCommand(const QStringList& arguments);
+// Tells a command line what it may hold, and makes a command of what it holds; WrongUsage where that can't
+// be.
+void DeclarePrintCommand(CommandLine& line);
+PrintCommand ReadPrintCommand(const CommandLine& line);
 
 }  // namespace orv

@@ -1,8 +1,5 @@
 #include "ToolRun.h"
 
-#include <QTextStream>
-#include <cstdio>
-
 #include "base/App.h"
 #include "base/Files.h"
 #include "database/CurrentSet.h"
@@ -28,14 +25,6 @@ QStringList NamesOfSets() {
 }
 
 }  // namespace
-
-void Complain(const QString& text) {
-  QTextStream(stderr) << QString(text).remove(u'\r') << Qt::endl;
-}
-
-void Tell(const QString& text) {
-  QTextStream(stdout) << text << Qt::endl;
-}
 
 bool OpenForTool(const QString& database) {
   if (database.isEmpty()) return OpenOwn();

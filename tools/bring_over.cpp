@@ -1,28 +1,22 @@
 // Makes a database of this program of one of an older version, without a window.
-#include <QCommandLineParser>
 #include <QCoreApplication>
-#include <QTextStream>
 
+#include "CommandLine.h"
 #include "base/RuntimeError.h"
 #include "exchange/BringOver.h"
 
 namespace orv {
 namespace {
 
-constexpr int kFailed = 1;
-constexpr int kWrongUsage = 2;
-
 int Run(const QString& old_path, const QString& new_path) {
-  QTextStream out(stdout);
-  QTextStream err(stderr);
   try {
     const BroughtOver result = BringOver(old_path, new_path, [](int) {});
-    for (const QString& line : result.counts) out << line << Qt::endl;
-    for (const QString& line : result.left_out) err << "Left out: " << line << Qt::endl;
+    for (const QString& line : result.counts) Tell(line);
+    for (const QString& line : result.left_out) Complain(QStringLiteral("Left out: ") + line);
     return 0;
   } catch (const RuntimeError& error) {
-    err << old_path << ": " << error.Description() << Qt::endl;
-    return kFailed;
+    Complain(old_path + QStringLiteral(": ") + error.Description());
+    return kFailureTold;
   }
 }
 
@@ -30,19 +24,14 @@ int Run(const QString& old_path, const QString& new_path) {
 }  // namespace orv
 
 int main(int argc, char** argv) {
+  using namespace orv;
   const QCoreApplication application(argc, argv);
-  QCommandLineParser parser;
-  parser.setApplicationDescription(
-      QStringLiteral("Makes a database of this program of one of an older version, which stays as it is."));
-  parser.addPositionalArgument(QStringLiteral("OLD"), QStringLiteral("The database of the older version."));
-  parser.addOption({QStringLiteral("to"), QStringLiteral("The new file."), QStringLiteral("NEW")});
-  parser.addHelpOption();
-  const bool understood = parser.parse(QCoreApplication::arguments());
-  if (understood && parser.isSet(QStringLiteral("help"))) parser.showHelp();
-  if (!understood || parser.positionalArguments().size() != 1 ||
-      parser.value(QStringLiteral("to")).isEmpty()) {
-    QTextStream(stderr) << parser.helpText();
-    return orv::kWrongUsage;
-  }
-  return orv::Run(parser.positionalArguments().constFirst(), parser.value(QStringLiteral("to")));
+  CommandLine line("Makes a database of this program of one of an older version, which stays as it is.");
+  line.AddWord("OLD", "The database of the older version.", "OLD");
+  line.AddValue("to", "The new file.", "NEW");
+  return line.Run(QCoreApplication::arguments(), [&] {
+    if (line.Words().isEmpty()) throw WrongUsage{"The database of the older version is needed."};
+    if (line["to"].isEmpty()) throw WrongUsage{"--to is needed."};
+    return Run(line.Words().constFirst(), line["to"]);
+  });
 }

@@ -30,8 +30,7 @@ void StoreOptions(const BatchOptions& options) {
 
 bool IsWanted(const OutputKind& kind, const BatchOptions& options) {
   if ((kind.edition == 2) != (modData::CurrentEditionID == 2)) return false;
-  if (&kind.records == &modData::rsCard) return options.cards;
-  return &kind.records == &modData::rsCharacter ? options.characters : options.large;
+  return options.kinds.isEmpty() || options.kinds.contains(QLatin1String(kind.name));
 }
 
 void WriteSet(const BatchOptions& options) {
@@ -94,5 +93,10 @@ int RunBatch(const BatchOptions& options) {
 
 int main(int argc, char** argv) {
   using namespace orv;
-  return RunTool(argc, argv, ParseBatchOptions, RunBatch);
+  CommandLine line(
+      "Writes out all cards of a set, without a window. Needed are --set, and --to where the set has no "
+      "folder "
+      "stored. Options marked * are stored in the set; one that is not given keeps what the set holds.");
+  DeclareBatchOptions(line);
+  return RunTool(argc, argv, line, ReadBatchOptions, RunBatch);
 }

@@ -1,10 +1,8 @@
 // Sets as files, their texts as a table, and the copies of a database, without a window.
-#include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QDir>
-#include <QFileInfo>
-#include <QTextStream>
 
+#include "CommandLine.h"
 #include "base/App.h"
 #include "base/Files.h"
 #include "base/RuntimeError.h"
@@ -17,9 +15,6 @@
 namespace orv {
 namespace {
 
-constexpr int kFailed = 1;
-constexpr int kWrongUsage = 2;
-
 constexpr const char* kDescription =
     "save FILE.orvset     writes a set (--set) to a file\n"
     "bring FILE.orvset    adds the sets of a file to the database\n"
@@ -28,33 +23,12 @@ constexpr const char* kDescription =
     "it\n"
     "restore [COPY]       tells the copies of the database, or puts one in its place; what was there is kept";
 
-struct WrongUsage {
-  QString message;
-};
-
 class Command {
  public:
-  explicit Command(const QStringList& arguments) {
-    parser_.setApplicationDescription(QString::fromLatin1(kDescription));
-    parser_.addPositionalArgument(QStringLiteral("COMMAND"), QStringLiteral("One of the above."));
-    parser_.addPositionalArgument(QStringLiteral("FILE"), QStringLiteral("Its file."),
-                                  QStringLiteral("[FILE]"));
-    parser_.addOption({QStringLiteral("database"),
-                       QStringLiteral("The database; the program's own without it."),
-                       QStringLiteral("FILE")});
-    parser_.addOption(
-        {QStringLiteral("set"), QStringLiteral("The name of the set."), QStringLiteral("NAME")});
-    parser_.addOption({QStringLiteral("in"), QStringLiteral("Take the texts from the table.")});
-    parser_.addHelpOption();
-    if (!parser_.parse(arguments)) throw WrongUsage{parser_.errorText()};
-  }
+  explicit Command(const CommandLine& line) : line_(line) {}
 
   int Run() {
-    if (parser_.isSet(QStringLiteral("help"))) {
-      out_ << parser_.helpText();
-      return 0;
-    }
-    const QStringList words = parser_.positionalArguments();
+    const QStringList words = line_.Words();
     static const struct {
       const char* name;
       qsizetype least, most;  // words
@@ -77,8 +51,8 @@ class Command {
 
  private:
   QString Database() const {
-    const QString given = parser_.value(QStringLiteral("database"));
-    if (!given.isEmpty()) return QFileInfo(given).absoluteFilePath();
+    const QString given = line_.Path("database");
+    if (!given.isEmpty()) return given;
     SettleProgramFolder();
     return modData::DatabasePath();
   }
@@ -90,7 +64,7 @@ class Command {
   }
 
   std::int32_t Set(const Connection& connection) const {
-    const QString name = parser_.value(QStringLiteral("set"));
+    const QString name = line_["set"];
     const std::int32_t set = FindSet(connection, name);
     if (set != 0) return set;
     throw WrongUsage{QStringLiteral("There is no set of the name \"%1\". The sets are: %2")
@@ -107,51 +81,50 @@ class Command {
     const QStringList before = SetNames(connection);
     BringInSets(connection, file_);
     for (const QString& name : SetNames(connection)) {
-      if (!before.contains(name)) out_ << name << Qt::endl;
+      if (!before.contains(name)) Tell(name);
     }
   }
 
-  void List() { out_ << (file_.isEmpty() ? SetNames(Open()) : SetsInFile(file_)).join(u'\n') << Qt::endl; }
+  void List() { Tell((file_.isEmpty() ? SetNames(Open()) : SetsInFile(file_)).join(u'\n')); }
 
   void Texts() {
     const Connection connection = Open();
     const std::int32_t set = Set(connection);
-    if (!parser_.isSet(QStringLiteral("in"))) return ReplaceFile(file_, TextsOfSet(connection, set));
-    out_ << QStringLiteral("%1 cards changed").arg(BringInTexts(connection, set, ReadWhole(file_)))
-         << Qt::endl;
+    if (!line_.Has("in")) return ReplaceFile(file_, TextsOfSet(connection, set));
+    Tell(QStringLiteral("%1 cards changed").arg(BringInTexts(connection, set, ReadWhole(file_))));
   }
 
   void Restore() {
     if (file_.isEmpty()) {
-      for (const QString& copy : CopiesOf(Database())) out_ << QDir::toNativeSeparators(copy) << Qt::endl;
+      for (const QString& copy : CopiesOf(Database())) Tell(QDir::toNativeSeparators(copy));
       return;
     }
     const QString kept = RestoreCopy(Database(), file_);
-    if (!kept.isEmpty()) out_ << QStringLiteral("What was there is kept as ") << kept << Qt::endl;
+    if (!kept.isEmpty()) Tell(QStringLiteral("What was there is kept as ") + kept);
   }
 
-  QCommandLineParser parser_;
+  const CommandLine& line_;
   QString file_;
-  QTextStream out_{stdout};
 };
-
-int Run(const QStringList& arguments) {
-  QTextStream err(stderr);
-  try {
-    return Command(arguments).Run();
-  } catch (const WrongUsage& wrong) {
-    err << wrong.message << Qt::endl;
-    return kWrongUsage;
-  } catch (const RuntimeError& error) {
-    err << error.Description() << Qt::endl;
-    return kFailed;
-  }
-}
 
 }  // namespace
 }  // namespace orv
 
 int main(int argc, char** argv) {
+  using namespace orv;
   const QCoreApplication application(argc, argv);
-  return orv::Run(QCoreApplication::arguments());
+  CommandLine line(kDescription);
+  line.AddWord("COMMAND", "One of the above.", "COMMAND");
+  line.AddWord("FILE", "Its file.", "[FILE]");
+  line.AddValue("database", "The database; the program's own without it.", "FILE");
+  line.AddValue("set", "The name of the set.", "NAME");
+  line.AddFlag("in", "Take the texts from the table.");
+  return line.Run(QCoreApplication::arguments(), [&] {
+    try {
+      return Command(line).Run();
+    } catch (const RuntimeError& error) {
+      Complain(error.Description());
+      return kFailureTold;
+    }
+  });
 }

@@ -50,5 +50,7 @@ int RunPrint(const PrintCommand& command) {
 
 int main(int argc, char** argv) {
   using namespace orv;
-  return RunTool(argc, argv, ParsePrintCommand, RunPrint);
+  CommandLine line("Writes the cards of a set as sheets for print, a PDF file.");
+  DeclarePrintCommand(line);
+  return RunTool(argc, argv, line, ReadPrintCommand, RunPrint);
 }

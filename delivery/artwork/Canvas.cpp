@@ -53,18 +53,19 @@ QRect OpaqueArea(const QImage& image) {
 
 }  // namespace
 
-Canvas::Canvas(int width, int height) {
-  QImage image(width * kScale, height * kScale, QImage::Format_ARGB32_Premultiplied);
+// An enlarged picture is fine enough as it is.
+Canvas::Canvas(int width, int height, int scale) : scale_(scale), smoothing_(scale == 1 ? 3 : 1) {
+  QImage image(width * Fineness(), height * Fineness(), QImage::Format_ARGB32_Premultiplied);
   image.fill(Qt::transparent);
-  layers_.push_back({image, Style(), static_cast<double>(kScale)});
+  layers_.push_back({image, Style(), static_cast<double>(Fineness())});
 }
 
 double Canvas::Unit() const {
-  return kScale * std::sqrt(std::abs(transform.determinant()));
+  return Fineness() * std::sqrt(std::abs(transform.determinant()));
 }
 
 void Canvas::Paint(const QPainterPath& outline) {
-  const QPainterPath path = (transform * QTransform::fromScale(kScale, kScale)).map(outline);
+  const QPainterPath path = (transform * QTransform::fromScale(Fineness(), Fineness())).map(outline);
   const double margin = Margin(style, Unit());
   const QRect area = path.boundingRect()
                          .adjusted(-margin, -margin, margin, margin)
@@ -129,7 +130,7 @@ QImage Canvas::Finished() const {
   QImage opaque(whole.size(), QImage::Format_RGB32);
   opaque.fill(Qt::white);
   QPainter(&opaque).drawImage(0, 0, whole);
-  return opaque.scaled(whole.size() / kScale, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
+  return opaque.scaled(whole.size() / smoothing_, Qt::IgnoreAspectRatio, Qt::SmoothTransformation)
       .convertToFormat(QImage::Format_RGB888);
 }
 

@@ -34,9 +34,8 @@ struct Style {
 // A picture in the making, kept at several times its size so that edges come out smooth.
 class Canvas {
  public:
-  static constexpr int kScale = 3;
-
-  Canvas(int width, int height);
+  // A picture of that size, to be finished `scale` times as large.
+  Canvas(int width, int height, int scale);
 
   // Paints the outline, given in the units of `transform`, in `style`.
   void Paint(const QPainterPath& outline);
@@ -46,8 +45,9 @@ class Canvas {
   void Begin();
   void End();
 
-  // The target at kScale times the size; premultiplied.
+  // Fineness() times the size; premultiplied.
   QImage& Target() { return layers_.back().image; }
+  int Fineness() const { return scale_ * smoothing_; }
   double Unit() const;  // pixels of the target for one unit of `transform`
   QImage Finished() const;
 
@@ -60,9 +60,11 @@ class Canvas {
   struct Layer {
     QImage image;
     Style style;
-    double unit = kScale;
+    double unit = 1;
   };
   void Compose(QImage shape, QPoint at, const Style& style, double unit);
+  const int scale_;
+  const int smoothing_;
   std::vector<Layer> layers_;
 };
 

@@ -5,6 +5,20 @@
 
 namespace orv::artwork {
 
+namespace {
+
+// For `part` from 0 to 1, and `low` and `high` of one sign: std::lerp minds all others, and takes time for
+// it.
+double Between(double low, double high, double part) {
+  return low + part * (high - low);
+}
+
+double Eased(double part) {
+  return part * part * (3 - 2 * part);
+}
+
+}  // namespace
+
 double Hash(std::int32_t x, std::int32_t y, int seed) {
   auto h = static_cast<std::uint32_t>(x) * 0x9E3779B1u ^ static_cast<std::uint32_t>(y) * 0x85EBCA77u ^
            static_cast<std::uint32_t>(seed) * 0xC2B2AE3Du;
@@ -16,7 +30,7 @@ double Hash(std::int32_t x, std::int32_t y, int seed) {
 
 double Step(double from, double to, double value) {
   const double t = std::clamp((value - from) / (to - from), 0.0, 1.0);
-  return t * t * (3 - 2 * t);
+  return Eased(t);
 }
 
 double Noise(double x, double y, int seed) {
@@ -24,11 +38,11 @@ double Noise(double x, double y, int seed) {
   const double fy = std::floor(y);
   const auto ix = static_cast<std::int32_t>(fx);
   const auto iy = static_cast<std::int32_t>(fy);
-  const double u = Step(0, 1, x - fx);
-  const double v = Step(0, 1, y - fy);
-  const double top = std::lerp(Hash(ix, iy, seed), Hash(ix + 1, iy, seed), u);
-  const double bottom = std::lerp(Hash(ix, iy + 1, seed), Hash(ix + 1, iy + 1, seed), u);
-  return std::lerp(top, bottom, v);
+  const double u = Eased(x - fx);
+  const double v = Eased(y - fy);
+  const double top = Between(Hash(ix, iy, seed), Hash(ix + 1, iy, seed), u);
+  const double bottom = Between(Hash(ix, iy + 1, seed), Hash(ix + 1, iy + 1, seed), u);
+  return Between(top, bottom, v);
 }
 
 namespace {

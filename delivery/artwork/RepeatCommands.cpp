@@ -60,7 +60,7 @@ void SetClip(Player& player, const Words& words) {
   } else {
     path.addRect(area);
   }
-  canvas.clip = (canvas.transform * QTransform::fromScale(Canvas::kScale, Canvas::kScale)).map(path);
+  canvas.clip = (canvas.transform * QTransform::fromScale(canvas.Fineness(), canvas.Fineness())).map(path);
 }
 
 }  // namespace

@@ -14,18 +14,19 @@ namespace {
 template <typename Colour>
 void EachPoint(Canvas& canvas, double top, double bottom, Colour colour) {
   QImage& image = canvas.Target();
-  const int first = std::clamp(static_cast<int>(top * Canvas::kScale), 0, image.height());
-  const int last = std::clamp(static_cast<int>(std::ceil(bottom * Canvas::kScale)), 0, image.height());
+  const int fineness = canvas.Fineness();
+  const int first = std::clamp(static_cast<int>(top * fineness), 0, image.height());
+  const int last = std::clamp(static_cast<int>(std::ceil(bottom * fineness)), 0, image.height());
   for (int j = first; j < last; ++j) {
     auto* row = reinterpret_cast<QRgb*>(image.scanLine(j));
     for (int i = 0; i < image.width(); ++i) {
-      row[i] = colour((i + 0.5) / Canvas::kScale, (j + 0.5) / Canvas::kScale, row[i]);
+      row[i] = colour((i + 0.5) / fineness, (j + 0.5) / fineness, row[i]);
     }
   }
 }
 
-double HeightOf(const QImage& image) {
-  return image.height() / static_cast<double>(Canvas::kScale);
+double HeightOf(const Canvas& canvas, const QImage& image) {
+  return image.height() / static_cast<double>(canvas.Fineness());
 }
 
 // `colour` at opacity `alpha` over an opaque or empty pixel.
@@ -39,12 +40,12 @@ void PaintRidge(Canvas& canvas, const Ridge& ridge) {
   const int width = canvas.Target().width();
   std::vector<double> crest(static_cast<size_t>(width));
   for (int i = 0; i < width; ++i) {
-    const double x = (i + 0.5) / Canvas::kScale / ridge.width;
+    const double x = (i + 0.5) / canvas.Fineness() / ridge.width;
     crest[i] = ridge.y - ridge.rise * (0.15 + 0.85 * Crests(x, ridge.seed * 3.7, ridge.seed, 6));
   }
   EachPoint(canvas, ridge.y - ridge.rise - 1, 1e6, [&](double x, double y, QRgb old) {
-    const double top = crest[static_cast<size_t>(x * Canvas::kScale)];
-    const double cover = std::clamp((y - top) * Canvas::kScale + 0.5, 0.0, 1.0);
+    const double top = crest[static_cast<size_t>(x * canvas.Fineness())];
+    const double cover = std::clamp((y - top) * canvas.Fineness() + 0.5, 0.0, 1.0);
     if (cover == 0) return old;
     const double depth = (y - top) / ridge.rise;
     // Faces of rock: bands that run down and outward from the crests, lit on one side.
@@ -84,16 +85,16 @@ void PaintClouds(Canvas& canvas, const Clouds& clouds) {
 
 void PaintWater(Canvas& canvas, const Water& water) {
   const QImage before = canvas.Target();
-  const double bottom = HeightOf(before);
+  const double bottom = HeightOf(canvas, before);
   EachPoint(canvas, water.y, bottom, [&](double x, double y, QRgb old) {
     const double depth = (y - water.y) / std::max(1.0, bottom - water.y);
     const double pitch = 1.2 + 7 * depth;
     const double wave = Fractal(x / (pitch * 5), (y - water.y) / pitch * 1.8, water.seed, 3) - 0.5;
     const double up = water.y - (y - water.y) * 1.1 + wave * pitch * 2.0;
     const int sx =
-        std::clamp(static_cast<int>((x + wave * pitch * 1.5) * Canvas::kScale), 0, before.width() - 1);
-    const int sy =
-        std::clamp(static_cast<int>(up * Canvas::kScale), 0, static_cast<int>(water.y * Canvas::kScale));
+        std::clamp(static_cast<int>((x + wave * pitch * 1.5) * canvas.Fineness()), 0, before.width() - 1);
+    const int sy = std::clamp(static_cast<int>(up * canvas.Fineness()), 0,
+                              static_cast<int>(water.y * canvas.Fineness()));
     const QRgb mirrored = reinterpret_cast<const QRgb*>(before.constScanLine(sy))[sx];
     const QRgb body = Shaded(Mixed(water.far.rgb(), water.near.rgb(), Step(0, 1, depth)), 1 + wave * 0.7);
     QRgb colour = Mixed(body, mirrored, water.mirror * (1 - 0.45 * depth));
@@ -103,12 +104,12 @@ void PaintWater(Canvas& canvas, const Water& water) {
       const double spark = Step(0.52, 0.66, Fractal(x / (pitch * 2.4), y / pitch * 1.5, water.seed + 9, 3));
       colour = Mixed(colour, water.glitter.rgb(), near * (0.25 + 0.75 * spark) * water.glitter.alphaF());
     }
-    return Over(old, QColor(colour), std::clamp((y - water.y) * Canvas::kScale, 0.0, 1.0));
+    return Over(old, QColor(colour), std::clamp((y - water.y) * canvas.Fineness(), 0.0, 1.0));
   });
 }
 
 void PaintGround(Canvas& canvas, const Ground& ground) {
-  const double bottom = HeightOf(canvas.Target());
+  const double bottom = HeightOf(canvas, canvas.Target());
   EachPoint(canvas, ground.y - 2, bottom, [&](double x, double y, QRgb old) {
     const double horizon = ground.y + 3 * (Fractal(x / 30, 0, ground.seed, 4) - 0.5);
     if (y < horizon) return old;
@@ -121,7 +122,7 @@ void PaintGround(Canvas& canvas, const Ground& ground) {
     const QRgb body = Mixed(ground.far.rgb(), ground.near.rgb(), std::sqrt(depth));
     return Over(
         old, QColor(Shaded(body, 1 + ground.rough * (bump - beside) * 4 + 0.5 * ground.rough * (bump - 0.5))),
-        std::clamp((y - horizon) * Canvas::kScale, 0.0, 1.0));
+        std::clamp((y - horizon) * canvas.Fineness(), 0.0, 1.0));
   });
 }
 
@@ -148,8 +149,8 @@ void PaintTexture(Canvas& canvas, const Texture& texture) {
 }
 
 void PaintVignette(Canvas& canvas, const QColor& colour, double strength) {
-  const double w = canvas.Target().width() / 2.0 / Canvas::kScale;
-  const double h = canvas.Target().height() / 2.0 / Canvas::kScale;
+  const double w = canvas.Target().width() / 2.0 / canvas.Fineness();
+  const double h = canvas.Target().height() / 2.0 / canvas.Fineness();
   EachPoint(canvas, 0, 1e6, [&](double x, double y, QRgb old) {
     const double away = std::hypot((x - w) / w, (y - h) / h) / std::sqrt(2.0);
     return Over(old, colour, strength * Step(0.45, 1.05, away));

@@ -1,5 +1,6 @@
 // Draws pictures of the drawing scripts into a folder: make_artwork <script folder> <target folder>
-// [--png] <picture>... ; all of them when none is named. BMP unless told otherwise.
+// [--png] [--large] <picture>... ; all of them when none is named. BMP unless told otherwise; four times as
+// large with --large.
 #include <QCoreApplication>
 #include <QDir>
 #include <cstdio>
@@ -16,10 +17,11 @@ void Make(const QStringList& arguments) {
   const auto script = orv::artwork::Script::Load(arguments[0]);
   QStringList names = arguments.mid(2);
   const bool png = names.removeAll("--png") > 0;
+  const int scale = names.removeAll("--large") > 0 ? 4 : 1;
   if (names.isEmpty()) names = script.Pictures();
   QDir().mkpath(arguments[1]);
   for (const QString& name : names) {
-    const QImage image = Draw(script, name);
+    const QImage image = Draw(script, name, scale);
     const QString path = orv::JoinPath(arguments[1], name);
     if (png) {
       image.save(path + ".png");
@@ -35,7 +37,8 @@ int main(int argc, char** argv) {
   QCoreApplication app(argc, argv);
   const QStringList arguments = QCoreApplication::arguments().mid(1);
   if (arguments.size() < 2) {
-    std::fputs("usage: make_artwork <script folder> <target folder> [--png] [<picture>...]\n", stderr);
+    std::fputs("usage: make_artwork <script folder> <target folder> [--png] [--large] [<picture>...]\n",
+               stderr);
     return 2;
   }
   try {

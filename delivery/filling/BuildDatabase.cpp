@@ -52,7 +52,7 @@ void Fill(const QString& path, const QString& content_folder, const Gallery& gal
 }  // namespace
 
 void BuildDatabase(const QString& path, const QString& content_folder) {
-  const Gallery gallery(JoinPath(content_folder, "art"));
+  const Gallery gallery(JoinPath(content_folder, "art"), FramedPictures(JoinPath(content_folder, "sets")));
   ReplaceFile(path, [&](const QString& temporary) {
     MakeDatabase(temporary, schema::Script());
     struct Closer {

@@ -19,25 +19,34 @@ QByteArray Encoded(const QImage& image) {
 
 }  // namespace
 
-Gallery::Gallery(const QString& script_folder) {
+Gallery::Gallery(const QString& script_folder, const QSet<QString>& enlarged) {
   const artwork::Script script = artwork::Script::Load(script_folder);
-  const QStringList names = script.Pictures();
-  std::vector<QByteArray> drawn(static_cast<size_t>(names.size()));
-  std::atomic<qsizetype> next = 0;
+  struct Task {
+    QString name;
+    int scale;
+    QByteArray drawn;
+  };
+  std::vector<Task> tasks;
+  for (const int scale : {kEnlargement, 1}) {
+    for (const QString& name : script.Pictures())
+      if (scale == 1 || enlarged.contains(name)) tasks.push_back({name, scale, {}});
+  }
+  std::atomic<size_t> next = 0;
   const auto work = [&] {
-    for (qsizetype i = next++; i < names.size(); i = next++) drawn[i] = Encoded(Draw(script, names[i]));
+    for (size_t i = next++; i < tasks.size(); i = next++)
+      tasks[i].drawn = Encoded(Draw(script, tasks[i].name, tasks[i].scale));
   };
   std::vector<std::future<void>> workers;
   for (unsigned i = 0; i < std::max(1u, std::thread::hardware_concurrency()); ++i) {
     workers.push_back(std::async(std::launch::async, work));
   }
   for (auto& worker : workers) worker.get();
-  for (qsizetype i = 0; i < names.size(); ++i) files_[names[i]] = drawn[i];
+  for (const Task& task : tasks) (task.scale == 1 ? files_ : enlarged_)[task.name] = task.drawn;
 }
 
-QByteArray Gallery::Bytes(const QString& picture) const {
-  if (!files_.contains(picture)) throw std::runtime_error(("no picture " + picture).toStdString());
-  return files_[picture];
+QByteArray Gallery::Find(const Files& files, const QString& picture) {
+  if (!files.contains(picture)) throw std::runtime_error(("no picture " + picture).toStdString());
+  return files[picture];
 }
 
 }  // namespace orv::delivery

@@ -8,6 +8,7 @@
 #include "base/RuntimeError.h"
 #include "database/FontProfiles.h"
 #include "filling/ContentFiles.h"
+#include "pictures/FittedPicture.h"
 #include "state/modData.h"
 
 namespace orv::delivery {
@@ -20,7 +21,7 @@ struct Owner {
 };
 
 struct Kind {
-  QString table, key;
+  const char *table, *key;
 };
 const QMap<QString, Kind>& Kinds() {
   static const QMap<QString, Kind> kinds{{"set", {"tblSet", "SetID"}},
@@ -30,8 +31,9 @@ const QMap<QString, Kind>& Kinds() {
   return kinds;
 }
 
-const QSet<QString> kPictures{"Picture",   "Background",    "PlayingPiece",
-                              "BGPicture", "LargeCardBack", "Symbol"};
+// Fitted to the frame in which they lie.
+constexpr const char* kFramed[] = {"Picture", "PlayingPiece"};
+const QSet<QString> kPictures{"Background", "BGPicture", "LargeCardBack", "Symbol"};
 const QSet<QString> kTexts{"Title",    "Number",    "Artist",   "BoldText", "Information",
                            "FileName", "Name",      "Strength", "Craft",    "Gold",
                            "Lives",    "Abilities", "SetName",  "SaveTo",   "FilenamePrefix"};
@@ -110,6 +112,10 @@ class SetWriter {
     if (block.kind == "card" && !fields.contains("Number")) {
       fields["Number"] = names_.NumberOfType(owner_.language, owner_.edition, fields["Type"]);
     }
+    Fields framed;
+    for (const char* column : kFramed) {
+      if (fields.contains(column)) framed[column] = fields.take(column);
+    }
     const QMap<QString, Reference> references = ReferencesOf(block.kind);
     for (auto it = fields.begin(); it != fields.end(); ++it) {
       if (references.contains(it.key())) {
@@ -123,6 +129,21 @@ class SetWriter {
     if (block.kind == "set") CreateSetFonts(rows);
     rows.Update();
     if (block.kind == "set") owner_.set = rows["SetID"].Int32();
+    for (const char* column : kFramed) {
+      if (framed.contains(column)) FitPicture(rows, kind, column, framed[column]);
+    }
+  }
+
+  // Into the record on which the rows stand.
+  void FitPicture(Recordset& rows, const Kind& kind, const char* column, const QString& picture) const {
+    constexpr double kScale = 1.0 / Gallery::kEnlargement;
+    FittedPicture fitted(kind.table, column);
+    fitted.Show(rows[kind.key].Int32(), rows[column]);
+    fitted.Take(gallery_.Enlarged(picture));
+    const FittedPicture::Made made = fitted.Make(kScale);
+    rows[column] = made.bytes;
+    rows.Update();
+    fitted.Keep(kScale, made);
   }
 
   Value ValueOf(const QString& column, const QString& text) const {
@@ -145,6 +166,16 @@ class SetWriter {
 };
 
 }  // namespace
+
+QSet<QString> FramedPictures(const QString& folder) {
+  QSet<QString> names;
+  for (const QString& name : QDir(folder).entryList({"*.txt"}, QDir::Files, QDir::Name)) {
+    for (const Block& block : ReadBlocks(JoinPath(folder, name))) {
+      for (const char* column : kFramed) names << block.fields.value(column);
+    }
+  }
+  return names;
+}
 
 void FillSets(const QString& folder, const Gallery& gallery, const Names& names) {
   constexpr const char* kDefaults = "defaults.txt";

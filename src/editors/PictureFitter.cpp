@@ -167,7 +167,7 @@ void PictureFitter::Store(double scale, double left, double top) {
                               {frame_.top_column, Snapped(top, 1)}})) {
       return;
     }
-    picture_.Keep(scale, made.bytes);
+    picture_.Keep(scale, made);
     transaction.Commit();
   }
   frame_.image.SetPicture(made.picture);
@@ -181,8 +181,8 @@ void PictureFitter::Take(const DataObject& data) {
     const QByteArray bytes = BytesOf(data);
     const WaitCursor hourglass;
     picture_.Take(bytes);
-  } catch (const RuntimeError&) {
-    TellUnreadable(data);
+  } catch (const RuntimeError& error) {
+    TellUnreadable(data, error);
     return;
   }
   FitPrepared(Fitting::Over);

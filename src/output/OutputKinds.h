@@ -32,6 +32,8 @@ extern const SheetKind kSheetOfCard2nd, kSheetOfCard3rd, kSheetOfCharacter, kShe
 // A kind of records that a run writes out: draw, compose and save each on the record on which the shared
 // recordset stands.
 struct OutputKind {
+  const char* name;   // of the option that asks for it; the two editions of a kind share it
+  const char* words;  // what its records are called: "large cards"
   int edition;
   const char* table;
   Recordset& records;

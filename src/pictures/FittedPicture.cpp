@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "base/Memory.h"
 #include "base/RuntimeError.h"
 #include "state/modData.h"
 
@@ -34,11 +35,13 @@ Recordset FittedPicture::Rows() const {
 }
 
 void FittedPicture::Forget() {
+  const bool had_original = scaler_.has_value();
   scaler_.reset();
   file_.clear();
-  digest_.clear();
+  stored_.clear();
   scale_ = 1;
   upright_ = is_new_ = false;
+  if (had_original) GiveBackMemory();
 }
 
 void FittedPicture::Show(std::int32_t record, const Field& stored) {
@@ -61,8 +64,7 @@ void FittedPicture::Show(std::int32_t record, const Field& stored) {
 bool FittedPicture::Prepare(const Field& stored) {
   const QByteArray bytes = stored.Bytes();
   if (!can_scale_ || bytes.isEmpty()) return false;
-  const QByteArray digest = DigestOf(bytes);
-  if (scaler_ && digest == digest_) return true;
+  if (scaler_ && bytes == stored_) return true;
   Show(record_, stored);
   try {
     const Recordset rows = Rows();
@@ -74,14 +76,14 @@ bool FittedPicture::Prepare(const Field& stored) {
     Forget();
     return false;
   }
-  digest_ = digest;
+  stored_ = bytes;
   return true;
 }
 
 void FittedPicture::Take(const QByteArray& file) {
   Scaler scaler(LoadUpright(file));
   scaler_.emplace(std::move(scaler));
-  digest_.clear();
+  stored_.clear();
   file_ = file;
   upright_ = is_new_ = true;
 }
@@ -95,15 +97,16 @@ FittedPicture::Made FittedPicture::Make(double scale) const {
   const Picture picture = scaler_->Scale(size.width(), size.height());
   // At its natural size the file needs no copy.
   const bool plain = scale == 1 && (!upright_ || IsUpright(file_));
-  return {plain ? file_ : BitmapFile(picture), picture};
+  const QByteArray bytes = plain ? file_ : BitmapFile(picture);
+  return {bytes, picture, std::async(std::launch::async, DigestOf, bytes)};
 }
 
-void FittedPicture::Keep(double scale, const QByteArray& stored) {
-  digest_ = DigestOf(stored);
+void FittedPicture::Keep(double scale, const Made& made) {
+  stored_ = made.bytes;
   scale_ = scale;
   if (!can_scale_) return;
   Recordset rows = Rows();
-  if (stored == file_) {
+  if (stored_ == file_) {
     if (!rows.IsEmpty()) rows.Delete();
     is_new_ = true;
     return;
@@ -117,7 +120,7 @@ void FittedPicture::Keep(double scale, const QByteArray& stored) {
   }
   rows["Scale"] = scale;
   rows["Upright"] = upright_;
-  rows["Digest"] = QString::fromLatin1(digest_);
+  rows["Digest"] = QString::fromLatin1(made.digest.get());
   if (std::exchange(is_new_, false)) rows["File"] = file_;
   rows.Update();
 }

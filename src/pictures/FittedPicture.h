@@ -3,6 +3,7 @@
 #include <QByteArray>
 #include <QSize>
 #include <cstdint>
+#include <future>
 #include <optional>
 
 #include "imaging/Picture.h"
@@ -19,6 +20,9 @@ class FittedPicture {
  public:
   // Whose pictures these are: a long binary column of a table.
   FittedPicture(const char* table, const char* column) : table_(table), column_(column) {}
+  ~FittedPicture() { Forget(); }
+  FittedPicture(const FittedPicture&) = delete;
+  FittedPicture& operator=(const FittedPicture&) = delete;
 
   // Another record is on show, or another picture in it: gives back what is kept in memory.
   void Show(std::int32_t record, const Field& stored);
@@ -41,10 +45,11 @@ class FittedPicture {
   struct Made {
     QByteArray bytes;
     Picture picture;
+    std::shared_future<QByteArray> digest;  // of the bytes; it takes as long as storing them, and beside that
   };
   Made Make(double scale) const;
   // Within the transaction that stores what was made: keeps the original with it.
-  void Keep(double scale, const QByteArray& stored);
+  void Keep(double scale, const Made& made);
 
   // The file of which the stored picture was made, or the stored picture.
   QByteArray File(const Field& stored) const;
@@ -58,7 +63,7 @@ class FittedPicture {
   std::int32_t record_ = 0;
   bool can_scale_ = false;
   double scale_ = 1;
-  QByteArray digest_;  // of what is stored, where there is an original in memory
+  QByteArray stored_;  // where there is an original in memory
   QByteArray file_;
   bool upright_ = false;  // turned as the file's tag says
   bool is_new_ = false;   // not kept in the database yet

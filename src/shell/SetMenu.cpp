@@ -1,6 +1,7 @@
 #include "shell/inner/SetMenu.h"
 
 #include "base/Files.h"
+#include "base/Quietly.h"
 #include "base/RuntimeError.h"
 #include "database/ListHelpers.h"
 #include "editors/RecordEditor.h"
@@ -100,11 +101,7 @@ void SaveSetAs() {
   CommonDialog dialog = FileDialog(kSave);
   dialog.FileName = FileNameOf(modData::rsSet["SetName"].TextOrEmpty());
   dialog.CancelError = true;
-  try {
-    dialog.ShowSave();
-  } catch (const RuntimeError&) {
-    return;  // cancelled
-  }
+  if (!Quietly({kErrCancel}, [&] { dialog.ShowSave(); })) return;
   const bool saved = Try(kSave, QStringLiteral("The set is NOT saved due to an error."),
                          [&] { SaveSet(modData::cn, modData::CurrentSetID, dialog.FileName); });
   if (saved) MsgBox(QStringLiteral("The set is saved."), Icon::Information, kSave);
@@ -113,11 +110,7 @@ void SaveSetAs() {
 std::int32_t BringInSet() {
   CommonDialog dialog = FileDialog(kBring);
   dialog.CancelError = true;
-  try {
-    dialog.ShowOpen();
-  } catch (const RuntimeError&) {
-    return 0;  // cancelled
-  }
+  if (!Quietly({kErrCancel}, [&] { dialog.ShowOpen(); })) return 0;
   std::vector<std::int32_t> keys;
   Try(kBring, QStringLiteral("The file could not be brought in, and nothing has changed."),
       [&] { keys = BringInSets(modData::cn, dialog.FileName); });

@@ -155,7 +155,10 @@ void MasterForm::Subscribe() {
   cmdEdit.Click = [this] { cmdEdit_Click(); };
   cmdDelete.Click = [this] { cmdDelete_Click(); };
   chkAutonumber.Click = [this] { chkAutonumber_Click(); };
-  TakePictures(picSetSymbol, [this](const DataObject& data) { TakeSymbol(data); });
+  const auto take_symbol = [this](const DataObject& data) { TakeSymbol(data); };
+  TakePictures(picSetSymbol, take_symbol);
+  // A set without a symbol shows no place for it.
+  ptSet.ContextMenu = PasteMenu(take_symbol);
   Drop = [this](const DataObject& data) {
     if (!ptSet.Visible()) return;
     const Answer answer = MsgBox(QStringLiteral("Make this picture the symbol of the set?"), Icon::Question,

@@ -1,5 +1,6 @@
 #include "shell/frmPrint.h"
 
+#include "base/Quietly.h"
 #include "base/RuntimeError.h"
 #include "base/Settings.h"
 #include "forms/Application.h"
@@ -23,12 +24,7 @@ QString AskForFile(const QString& name) {
   dialog.FilterIndex = 2;
   dialog.Flags = 0x280806;
   dialog.CancelError = true;
-  try {
-    dialog.ShowSave();
-    return dialog.FileName;
-  } catch (const RuntimeError&) {
-    return {};  // cancelled
-  }
+  return Quietly({kErrCancel}, [&] { dialog.ShowSave(); }) ? dialog.FileName : QString();
 }
 
 }  // namespace

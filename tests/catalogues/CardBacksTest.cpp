@@ -1,9 +1,12 @@
 #include "CatalogueScene.h"
 
+#include <QClipboard>
 #include <QFile>
+#include <QGuiApplication>
 
 #include "forms/Application.h"
 #include "state/modData.h"
+#include "support/Gestures.h"
 #include "support/Pixels.h"
 
 namespace orv {
@@ -116,6 +119,41 @@ TEST_F(CardBacksTest, AddsABackFromAFile) {
   QFile::remove(path);
   ClickOn(Form().cmdNew);
   EXPECT_EQ(Count(), "10");
+}
+
+// Dropped on the form, the thumbnail or the preview, or pasted, it comes to have the size of a card.
+TEST_F(CardBacksTest, ADroppedOrPastedPictureFillsTheCard) {
+  const QString file = database_.WriteFile("wide.bmp", TestDatabase::GradientPicture(250, 100));
+  QMimeData broken;
+  broken.setData("image/png", "no picture");
+  EXPECT_TRUE(DropOn(Form(), 300, 20, broken));
+  EXPECT_TRUE(dialogs_.LastPrompt().contains("no picture that can be read"));
+  EXPECT_TRUE(Form().picNewBack.Picture().IsEmpty());
+  auto* const copied = new QMimeData;
+  copied->setUrls({QUrl::fromLocalFile(file)});
+  QGuiApplication::clipboard()->setMimeData(copied);
+  Click("Dark");
+  const std::pair<const char*, std::function<bool()>> ways[] = {
+      {"form", [&] { return DropFiles(Form(), 300, 20, {file}); }},
+      {"thumbnail", [&] { return DropFiles(Form().viewNewBack, 9, 9, {file}); }},
+      {"preview", [&] { return DropFiles(Form().viewBack, 9, 9, {file}); }},
+      {"pasted", [&] { return ChooseFromMenu(Form().viewNewBack, 9, 9, "Paste"); }},
+  };
+  for (const auto& [name, take] : ways) {
+    ASSERT_TRUE(take()) << name;
+    EXPECT_EQ(Form().lblDimension.Caption(), "152W x 256H") << name;
+    EXPECT_TRUE(Form().txtBackText.HasFocus()) << name;
+    Retype(Form().txtBackText, name);
+    ClickOn(Form().cmdNew);
+    const Recordset row =
+        modData::OpenSnapshot(QStringLiteral("SELECT * FROM tblCardBack WHERE BackText = '%1'").arg(name));
+    ASSERT_FALSE(row.IsEmpty()) << name;
+    const QImage stored = LoadPicture(row["Picture"].Bytes()).Image();
+    EXPECT_EQ(stored, Form().picBack.Picture().Image()) << name;
+    EXPECT_EQ(stored.size(), QSize(152, 256)) << name;
+    EXPECT_NEAR(qRed(stored.pixel(75, 100)), 125, 3) << "cut evenly";
+  }
+  QGuiApplication::clipboard()->clear();
 }
 
 TEST_F(CardBacksTest, RenamesOnlyWhatAUserAdded) {

@@ -42,6 +42,7 @@ QString ContentOf(const QString& path) {
   for (const char* table : {"tblSet_rows", "tblCard_rows", "tblFont", "tblCardType", "tblCardBack_rows"}) {
     read(QString("SELECT * FROM %1").arg(table));
   }
+  read("SELECT TableName, RecordID, Digest, hex(File) FROM tblOriginal");
   read("SELECT CardBackID, length(Picture), hex(substr(Picture, 1, 200)) FROM tblCardBack");
   sqlite3_close(database);
   return content;
@@ -75,7 +76,10 @@ class CompactionTest : public testing::Test {
     database_.AddSet("Set", 2);
     database_.Execute(
         "UPDATE tblCardBack SET Picture = randomblob(1000000); CREATE TABLE waste (b BLOB); INSERT "
-        "INTO waste VALUES (randomblob(5000000)); DROP TABLE waste");
+        "INTO waste VALUES (randomblob(5000000)); DROP TABLE waste;"
+        "INSERT INTO tblOriginal (TableName, RecordID, ColumnName, Scale, Digest, File) VALUES "
+        "('tblCardBack', 1, "
+        "'Picture', 0.1, 'digest', randomblob(3000))");
     modData::cn = Connection();
     content_ = ContentOf(Path("orv.mdb"));
     size_ = QFileInfo(Path("orv.mdb")).size();

@@ -2,10 +2,13 @@
 
 #include <QRegularExpression>
 #include <QSet>
+#include <QTemporaryDir>
 #include <array>
 
 #include "DeliveredFile.h"
 #include "composition/WrapText.h"
+#include "pictures/FittedPicture.h"
+#include "state/modData.h"
 
 namespace orv {
 namespace {
@@ -102,6 +105,31 @@ TEST(SampleSets, PicturesFillTheirPlaces) {
     });
     EXPECT_GT(pictures, 0) << place.table << place.picture;
   }
+}
+
+// As if each had been dropped on its frame and scaled to a quarter.
+TEST(SampleSets, FramedPicturesAreMadeOfTheirOriginals) {
+  const QTemporaryDir folder;
+  ASSERT_TRUE(QFile::copy(ORV_DELIVERED_DATABASE, folder.filePath("orv.mdb")));
+  modData::cn = Connection::Open(folder.filePath("orv.mdb"));
+  int originals = 0;
+  for (const auto& [table, key, column] : {std::array{"tblCard", "CardID", "Picture"},
+                                           {"tblCharacter", "CharacterID", "Picture"},
+                                           {"tblCharacter", "CharacterID", "PlayingPiece"},
+                                           {"tblLargeCard", "LargeCardID", "Picture"}}) {
+    ForEach(Delivered(QString("SELECT * FROM %1 WHERE NOT %2 IS NULL").arg(table, column)),
+            [&, table = table, key = key, column = column](const Recordset& row) {
+              FittedPicture fitted(table, column);
+              fitted.Show(row[key].Int32(), row[column]);
+              EXPECT_EQ(fitted.Scale(), 0.25) << table << row[key].Int32();
+              ASSERT_TRUE(fitted.Prepare(row[column]));
+              EXPECT_EQ(fitted.NaturalSize(), 4 * SizeOf(row[column]));
+              EXPECT_EQ(fitted.Make(0.25).bytes, row[column].Bytes());
+              ++originals;
+            });
+  }
+  EXPECT_EQ(modData::OpenSnapshot("SELECT * FROM tblOriginal").RecordCount(), originals);
+  modData::cn = Connection();
 }
 
 // A frame that closes around its picture moves with it, and stays on the card.

@@ -2,11 +2,12 @@
 """Takes the walk of the README in the program as a user does, on a display of its own, makes a card by keyboard
 alone, and ends the program in mid-work.
 
-usage: end_to_end.py EXECUTABLE DATABASE
+usage: end_to_end.py EXECUTABLE DATABASE DRAG_SOURCE
 """
 
 import os
 import sqlite3
+import subprocess
 import sys
 import tempfile
 import time
@@ -45,9 +46,10 @@ CARD_TEXTS = [
 class Walk:
     """What the user does, step by step; each step ends when its result can be seen."""
 
-    def __init__(self, display, program, folder):
+    def __init__(self, display, program, drag_source, folder):
         self.display = display
         self.program = program
+        self.drag_source = drag_source
         self.folder = folder
         self.set_id = None
         self.picture = os.path.join(folder, "green.bmp")
@@ -156,8 +158,45 @@ class Walk:
         self.display.key("Down", "Return")
         wait_for(f"another {column}", lambda: self.card(column, 3) != before)
 
+    def wait_scale(self, scale):
+        """Of the one picture that has an original beside it in the set."""
+        query = ("SELECT ROUND(Scale, 4) FROM tblOriginal o JOIN tblCard c ON o.RecordID = c.CardID "
+                 "WHERE TableName = 'tblCard' AND SetID = ? AND Nr = 3")
+        self.program.wait_value(round(scale, 4), query, self.set_id)
+
+    def drop_picture(self):
+        """Step 7: it fills the frame, and the wheel, the keyboard and the menu change its size."""
+        fill = 137 / 300
+        source = subprocess.Popen([self.drag_source, self.picture, "1200", "1002"],
+                                  env={**self.display.environment(), "QT_QPA_PLATFORM": "xcb"})
+        try:
+            window = wait_for("the file", lambda: self.display.window("Files"))
+            self.display.xdotool("mousemove", "--window", window, 30, 10, "mousedown", 1)
+            for step in range(5, -1, -1):
+                time.sleep(0.1)
+                self.display.xdotool("mousemove", PICTURE[0] + 60 * step, PICTURE[1] + 40 * step)
+            time.sleep(0.3)
+            self.display.xdotool("mouseup", 1)
+            self.wait_scale(fill)
+        finally:
+            source.kill()
+            source.wait()
+        self.check_stored_file(self.picture, "SELECT File FROM tblOriginal WHERE OriginalID = "
+                                             "(SELECT MAX(OriginalID) FROM tblOriginal)")
+        self.display.focus(MAIN)
+        self.display.xdotool("mousemove", *PICTURE, "click", 4)
+        self.wait_scale(fill * 2 ** (1 / 8))
+        self.display.key("Menu")
+        self.display.key("f")
+        self.wait_scale(103 / 300)
+        self.display.xdotool("mousemove", *PICTURE, "click", 3)
+        self.display.key("i")
+        self.wait_scale(fill)
+        self.display.key("Delete")
+        self.wait_card(3, "Picture", None)
+
     def choose_picture(self):
-        """Step 7: the picture, its place and the height of its frame."""
+        """Step 7 by the button: the picture, its place and the height of its frame."""
         self.click(SELECT_PICTURE)
         self.choose_file("Choose picture", self.picture)
         self.check_stored_file(
@@ -404,6 +443,7 @@ class Walk:
         self.make_set()
         self.make_cards()
         self.choose_in_list(TYPE, "CardTypeID")
+        self.drop_picture()
         self.choose_picture()
         self.type_texts()
         self.choose_in_list(BACK, "CardBackID")
@@ -425,12 +465,12 @@ class Walk:
 
 
 def main():
-    executable, database = sys.argv[1:]
+    executable, database, drag_source = sys.argv[1:]
     with tempfile.TemporaryDirectory() as folder:
         display = Display(1280, 1024)
         program = Program(display, executable, database, folder)
         try:
-            Walk(display, program, folder).run()
+            Walk(display, program, drag_source, folder).run()
         except Failure as failure:
             shot = os.path.abspath("end_to_end.png")
             display.screenshot(shot)

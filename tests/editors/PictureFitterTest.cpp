@@ -281,7 +281,9 @@ TEST_F(Fitter, WhatIsNoPictureIsToldAndNotStored) {
   QMimeData broken;
   broken.setData("image/png", Shades(80, 60).left(90));
   EXPECT_TRUE(DropOn(Frame().view, Middle().x(), Middle().y(), broken));
-  EXPECT_EQ(dialogs_.boxes.size(), 2U);
+  EXPECT_TRUE(DropFiles(Frame().view, Middle().x(), Middle().y(), {database_.Path("gone.png")}));
+  EXPECT_EQ(dialogs_.LastPrompt(), "\"gone.png\" can't be read.\r\n\r\n53, File not found");
+  EXPECT_EQ(dialogs_.boxes.size(), 3U);
   QMimeData words;
   words.setText("words");
   EXPECT_FALSE(DropOn(Frame().view, Middle().x(), Middle().y(), words));
@@ -366,16 +368,84 @@ TEST_F(Fitter, FilesBesideTheCardMakeCards) {
   EXPECT_EQ(database_.Scalar("SELECT COUNT(*) FROM tblOriginal_long"), "0");
 }
 
-// A background has the size of the card to its edges.
-TEST_F(Fitter, BackgroundsFillTheirArea) {
+// A background or back has the size of its area to its edges, dropped or pasted.
+struct AreaKind {
+  const char* name;
+  const FrameKind& frame;  // of the same editor
+  const char* column;
+  const SurfaceView& (*view)();
+  const Surface& (*surface)();
+  QPointF place;
+};
+
+template <auto& editor>
+const SurfaceView& CardView() {
+  return editor->viewCard;
+}
+
+const AreaKind kAreas[] = {
+    {"card2nd",
+     kFrames[0],
+     "Background",
+     CardView<frmCard2nd>,
+     []() -> const Surface& { return frmCard2nd->Preview().picCard; },
+     {3, 250}},
+    {"card3rd",
+     kFrames[1],
+     "Background",
+     CardView<frmCard3rd>,
+     []() -> const Surface& { return frmCard3rd->Preview().picCard; },
+     {3, 240}},
+    {"large",
+     kFrames[2],
+     "BGPicture",
+     CardView<frmLarge2nd>,
+     []() -> const Surface& { return frmLarge2nd->Preview().picCardLarge; },
+     {3, 3}},
+    {"back",
+     kFrames[2],
+     "LargeCardBack",
+     []() -> const SurfaceView& { return frmLarge2nd->viewBack; },
+     []() -> const Surface& { return frmLarge2nd->Preview().picBackLarge; },
+     {50, 50}},
+    {"character",
+     kFrames[3],
+     "Background",
+     []() -> const SurfaceView& { return frmCharacter2nd->viewCharacter; },
+     []() -> const Surface& { return frmCharacter2nd->Preview().picBackgroundChar; },
+     {200, 120}},
+};
+
+class FilledArea : public testing::TestWithParam<AreaKind>, protected FittingScene {
+ protected:
+  FilledArea() : FittingScene(GetParam().frame) {}
+};
+
+INSTANTIATE_TEST_SUITE_P(Areas, FilledArea, testing::ValuesIn(kAreas),
+                         [](const testing::TestParamInfo<AreaKind>& area) {
+                           return std::string(area.param.name);
+                         });
+
+TEST_P(FilledArea, TakesWhatIsDroppedOrPasted) {
+  const auto& [name, frame, column, view, surface, place] = GetParam();
+  const auto expect_filled = [&, column = column, surface = surface] {
+    const QImage stored = LoadPicture(StoredBytes(column)).Image();
+    EXPECT_EQ(stored.size(), QSize(int(surface().Width()), int(surface().Height())));
+    EXPECT_EQ(stored, surface().Picture().Image());
+    return stored;
+  };
   const QString file = database_.WriteFile("shades.png", Shades(900, 200));
-  CardPreview& preview = frmCard2nd->Preview();
-  EXPECT_TRUE(DropFiles(frmCard2nd->viewCard, 3, 250, {file}));
-  const QImage stored = LoadPicture(StoredBytes("Background")).Image();
-  EXPECT_EQ(stored.size(), QSize(int(preview.picCard.Width()), int(preview.picCard.Height())));
-  EXPECT_EQ(stored, preview.picCard.Picture().Image());
-  EXPECT_NEAR(qRed(stored.pixel(stored.width() / 2, 100)), 127, 3) << "cut evenly";
+  EXPECT_TRUE(DropFiles(view(), place.x(), place.y(), {file}));
+  const QImage dropped = expect_filled();
+  EXPECT_NEAR(qRed(dropped.pixel(dropped.width() / 2, 100)), 127, 3) << "cut evenly";
+  QImage green(400, 900, QImage::Format_RGB32);
+  green.fill(Qt::green);
+  QGuiApplication::clipboard()->setImage(green);
+  EXPECT_TRUE(ChooseFromMenu(view(), place.x(), place.y(), "Paste"));
+  EXPECT_EQ(expect_filled().pixel(20, 20), qRgb(0, 255, 0));
+  QGuiApplication::clipboard()->clear();
   EXPECT_EQ(Originals(), "~");
+  EXPECT_EQ(Stored(QStringLiteral("%1 IS NULL").arg(frame.column)), "1") << "the frame is left";
 }
 
 }  // namespace

@@ -1,6 +1,7 @@
 #include "MasterScene.h"
 
 #include <QApplication>
+#include <QClipboard>
 #include <QTest>
 
 #include "base/Files.h"
@@ -9,6 +10,7 @@
 #include "editors/frmCard3rd.h"
 #include "shell/frmCreate.h"
 #include "support/Errors.h"
+#include "support/Gestures.h"
 
 namespace orv {
 namespace {
@@ -109,6 +111,46 @@ TEST_F(MasterTest, TheSymbolAndTheNumberGoToTheSet) {
       "CREATE TRIGGER refuse BEFORE UPDATE ON tblSet_rows BEGIN SELECT RAISE(ABORT, 'refused'); END");
   dialogs_.files = {database_.Path("s.bmp")};
   EXPECT_EQ(ErrorOf([] { frmMaster->cmdSymbolAdd.Click(); }), kErrDatabase);
+}
+
+// The first one by the panel, since a set without a symbol shows no place for it.
+TEST_F(MasterTest, ASymbolIsDroppedOrPasted) {
+  const int set = database_.AddSet("Set", 2);
+  database_.AddCard(set, 1, "Card");
+  Start();
+  const QImage tall = QImage(60, 120, QImage::Format_RGB32);
+  const QString file = database_.WriteFile("small.bmp", TestDatabase::PlainPicture(7, 9, Rgb(1, 1, 1)));
+  const auto sides = [&] {
+    const QImage stored =
+        LoadPicture(modData::OpenSnapshot("SELECT * FROM tblSet")["Symbol"].Bytes()).Image();
+    EXPECT_EQ(stored, frmMaster->picSetSymbol.Picture().Image());
+    EXPECT_EQ(stored.size(), frmCard2nd->Preview().picSymbol.Picture().Image().size());
+    return QStringLiteral("%1x%2 %3")
+        .arg(stored.width())
+        .arg(stored.height())
+        .arg(Scalar("SELECT UseSymbol FROM tblSet"));
+  };
+  QGuiApplication::clipboard()->setImage(tall);
+  EXPECT_TRUE(ChooseFromMenu(frmMaster->ptSet, 3, 3, "Paste"));
+  EXPECT_EQ(sides(), "13x25 -1");
+  EXPECT_TRUE(DropFiles(frmMaster->viewSetSymbol, 4, 4, {file}));
+  EXPECT_EQ(sides(), "7x9 -1") << "none is enlarged";
+  EXPECT_TRUE(ChooseFromMenu(frmMaster->viewSetSymbol, 4, 4, "Paste"));
+  EXPECT_EQ(sides(), "13x25 -1");
+  ClickOn(frmMaster->cmdSymbolDel);
+  EXPECT_TRUE(ChooseFromMenuByKey(frmMaster->cmdSymbolAdd, "Paste"));
+  EXPECT_EQ(sides(), "13x25 -1");
+  ClickOn(frmMaster->cmdSymbolDel);
+  dialogs_.answers = {Answer::No, Answer::Yes};
+  EXPECT_TRUE(DropFiles(*frmMaster, 4, 300, {file}));
+  EXPECT_EQ(Scalar("SELECT UseSymbol FROM tblSet"), "0");
+  EXPECT_TRUE(DropFiles(*frmMaster, 4, 300, {file}));
+  EXPECT_EQ(sides(), "7x9 -1");
+  EXPECT_TRUE(DropFiles(frmMaster->viewSetSymbol, 4, 4, {database_.WriteFile("no.png", "nothing")}));
+  EXPECT_EQ(dialogs_.LastPrompt(),
+            "\"no.png\" is no picture that can be read. BMP, JPG, GIF, PNG, WebP and WMF files can.");
+  EXPECT_EQ(sides(), "7x9 -1");
+  QGuiApplication::clipboard()->clear();
 }
 
 TEST_F(MasterTest, TheCardButtonOpensTheEditorOfTheEditionWhichFollowsTheSet) {

@@ -1,5 +1,6 @@
 #include "forms/Control.h"
 
+#include <QContextMenuEvent>
 #include <QEvent>
 #include <QFocusEvent>
 #include <QGroupBox>
@@ -7,6 +8,7 @@
 #include <cmath>
 
 #include "base/Rounding.h"
+#include "forms/inner/Menus.h"
 
 namespace orv {
 
@@ -105,6 +107,15 @@ void Control::SetAccessibleName(const QString& name) {
 
 Panel::Panel(Container& parent) {
   Adopt(new QWidget(parent.Handle()));
+}
+
+bool Panel::Filter(QObject* object, QEvent* event) {
+  if (!ContextMenu || object != Handle() || event->type() != QEvent::ContextMenu)
+    return Control::Filter(object, event);
+  std::vector<MenuItem> items;
+  ContextMenu({items});
+  PopUp(*Handle(), items, static_cast<QContextMenuEvent*>(event)->globalPos());
+  return true;
 }
 
 Frame::Frame(Container& parent, const QString& caption) {

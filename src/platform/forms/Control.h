@@ -4,6 +4,7 @@
 #include <QString>
 
 #include "base/Event.h"
+#include "forms/DataObject.h"
 #include "forms/Types.h"
 
 class QEvent;
@@ -69,6 +70,12 @@ class Container : public Control {};
 class Panel : public Container {
  public:
   explicit Panel(Container& parent);
+
+  // The user asks for a menu on it, or on a control in it that has none of its own.
+  Event<const MenuEvent&> ContextMenu;
+
+ protected:
+  bool Filter(QObject* object, QEvent* event) override;
 };
 
 // An area in a frame with a caption.

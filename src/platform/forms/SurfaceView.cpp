@@ -2,7 +2,6 @@
 #include <QDropEvent>
 #include <QFocusEvent>
 #include <QKeyEvent>
-#include <QMenu>
 #include <QMouseEvent>
 #include <QPainter>
 #include <QPointer>
@@ -18,6 +17,7 @@
 #include "forms/Controls.h"
 #include "forms/Surface.h"
 #include "forms/inner/Keys.h"
+#include "forms/inner/Menus.h"
 
 namespace orv {
 namespace {
@@ -275,18 +275,7 @@ void SurfaceView::Widget::contextMenuEvent(QContextMenuEvent* event) {
   if (item == nullptr) return;
   std::vector<MenuItem> items;
   item->ContextMenu({items});
-  if (items.empty()) return;
-  auto* const menu = new QMenu(this);
-  menu->setAttribute(Qt::WA_DeleteOnClose);
-  for (const MenuItem& each : items) {
-    if (each.Caption.isEmpty()) {
-      menu->addSeparator();
-      continue;
-    }
-    QAction* const action = menu->addAction(each.Caption + u'\t' + each.Keys, this, each.Click);
-    action->setEnabled(each.Enabled);
-  }
-  menu->popup(by_key ? mapToGlobal(SeenOf(item).center().toPoint()) : event->globalPos());
+  PopUp(*this, items, by_key ? mapToGlobal(SeenOf(item).center().toPoint()) : event->globalPos());
 }
 
 void SurfaceView::Widget::AcceptDrag(QDropEvent* event) {

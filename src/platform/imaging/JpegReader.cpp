@@ -1,6 +1,3 @@
-#include <algorithm>
-#include <cstring>
-
 #include "imaging/inner/Decoders.h"
 #include "imaging/inner/JpegErrors.h"
 #include "imaging/inner/NewImage.h"
@@ -26,17 +23,12 @@ class JpegReader {
   bool ReadHeader();
   qint64 Width() const { return codec_.image_width; }
   qint64 Height() const { return codec_.image_height; }
-  // Four bytes a pixel: those of Format_RGB32, or ink values if IsInk. Only the rows of the band are filled
-  // in, but the picture is read to its end, and what is broken beyond the band fails too.
-  bool ReadRows(uchar* pixels, qsizetype row_bytes, RowBand band);
+  // Four bytes a pixel: those of Format_RGB32, or ink values if IsInk.
+  bool ReadRows(uchar* pixels, qsizetype row_bytes);
   bool IsInk() const { return codec_.out_color_space == JCS_CMYK; }
   bool IsInkInverted() const { return codec_.saw_Adobe_marker; }
 
  private:
-  void Read(uchar* pixels, qsizetype row_bytes, JDIMENSION end);
-  void Skip(JDIMENSION end);
-  bool IsWhole();
-
   static void LimitScans(j_common_ptr codec) {
     const auto& picture = *reinterpret_cast<j_decompress_ptr>(codec);
     const qint64 pixels = qint64{picture.image_width} * picture.image_height;
@@ -66,47 +58,21 @@ bool JpegReader::ReadHeader() {
   return codec_.jpeg_color_space != JCS_UNKNOWN;
 }
 
-// On to the row `end`, into the picture.
-void JpegReader::Read(uchar* pixels, qsizetype row_bytes, JDIMENSION end) {
-  while (codec_.output_scanline < end) {
-    JSAMPROW rows[8];
-    for (int i = 0; i < 8; ++i) rows[i] = pixels + row_bytes * (qsizetype{codec_.output_scanline} + i);
-    jpeg_read_scanlines(&codec_, rows, qMin(8U, end - codec_.output_scanline));
-  }
-}
-
-void JpegReader::Skip(JDIMENSION end) {
-  if (codec_.output_scanline < end) jpeg_skip_scanlines(&codec_, end - codec_.output_scanline);
-}
-
-// The end mark follows, behind nothing but coded pixels, or was read. To find it takes a hundredth of the
-// time that decoding takes.
-bool JpegReader::IsWhole() {
-  if (jpeg_input_complete(&codec_) || codec_.unread_marker == JPEG_EOI) return true;
-  const uchar* at = codec_.src->next_input_byte;
-  const uchar* const end = at + codec_.src->bytes_in_buffer;
-  while ((at = std::find(at, end, 0xff)) != end && ++at != end) {
-    if (*at == JPEG_EOI) return true;
-    const bool is_within_pixels = *at == 0 || *at == 0xff || (*at >= JPEG_RST0 && *at <= JPEG_RST0 + 7);
-    if (!is_within_pixels) return false;
-  }
-  return false;
-}
-
-bool JpegReader::ReadRows(uchar* pixels, qsizetype row_bytes, RowBand band) {
+bool JpegReader::ReadRows(uchar* pixels, qsizetype row_bytes) {
   if (setjmp(errors_.escape) != 0) return false;
   jpeg_start_decompress(&codec_);
-  Skip(static_cast<JDIMENSION>(band.first));
-  Read(pixels, row_bytes, static_cast<JDIMENSION>(band.end));
-  if (codec_.output_scanline < codec_.output_height && IsWhole()) return true;
-  Read(pixels, row_bytes, codec_.output_height);
+  while (codec_.output_scanline < codec_.output_height) {
+    JSAMPROW rows[8];
+    for (int i = 0; i < 8; ++i) rows[i] = pixels + row_bytes * (qsizetype{codec_.output_scanline} + i);
+    jpeg_read_scanlines(&codec_, rows, qMin(8U, codec_.output_height - codec_.output_scanline));
+  }
   jpeg_finish_decompress(&codec_);  // reads up to the end mark
   return true;
 }
 
 // Ink on white paper, in place. The writers that leave the marker store the inks inverted.
-void InkToRgb(QImage* image, RowBand band, bool inverted) {
-  for (int y = band.first; y < band.end; ++y) {
+void InkToRgb(QImage* image, bool inverted) {
+  for (int y = 0; y < image->height(); ++y) {
     uchar* pixel = image->scanLine(y);
     for (int x = 0; x < image->width(); ++x, pixel += 4) {
       const auto light = [&](int i) { return inverted ? pixel[i] : 255 - pixel[i]; };
@@ -119,19 +85,12 @@ void InkToRgb(QImage* image, RowBand band, bool inverted) {
 
 }  // namespace
 
-QImage DecodeJpeg(QByteArrayView bytes, RowBand band) {
+QImage DecodeJpeg(QByteArrayView bytes) {
   JpegReader reader(bytes);
   if (!reader.ReadHeader()) BadPicture();
   QImage image = NewImage(reader.Width(), reader.Height(), QImage::Format_RGB32);
-  band.first = qBound(0, band.first, image.height());
-  band.end = qBound(band.first, band.end, image.height());
-  if (!reader.ReadRows(image.bits(), image.bytesPerLine(), band)) BadPicture();
-  if (reader.IsInk()) InkToRgb(&image, band, reader.IsInkInverted());
-  const auto whiten = [&](int first, int end) {
-    if (first < end) std::memset(image.scanLine(first), 255, std::size_t(end - first) * image.bytesPerLine());
-  };
-  whiten(0, band.first);
-  whiten(band.end, image.height());
+  if (!reader.ReadRows(image.bits(), image.bytesPerLine())) BadPicture();
+  if (reader.IsInk()) InkToRgb(&image, reader.IsInkInverted());
   return image;
 }
 

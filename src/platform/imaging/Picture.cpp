@@ -17,9 +17,9 @@ namespace {
 // No picture within the bound on pixels needs a larger file.
 constexpr qint64 kMaxFileBytes = kMaxPixels * 4 + 1'000'000;
 
-QImage Decode(QByteArrayView bytes, RowBand band) {
+QImage Decode(QByteArrayView bytes) {
   if (bytes.startsWith("BM")) return DecodeBmp(bytes);
-  if (bytes.startsWith("\xff\xd8\xff")) return DecodeJpeg(bytes, band);
+  if (bytes.startsWith("\xff\xd8\xff")) return DecodeJpeg(bytes);
   if (bytes.startsWith("GIF87a") || bytes.startsWith("GIF89a")) return DecodeGif(bytes);
   if (bytes.startsWith("\x89PNG\r\n\x1a\n")) return DecodePng(bytes);
   if (LooksLikeWebp(bytes)) return DecodeWebp(bytes);
@@ -77,11 +77,7 @@ Picture LoadPicture() {
 }
 
 Picture LoadPicture(const QByteArray& bytes) {
-  return LoadPicture(bytes, RowBand());
-}
-
-Picture LoadPicture(const QByteArray& bytes, RowBand band) {
-  QImage image = Decode(bytes, band);
+  QImage image = Decode(bytes);
   CheckSide(image.width(), image.height());
   // A surface keeps a second, opaque image of a transparent one.
   if (image.hasAlphaChannel()) CheckSize(image.width() * qint64{2}, image.height());

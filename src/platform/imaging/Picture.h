@@ -5,8 +5,6 @@
 #include <cstdint>
 #include <memory>
 
-#include "imaging/inner/RowBand.h"
-
 class QImage;
 
 namespace orv {
@@ -45,10 +43,6 @@ Picture LoadPicture();
 // itself decoding takes at most 128 MB, which limits a progressive JPG, and as many scans as come to 640
 // megapixels.
 Picture LoadPicture(const QByteArray& bytes);
-// The same picture in its whole size, of which only the rows of the band are needed: the others may be white.
-// A JPG takes less time then: what is behind the band is not decoded. A file that is cut short there is error
-// 481 as ever; damage within, which only decoding shows, is not told.
-Picture LoadPicture(const QByteArray& bytes, RowBand band);
 // The same with a bound on pixels of its own, below the common one.
 Picture LoadPicture(const QByteArray& bytes, std::int64_t most_pixels);
 // The whole picture, turned as the orientation tag of a JPG says.

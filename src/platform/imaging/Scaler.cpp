@@ -5,8 +5,10 @@
 #include <QImage>
 #include <array>
 #include <cmath>
+#include <functional>
+#include <future>
 #include <memory>
-#include <numeric>
+#include <optional>
 
 #include "imaging/inner/NewImage.h"
 
@@ -66,13 +68,28 @@ void Check(zimg_error_code_e code) {
   if (code != ZIMG_ERROR_SUCCESS) BadPicture();
 }
 
+Graph ResizingGraph(const zimg_image_format& from, const zimg_image_format& to) {
+  zimg_graph_builder_params parameters;
+  zimg_graph_builder_params_default(&parameters, ZIMG_API_VERSION);
+  parameters.resample_filter = ZIMG_RESIZE_LANCZOS;
+  parameters.filter_param_a = kLobes;
+  Graph graph(zimg_filter_graph_build(&from, &to, &parameters));
+  if (graph == nullptr) BadPicture();
+  return graph;
+}
+
 int HalfOf(int side) {
   return (side + 1) / 2;
 }
 
-std::uint16_t* Aligned(std::vector<std::uint16_t>& memory) {
-  const auto address = reinterpret_cast<std::uintptr_t>(memory.data());
-  return memory.data() + (kAlignment - address % kAlignment) % kAlignment / sizeof(std::uint16_t);
+// Not filled: the largest would take longer for that than for the filter.
+std::unique_ptr<std::uint16_t[]> NewPixels(std::size_t count) {
+  return std::make_unique_for_overwrite<std::uint16_t[]>(count);
+}
+
+std::uint16_t* Aligned(std::uint16_t* memory) {
+  const auto address = reinterpret_cast<std::uintptr_t>(memory);
+  return memory + (kAlignment - address % kAlignment) % kAlignment / sizeof(std::uint16_t);
 }
 
 }  // namespace
@@ -81,8 +98,8 @@ Scaler::Plane::Plane(int plane_width, int plane_height)
     : width(plane_width),
       height(plane_height),
       stride((width + kAlignment / 2 - 1) / (kAlignment / 2) * (kAlignment / 2)),
-      memory(static_cast<std::size_t>(stride) * height + kAlignment / 2),
-      pixels(Aligned(memory)) {}
+      memory(NewPixels(static_cast<std::size_t>(stride) * height + kAlignment / 2)),
+      pixels(Aligned(memory.get())) {}
 
 Scaler::Scaler(const Picture& picture) : picture_(OverWhite(picture.Image())) {
   CheckSize(picture_.Width(), picture_.Height());
@@ -132,42 +149,49 @@ Scaler::Plane Scaler::Half(const Plane& plane) {
   return half;
 }
 
-Scaler::Plane Scaler::Linear(int colour) const {
-  Plane plane(Width(), Height());
+void Scaler::Linear(int colour, int y, int left, int right, std::uint16_t* row) const {
   const std::array<std::uint16_t, 256>& light = LightOf();
-  for (int y = 0; y < plane.height; ++y) {
-    const auto* const from = reinterpret_cast<const QRgb*>(picture_.Image().constScanLine(y));
-    std::uint16_t* const to = plane.Row(y);
-    for (int x = 0; x < plane.width; ++x) to[x] = light[from[x] >> (8 * colour) & 0xFF];
-  }
-  return plane;
+  const auto* const from = reinterpret_cast<const QRgb*>(picture_.Image().constScanLine(y));
+  for (int x = left; x < right; ++x) row[x] = light[from[x] >> (8 * colour) & 0xFF];
 }
 
-// The picture covers a part of the plane from its corner; the rest of a pixel was filled up.
-Scaler::Plane Scaler::Resize(const Plane& plane, double covered_width, double covered_height, int width,
-                             int height) {
-  zimg_image_format from = FormatOf(plane.width, plane.height);
-  from.active_region = {0, 0, covered_width, covered_height};
-  const zimg_image_format to = FormatOf(width, height);
-  zimg_graph_builder_params parameters;
-  zimg_graph_builder_params_default(&parameters, ZIMG_API_VERSION);
-  parameters.resample_filter = ZIMG_RESIZE_LANCZOS;
-  parameters.filter_param_a = kLobes;
-  const Graph graph(zimg_filter_graph_build(&from, &to, &parameters));
-  if (graph == nullptr) BadPicture();
+// One colour of the picture, from its half of that level; 0 is the picture itself, of which the filter sees a
+// few linear rows at a time.
+void Scaler::Resize(int colour, int level, Plane& result) const {
+  const Plane* const half = level == 0 ? nullptr : &halves_[level - 1][colour];
+  zimg_image_format from =
+      half != nullptr ? FormatOf(half->width, half->height) : FormatOf(Width(), Height());
+  // The picture covers a part of its half from the corner; the rest of a pixel was filled up.
+  from.active_region = {0, 0, std::ldexp(Width(), -level), std::ldexp(Height(), -level)};
+  const Graph graph = ResizingGraph(from, FormatOf(result.width, result.height));
   std::size_t needed = 0;
   Check(zimg_filter_graph_get_tmp_size(graph.get(), &needed));
-  std::vector<std::uint16_t> scratch((needed + kAlignment) / sizeof(std::uint16_t) + 1);
-  Plane result(width, height);
+  const auto scratch = NewPixels((needed + kAlignment) / sizeof(std::uint16_t) + 1);
+  // In a ring of rows, through which the filter goes strip by strip.
+  unsigned mask = ZIMG_BUFFER_MAX;
+  std::optional<Plane> ring;
+  if (half == nullptr) {
+    unsigned rows = 0;
+    Check(zimg_filter_graph_get_input_buffering(graph.get(), &rows));
+    mask = zimg_select_buffer_mask(rows);
+    ring.emplace(Width(), mask == ZIMG_BUFFER_MAX ? Height() : static_cast<int>(mask) + 1);
+  }
+  std::function<void(int, int, int)> fill = [&](int y, int left, int right) {
+    Linear(colour, y, left, right, ring->Row(static_cast<int>(static_cast<unsigned>(y) & mask)));
+  };
+  const auto load = [](void* user, unsigned y, unsigned left, unsigned right) {
+    (*static_cast<decltype(fill)*>(user))(static_cast<int>(y), static_cast<int>(left),
+                                          static_cast<int>(right));
+    return 0;
+  };
+  const Plane& input = half != nullptr ? *half : *ring;
   zimg_image_buffer_const source = {.version = ZIMG_API_VERSION, .plane = {}};
-  source.plane[0] = {plane.pixels, static_cast<std::ptrdiff_t>(plane.stride * sizeof(std::uint16_t)),
-                     ZIMG_BUFFER_MAX};
+  source.plane[0] = {input.pixels, static_cast<std::ptrdiff_t>(input.stride * sizeof(std::uint16_t)), mask};
   zimg_image_buffer target = {.version = ZIMG_API_VERSION, .plane = {}};
   target.plane[0] = {result.pixels, static_cast<std::ptrdiff_t>(result.stride * sizeof(std::uint16_t)),
                      ZIMG_BUFFER_MAX};
-  Check(zimg_filter_graph_process(graph.get(), &source, &target, Aligned(scratch), nullptr, nullptr, nullptr,
-                                  nullptr));
-  return result;
+  Check(zimg_filter_graph_process(graph.get(), &source, &target, Aligned(scratch.get()),
+                                  half != nullptr ? nullptr : +load, &fill, nullptr, nullptr));
 }
 
 Picture Scaler::Scale(int width, int height) const {
@@ -180,18 +204,21 @@ Picture Scaler::Scale(int width, int height) const {
          halves_[level][0].height >= 2 * height) {
     ++level;
   }
-  image.fill(0xFF000000);
+  // Side by side, and the first one here. What is large is allocated here: other threads would keep it.
+  Colours colours;
+  for (int i = 0; i < kColours; ++i) colours.emplace_back(width, height);
+  const auto resize = [&](int colour) { Resize(colour, level, colours[colour]); };
+  std::future<void> others[] = {std::async(std::launch::async, resize, 1),
+                                std::async(std::launch::async, resize, 2)};
+  resize(0);
+  for (std::future<void>& other : others) other.get();
   const std::vector<std::uint8_t>& value = ValueOf();
-  for (int i = 0; i < kColours; ++i) {
-    const double part = std::ldexp(1.0, -level);
-    const Plane scaled = level == 0
-                             ? Resize(Linear(i), Width(), Height(), width, height)
-                             : Resize(halves_[level - 1][i], Width() * part, Height() * part, width, height);
-    for (int y = 0; y < height; ++y) {
-      auto* const to = reinterpret_cast<QRgb*>(image.scanLine(y));
-      const std::uint16_t* const from = scaled.Row(y);
-      for (int x = 0; x < width; ++x) to[x] |= QRgb{value[from[x]]} << (8 * i);
-    }
+  for (int y = 0; y < height; ++y) {
+    auto* const to = reinterpret_cast<QRgb*>(image.scanLine(y));
+    const std::uint16_t* const blue_row = colours[0].Row(y);
+    const std::uint16_t* const green_row = colours[1].Row(y);
+    const std::uint16_t* const red_row = colours[2].Row(y);
+    for (int x = 0; x < width; ++x) to[x] = qRgb(value[red_row[x]], value[green_row[x]], value[blue_row[x]]);
   }
   return Picture(image);
 }

@@ -2,6 +2,7 @@
 
 #include <QByteArray>
 #include <cstdint>
+#include <memory>
 #include <vector>
 
 #include "imaging/Picture.h"
@@ -28,7 +29,7 @@ class Scaler {
     const std::uint16_t* Row(int y) const { return pixels + stride * y; }
     int width, height;
     std::ptrdiff_t stride;  // pixels
-    std::vector<std::uint16_t> memory;
+    std::unique_ptr<std::uint16_t[]> memory;
     std::uint16_t* pixels;
     Plane(Plane&&) = default;
     Plane(const Plane&) = delete;
@@ -37,8 +38,8 @@ class Scaler {
   using Colours = std::vector<Plane>;  // blue, green, red
 
   static Plane Half(const Plane& plane);
-  static Plane Resize(const Plane& plane, double covered_width, double covered_height, int width, int height);
-  Plane Linear(int colour) const;
+  void Linear(int colour, int y, int left, int right, std::uint16_t* row) const;
+  void Resize(int colour, int level, Plane& result) const;
   Colours FirstHalf() const;
 
   Picture picture_;

@@ -79,33 +79,6 @@ TEST(LoadPicture, JpegOfEachKind) {
   }
 }
 
-// Each kind of the format at sizes that are no multiples of its blocks, and bands that begin and end
-// anywhere.
-TEST(LoadPicture, ABandOfAJpegHasThePixelsOfTheWhole) {
-  std::mt19937 random(7);
-  const auto below = [&](int end) { return static_cast<int>(random() % static_cast<unsigned>(end)); };
-  for (const QSize sampling : {QSize(1, 1), QSize(2, 1), QSize(2, 2), QSize(1, 2), QSize(4, 1)}) {
-    for (const int kind : {0, 1, 2, 3, 4, 5}) {
-      JpegShape shape{1 + below(90), 1 + below(130), kind == 2, kind % 2 == 1, kind > 2, kind == 4};
-      shape.sampling = sampling;
-      shape.photo = true;
-      shape.restarts = below(2) == 1;
-      const QByteArray bytes = samples::Jpeg(shape);
-      const QImage whole = LoadPicture(bytes).Image();
-      for (int i = 0; i < 30; ++i) {
-        const RowBand band{below(shape.height + 1) - (i == 0 ? 5 : 0), below(shape.height + 9)};
-        const QImage image = LoadPicture(bytes, band).Image();
-        ASSERT_EQ(image.size(), whole.size());
-        const int first = std::max(0, band.first);
-        const QRect rows(0, first, shape.width, std::min(band.end, shape.height) - first);
-        ASSERT_EQ(image.copy(rows), whole.copy(rows)) << kind << ": " << shape.width << " by " << shape.height
-                                                      << ", " << band.first << " to " << band.end;
-      }
-    }
-  }
-  EXPECT_EQ(LoadPicture(samples::Gif({}), {1, 2}).Image(), LoadPicture(samples::Gif({})).Image());
-}
-
 TEST(LoadPicture, OrientationAndResolutionOfAFileAreIgnored) {
   const QImage image = LoadPicture(samples::Turned(samples::Jpeg({}))).Image();
   EXPECT_EQ(image.size(), QSize(40, 24));
