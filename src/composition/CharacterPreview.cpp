@@ -142,18 +142,19 @@ void CharacterPreview::Reset() {
 }
 
 void CharacterPreview::DrawCharacter() {
-  DrawInSteps({
-      [&] { DrawTexts(); },
-      [&] { DrawAttributes(); },
-      [&] { DrawFrame(); },
-      [&] { ShowPictureCharacter(); },
-      [&] { DrawPicture(); },
-      [&] { picCharacter.SetPicture(picOriginalCharacterBackground); },
-      [&] { DrawBackground(); },
-      [&] { DrawBack(); },
-      [&] { DrawPiece(); },
-      [&] { PlaceSymbol(picSymbolCharacter, picCharacter, 29, 29); },
-  });
+  DrawInSteps({&picImageCharacter, &picBackgroundChar, &picCharacterBack, &picPlayingPieceImage},
+              {
+                  [&] { DrawTexts(); },
+                  [&] { DrawAttributes(); },
+                  [&] { DrawFrame(); },
+                  [&] { ShowPictureCharacter(); },
+                  [&] { DrawPicture(); },
+                  [&] { picCharacter.SetPicture(picOriginalCharacterBackground); },
+                  [&] { DrawBackground(); },
+                  [&] { DrawBack(); },
+                  [&] { DrawPiece(); },
+                  [&] { PlaceSymbol(picSymbolCharacter, picCharacter, 29, 29); },
+              });
 }
 
 void CharacterPreview::DrawTexts() {
