@@ -143,20 +143,22 @@ void CharacterPreview::Reset() {
 }
 
 void CharacterPreview::DrawCharacter() {
-  DrawInSteps({
-      [&] { DrawTexts(); },
-      [&] { DrawAttributes(); },
-      [&] { DrawFrame(); },
-      [&] { ShowPictureCharacter(); },
-      [&] { DrawPicture(); },
-      [&] {
-        picCharacter.SetPicture(WithOriginal(picOriginalCharacterBackground, builtin::CharacterSheet()));
-      },
-      [&] { DrawBackground(); },
-      [&] { DrawBack(); },
-      [&] { DrawPiece(); },
-      [&] { PlaceSymbol(picSymbolCharacter, picCharacter, 29, 29); },
-  });
+  DrawInSteps(
+      {&picImageCharacter, &picBackgroundChar, &picCharacterBack, &picPlayingPieceImage},
+      {
+          [&] { DrawTexts(); },
+          [&] { DrawAttributes(); },
+          [&] { DrawFrame(); },
+          [&] { ShowPictureCharacter(); },
+          [&] { DrawPicture(); },
+          [&] {
+            picCharacter.SetPicture(WithOriginal(picOriginalCharacterBackground, builtin::CharacterSheet()));
+          },
+          [&] { DrawBackground(); },
+          [&] { DrawBack(); },
+          [&] { DrawPiece(); },
+          [&] { PlaceSymbol(picSymbolCharacter, picCharacter, 29, 29); },
+      });
 }
 
 void CharacterPreview::DrawTexts() {

@@ -1,5 +1,7 @@
 #include "composition/PreviewDrawing.h"
 
+#include <cstdint>
+
 #include "base/RuntimeError.h"
 #include "forms/Dialogs.h"
 #include "pictures/FinePicture.h"
@@ -8,6 +10,11 @@
 #include "state/modData.h"
 
 namespace orv {
+namespace {
+
+constexpr std::int64_t kLargePixels = 4'000'000;
+
+}  // namespace
 
 QString Watermark() {
   return QStringLiteral("ORV %1.%2").arg(kMajor).arg(kMinor);
@@ -29,7 +36,12 @@ void DesignWatermark(Label& label, const PixelRect& rect) {
   label.SetForeColor(0xC0C0C0);
 }
 
-void DrawInSteps(std::initializer_list<std::function<void()>> steps) {
+void DrawInSteps(std::initializer_list<Surface*> pictures,
+                 std::initializer_list<std::function<void()>> steps) {
+  for (Surface* const surface : pictures) {
+    const Picture former = surface->Picture();
+    if (std::int64_t{former.Width()} * former.Height() > kLargePixels) surface->SetPicture(LoadPicture());
+  }
   const PictureBudget budget;
   for (const auto& step : steps) {
     try {

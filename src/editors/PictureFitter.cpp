@@ -181,8 +181,8 @@ void PictureFitter::Take(const DataObject& data) {
     const QByteArray bytes = BytesOf(data);
     const WaitCursor hourglass;
     picture_.Take(bytes);
-  } catch (const RuntimeError&) {
-    TellUnreadable(data);
+  } catch (const RuntimeError& error) {
+    TellUnreadable(data, error);
     return;
   }
   FitPrepared(Fitting::Over);

@@ -11,6 +11,7 @@
 #include "base/RuntimeError.h"
 #include "exchange/inner/ColumnValue.h"
 #include "exchange/inner/OldDatabase.h"
+#include "records/DatabaseFile.h"
 #include "records/FileLock.h"
 #include "records/NewDatabase.h"
 #include "records/Recordset.h"
@@ -271,7 +272,8 @@ void Keep(const QString& path, const QString& kept) {
 
 bool IsOldDatabase(const QString& path) {
   QFile file(path);
-  return file.open(QIODevice::ReadOnly) && file.seek(kMarkAt) && file.read(sizeof kMark - 1) == kMark;
+  return QFileInfo(path).isFile() && file.open(QIODevice::ReadOnly) && file.seek(kMarkAt) &&
+         file.read(sizeof kMark - 1) == kMark;
 }
 
 BroughtOver BringOver(const QString& old_path, const QString& new_path, const Progress& progress,
@@ -293,6 +295,7 @@ BroughtOver BringOverInPlace(const QString& path, const Progress& progress, QStr
     result = Make(path, temporary, progress, {});
     kept = NameToKeep(path);
     Keep(path, kept);
+    KeepJournalOf(path, kept);
   });
   return result;
 }

@@ -3,15 +3,18 @@
 #include <QDateTime>
 #include <QDir>
 #include <QFileInfo>
-#include <QStorageInfo>
+#include <filesystem>
 #include <optional>
+#include <system_error>
 
 #include "base/Files.h"
 #include "base/RuntimeError.h"
 #include "records/Backup.h"
 #include "records/Compaction.h"
+#include "records/DatabaseFile.h"
 #include "records/FileLock.h"
 #include "records/Integrity.h"
+#include "state/modData.h"
 
 namespace orv {
 namespace {
@@ -38,6 +41,13 @@ class Names {
   const QString folder_;
 };
 
+// A sound database of this program.
+void CheckCopy(const QString& copy) {
+  if (const QStringList faults = FaultsOf(copy, {}); !faults.isEmpty())
+    throw RuntimeError(kErrDatabase, QStringLiteral("Database error: %1").arg(faults.constFirst()));
+  modData::CheckSchema(Connection::OpenToRead(copy));
+}
+
 }  // namespace
 
 QStringList CopiesOf(const QString& database) {
@@ -50,8 +60,10 @@ QStringList CopiesOf(const QString& database) {
 }
 
 bool HasRoomForCopy(const QString& database) {
-  const QFileInfo file(database);
-  return QStorageInfo(file.absolutePath()).bytesAvailable() >= 2 * file.size();
+  std::error_code unknown;
+  const std::filesystem::path file = QFile::encodeName(database).toStdString();
+  const std::filesystem::space_info disk = std::filesystem::space(file, unknown);
+  return unknown || disk.available >= 2 * static_cast<std::uintmax_t>(QFileInfo(database).size());
 }
 
 void MakeDailyCopy(const QString& database, const QDate& day, const std::function<bool()>& goes_on) {
@@ -73,8 +85,7 @@ void MakeDailyCopy(const QString& database, const QDate& day, const std::functio
 
 QString RestoreCopy(const QString& database, const QString& copy) {
   if (!FileExists(copy)) throw RuntimeError(kErrFileNotFound);
-  if (const QStringList faults = FaultsOf(copy, {}); !faults.isEmpty())
-    throw RuntimeError(kErrDatabase, QStringLiteral("Database error: %1").arg(faults.constFirst()));
+  CheckCopy(copy);
   const Names names(database);
   if (!QDir().mkpath(names.Folder())) throw RuntimeError(kErrPathFileAccess);
   QString kept;
@@ -85,8 +96,9 @@ QString RestoreCopy(const QString& database, const QString& copy) {
     if (!alone) return;
     const QString now = QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd-hhmmss"));
     kept = names.Of(QStringLiteral("replaced-") + now);
-    // A journal that a crash has left is played back by this.
+    // A journal that a crash has left is played back by this, where the file still is a database.
     CopyDatabase(database, kept);
+    KeepJournalOf(database, kept);
   });
   return kept;
 }

@@ -15,7 +15,7 @@ inline constexpr int kCopiesKept = 7;
 // The copies that are there, whole paths, the newest first.
 QStringList CopiesOf(const QString& database);
 
-// Whether the disk has room for a copy: twice the database's size.
+// Whether the disk has room for a copy: twice the database's size. True where the system can't tell.
 bool HasRoomForCopy(const QString& database);
 
 // Makes the copy of a day while others work with the database, unless it is there, and removes the oldest

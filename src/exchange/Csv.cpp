@@ -14,6 +14,9 @@ namespace {
 QString Decoded(const QByteArray& bytes) {
   QStringDecoder decoder(QStringDecoder::Utf8);
   const QString text = decoder(bytes);
+  if (const qsizetype zero = bytes.indexOf('\0'); zero >= 0)
+    Refuse(static_cast<int>(bytes.left(zero).count('\n')) + 1,
+           QStringLiteral("a zero byte stands in the text."));
   if (!decoder.hasError()) return text;
   // The first line that doesn't come back as it was.
   const QList<QByteArray> lines = bytes.split('\n');
@@ -26,14 +29,14 @@ QString Decoded(const QByteArray& bytes) {
 
 class Parser {
  public:
-  explicit Parser(const QString& text) : text_(text) {}
+  explicit Parser(const QString& text) : text_(text), comma_(CommaOf(text)) {}
 
   std::vector<CsvRecord> Records() {
     std::vector<CsvRecord> records;
     while (!AtEnd()) {
       CsvRecord record{line_, {}};
       do record.fields.append(Field());
-      while (Skip(u','));
+      while (Skip(comma_));
       if (!AtEnd() && !SkipLineEnd()) Refuse(line_, QStringLiteral("a quote stands where none may."));
       if (record.fields != QStringList{QString()}) records.push_back(record);
     }
@@ -41,6 +44,12 @@ class Parser {
   }
 
  private:
+  // Spreadsheets of some countries write semicolons, which then stand between the names in the first line.
+  static QChar CommaOf(const QString& text) {
+    const QString line = text.left(text.indexOf(u'\n'));
+    return line.contains(u';') && !line.contains(u',') ? u';' : u',';
+  }
+
   bool AtEnd() const { return at_ >= text_.size(); }
   bool Skip(QChar c) {
     if (AtEnd() || text_[at_] != c) return false;
@@ -58,7 +67,7 @@ class Parser {
   QString Field() {
     if (Skip(u'"')) return QuotedField();
     const qsizetype begin = at_;
-    while (!AtEnd() && !QStringView(u",\"\r\n").contains(text_[at_])) ++at_;
+    while (!AtEnd() && text_[at_] != comma_ && !QStringView(u"\"\r\n").contains(text_[at_])) ++at_;
     return text_.mid(begin, at_ - begin);
   }
 
@@ -78,6 +87,7 @@ class Parser {
   }
 
   const QString text_;
+  const QChar comma_;
   qsizetype at_ = 0;
   int line_ = 1;
 };

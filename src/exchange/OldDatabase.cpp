@@ -8,6 +8,7 @@
 #include "base/Files.h"
 #include "base/RuntimeError.h"
 #include "exchange/OldRows.h"
+#include "state/Product.h"
 
 namespace orv {
 namespace {
@@ -25,11 +26,16 @@ constexpr quint32 kLongestMessage = 600u << 20;  // several long values in a row
   Refuse(QStringLiteral("The file is damaged."));
 }
 
-// The program beside this one.
+// The program beside this one, or where an installation puts what no user starts.
 QString ReaderProgram() {
-  const QString path = JoinPath(QCoreApplication::applicationDirPath(), QStringLiteral("read_old_database"));
-  if (!FileExists(path)) throw RuntimeError(kErrFileNotFound, QStringLiteral("File not found: ") + path);
-  return path;
+  const QString name = QStringLiteral("read_old_database");
+  const QString folder = QCoreApplication::applicationDirPath();
+  const QString beside = JoinPath(folder, name);
+  if (FileExists(beside)) return beside;
+  const QString installed =
+      QStringLiteral("%1/../libexec/%2/%3").arg(folder, TheProgram().package_name, name);
+  if (FileExists(installed)) return installed;
+  throw RuntimeError(kErrFileNotFound, QStringLiteral("File not found: ") + beside);
 }
 
 class ReaderProcess {

@@ -1,12 +1,16 @@
 #include "exchange/inner/RowCopier.h"
 
+#include <QCryptographicHash>
 #include <algorithm>
 #include <array>
 #include <cstring>
 
+#include "base/Rounding.h"
 #include "base/RuntimeError.h"
 #include "exchange/inner/ColumnValue.h"
+#include "pictures/FittedPicture.h"
 #include "records/Recordset.h"
+#include "state/modData.h"
 
 namespace orv {
 namespace {
@@ -45,17 +49,35 @@ Recordset RowsOf(const Connection& connection, const QString& columns, const Tab
       connection, QStringLiteral("SELECT %1 FROM %2 %3").arg(columns, QLatin1String(table.name), more));
 }
 
-bool SameContent(const Value& a, const Value& b) {
-  if (IsBytes(a) || IsBytes(b)) return a == b;
-  return a.TextOrEmpty() == b.TextOrEmpty();
+// Tells rows of a catalogue that mean the same.
+QByteArray ContentOf(const Table& table, const std::map<QString, Value>& row) {
+  QCryptographicHash hash(QCryptographicHash::Sha256);
+  for (const Column& column : table.columns) {
+    if (!IsContent(column)) continue;
+    const Value& value = row.at(column.name);
+    const QByteArray bytes = IsBytes(value) ? value.Bytes() : value.TextOrEmpty().toUtf8();
+    hash.addData(QByteArray::number(bytes.size()) + (IsBytes(value) ? 'b' : 't'));
+    hash.addData(bytes);
+  }
+  return hash.result();
 }
 
-// Whether a row is locked to a set other than this one.
-bool IsLockedElsewhere(const std::map<QString, Value>& row, std::int32_t set) {
+// The set to which a row is locked, 0 for none.
+std::int32_t LockOf(const std::map<QString, Value>& row) {
   const auto lock = row.find(QStringLiteral("UsedInSet"));
-  if (lock == row.end() || lock->second.IsNull()) return false;
-  const std::int32_t locked = lock->second.Int32();
-  return locked != 0 && locked != set;
+  return lock == row.end() || lock->second.IsNull() ? 0 : lock->second.Int32();
+}
+
+// The program keeps the numbers of records in 16 bits, and knows two editions: with others no editor could
+// open the set.
+void CheckNumbers(const Table& table, const std::map<QString, Value>& row) {
+  if (const auto number = row.find(QStringLiteral("Nr")); number != row.end())
+    ToInt16(number->second.IsNull() ? 0 : number->second.Int32());
+  if (!Is(table.name, "tblSet")) return;
+  const Value& edition = row.at(QStringLiteral("EditionID"));
+  if (edition.IsNull() || (edition.Int32() != 2 && edition.Int32() != 3))
+    throw RuntimeError(kErrDatabase,
+                       QStringLiteral("The set is of an edition that the program doesn't know."));
 }
 
 }  // namespace
@@ -77,6 +99,12 @@ const Table* ReferenceOf(const Column& column) {
   return found == tables.end() ? nullptr : &*found;
 }
 
+RowCopier::RowCopier(const Connection& from, const Connection& to, Keys keys)
+    : from_(from),
+      to_(to),
+      keys_(keys),
+      with_originals_(modData::HasOriginals(from) && modData::HasOriginals(to)) {}
+
 RowCopier::Row RowCopier::Read(const Table& table, std::int32_t key) const {
   const Recordset rows = RowsOf(from_, QStringLiteral("*"), table,
                                 QStringLiteral("WHERE %1 = %2").arg(QLatin1String(KeyOf(table))).arg(key));
@@ -84,6 +112,7 @@ RowCopier::Row RowCopier::Read(const Table& table, std::int32_t key) const {
   if (rows.IsEOF()) return row;
   for (const Column& column : table.columns)
     row[QLatin1String(column.name)] = ColumnValue(column.kind, rows[column.name].Get());
+  if (keys_ == Keys::kNew) CheckNumbers(table, row);
   return row;
 }
 
@@ -105,7 +134,7 @@ std::int32_t RowCopier::CopySet(std::int32_t key, const Values& replaced) {
     }
   }
   for (const auto& [name, value] : replaced) row[name] = value;
-  set_ = Insert(sets, row);
+  set_ = Add(sets, key, std::move(row));
   mapped_[sets.name][key] = set_;
   for (const Table& table : schema::Tables()) {
     const bool locks =
@@ -141,11 +170,13 @@ void RowCopier::CopyCatalogue(const Table& table) {
 }
 
 std::int32_t RowCopier::CopyRow(const Table& table, std::int32_t key, const Values& replaced) {
+  // Two records with one font, such as an old database may have, share it in an empty file too.
+  if (keys_ == Keys::kKept && mapped_[table.name].contains(key)) return key;
   Row row = Read(table, key);
   if (row.empty()) return 0;
   row = Translated(table, std::move(row));
   for (const auto& [name, value] : replaced) row[name] = value;
-  const std::int32_t copy = Insert(table, row);
+  const std::int32_t copy = Add(table, key, std::move(row));
   mapped_[table.name][key] = copy;
   CopyOwned(table, key);
   return copy;
@@ -174,6 +205,30 @@ RowCopier::Row RowCopier::Translated(const Table& table, Row row) {
     value = column.kind == Kind::kFont ? CopyRow(*reference, key, {}) : Mapped(*reference, key);
   }
   return row;
+}
+
+std::int32_t RowCopier::Add(const Table& table, std::int32_t key, Row row) {
+  const std::int32_t copy = Insert(table, row);
+  if (with_originals_) CopyOriginals(table, key, copy, row);
+  return copy;
+}
+
+// Only those of the pictures that the row has: an original of an earlier picture is nobody else's matter.
+void RowCopier::CopyOriginals(const Table& table, std::int32_t key, std::int32_t copy, const Row& row) {
+  const Table& originals = schema::Originals();
+  for (const Column& column : table.columns) {
+    if (column.kind != Kind::kLongBinary || row.at(column.name).IsNull()) continue;
+    const Recordset found = RowsOf(
+        from_, QLatin1String(KeyOf(originals)), originals,
+        QStringLiteral("WHERE TableName = '%1' AND RecordID = %2 AND ColumnName = '%3' AND Digest = '%4'")
+            .arg(table.name)
+            .arg(key)
+            .arg(column.name, QString::fromLatin1(DigestOf(row.at(column.name).Bytes()))));
+    if (found.IsEOF()) continue;
+    Row original = Read(originals, found[KeyOf(originals)].Int32());
+    original[QStringLiteral("RecordID")] = copy;
+    Insert(originals, std::move(original));
+  }
 }
 
 std::int32_t RowCopier::Insert(const Table& table, Row row) {
@@ -221,42 +276,42 @@ std::int32_t RowCopier::Mapped(const Table& table, std::int32_t key) {
 std::int32_t RowCopier::MappedCatalogue(const Table& table, std::int32_t key) {
   Row row = Read(table, key);
   if (keys_ == Keys::kKept) {
-    if (!row.empty()) Insert(table, row);
+    if (!row.empty()) Add(table, key, std::move(row));
     return key;
   }
-  if (keys_ == Keys::kSame && !IsLockedElsewhere(row, set_)) return key;
+  const std::int32_t lock = LockOf(row);
+  if (keys_ == Keys::kSame && (lock == 0 || lock == set_)) return key;
   if (row.empty()) return 0;
   row = Translated(table, std::move(row));
-  const auto lock = row.find(QStringLiteral("UsedInSet"));
-  if (lock != row.end() && lock->second.Int32() != 0) lock->second = set_;
+  if (lock != 0) row[QStringLiteral("UsedInSet")] = set_;
   if (const std::int32_t found = FindByContent(table, row); found != 0) return found;
   // Which formats there are is the program's own matter.
   if (Is(table.name, "tblPicFormat")) return 1;
   const auto original = row.find(QStringLiteral("Original"));
   if (original != row.end()) original->second = false;
-  return Insert(table, std::move(row));
+  const std::int32_t added = Add(table, key, row);
+  CatalogueOf(table)[ContentOf(table, row)].append({added, LockOf(row)});
+  return added;
 }
 
-std::int32_t RowCopier::FindByContent(const Table& table, const Row& row) const {
-  QStringList names{KeyOf(table)};
-  for (const Column& column : table.columns) {
-    if (column.kind != Kind::kLongBinary && column.kind != Kind::kKey) names.append(column.name);
-  }
-  for (Recordset rows = RowsOf(to_, names.join(QStringLiteral(", ")), table,
-                               QStringLiteral("ORDER BY ") + QLatin1String(KeyOf(table)));
+// All rows of a catalogue are read once, so that a file with very many of them takes no longer for each.
+RowCopier::Catalogue& RowCopier::CatalogueOf(const Table& table) {
+  const auto known = catalogues_.find(table.name);
+  if (known != catalogues_.end()) return *known;
+  Catalogue& catalogue = catalogues_[table.name];
+  for (Recordset rows =
+           RowsOf(to_, QStringLiteral("*"), table, QStringLiteral("ORDER BY ") + QLatin1String(KeyOf(table)));
        !rows.IsEOF(); rows.MoveNext()) {
-    const std::int32_t key = rows[KeyOf(table)].Int32();
-    const auto same = [&](const Column& column) {
-      if (!IsContent(column)) return true;
-      if (column.kind != Kind::kLongBinary) return SameContent(rows[column.name].Get(), row.at(column.name));
-      const Recordset bytes = RowsOf(to_, QLatin1String(column.name), table,
-                                     QStringLiteral("WHERE %1 = %2").arg(KeyOf(table)).arg(key));
-      return SameContent(bytes[column.name].Get(), row.at(column.name));
-    };
-    Row candidate;
-    if (row.contains(QStringLiteral("UsedInSet")))
-      candidate[QStringLiteral("UsedInSet")] = rows["UsedInSet"].Get();
-    if (!IsLockedElsewhere(candidate, set_) && std::ranges::all_of(table.columns, same)) return key;
+    Row row;
+    for (const Column& column : table.columns) row[column.name] = rows[column.name].Get();
+    catalogue[ContentOf(table, row)].append({row[KeyOf(table)].Int32(), LockOf(row)});
+  }
+  return catalogue;
+}
+
+std::int32_t RowCopier::FindByContent(const Table& table, const Row& row) {
+  for (const Entry& entry : CatalogueOf(table).value(ContentOf(table, row))) {
+    if (entry.lock == 0 || entry.lock == set_) return entry.key;
   }
   return 0;
 }

@@ -1,8 +1,12 @@
 #include "exchange/SetFile.h"
 
+#include <optional>
+
 #include "base/Files.h"
 #include "base/RuntimeError.h"
 #include "exchange/inner/RowCopier.h"
+#include "records/DatabaseFile.h"
+#include "records/FileLock.h"
 #include "records/NewDatabase.h"
 #include "records/Recordset.h"
 #include "schema/Schema.h"
@@ -50,6 +54,11 @@ QStringList SetNames(const Connection& connection) {
 }
 
 void SaveSet(const Connection& from, std::int32_t set_id, const QString& path) {
+  if (IsOpenHere(path))
+    throw RuntimeError(kErrPermissionDenied,
+                       QStringLiteral("Permission denied: the file is the open database"));
+  std::optional<ExclusiveFileLock> alone;
+  if (FileExists(path)) alone.emplace(path);
   ReplaceFile(path, [&](const QString& temporary) {
     MakeDatabase(temporary, schema::Script());
     const Connection to = Connection::Open(temporary);
@@ -59,6 +68,7 @@ void SaveSet(const Connection& from, std::int32_t set_id, const QString& path) {
     for (const char* catalogue : {"tblLanguage", "tblPicFormat"}) copier.CopyCatalogue(TableOf(catalogue));
     copier.CopySet(set_id, {{kSaveTo, Value()}});
     transaction.Commit();
+    if (alone) RemoveJournalOf(path);
   });
 }
 
@@ -67,6 +77,8 @@ QStringList SetsInFile(const QString& path) {
 }
 
 std::vector<std::int32_t> BringInSets(const Connection& to, const QString& path) {
+  if (IsOpenHere(path))
+    throw RuntimeError(kErrDatabase, QStringLiteral("The file is the open database itself."));
   const Connection from = OpenSetFile(path);
   const ReadScope one_state(from);
   Transaction transaction(to);

@@ -1,7 +1,7 @@
 #include "exchange/SetTexts.h"
 
 #include <QHash>
-#include <QSet>
+#include <QMap>
 #include <algorithm>
 #include <array>
 #include <vector>
@@ -73,17 +73,35 @@ QString WithLineEnds(QString text) {
 class TextsReader {
  public:
   TextsReader(const Connection& connection, std::int32_t set_id)
-      : connection_(connection), cards_(CardsOf(connection, set_id)), types_(TypesOf(connection, set_id)) {}
+      : connection_(connection), types_(TypesOf(connection, set_id)) {
+    for (Recordset rows = CardsOf(connection, set_id); !rows.IsEOF(); rows.MoveNext()) {
+      Card card{rows["CardID"].Int32(), rows[kTitle].TextOrEmpty(), rows["CardTypeID"].Int32Or(0), {}};
+      for (const TextColumn& column : kColumns) card.texts.append(rows[column.column].TextOrEmpty());
+      alike_[NameOf(rows["Nr"].TextOrEmpty(), card.title)].cards.push_back(card);
+    }
+  }
 
   int Read(const std::vector<CsvRecord>& records) {
     if (records.empty()) Refuse(1, QStringLiteral("there is no table."));
     ReadHeader(records.front());
     int changed = 0;
     for (std::size_t i = 1; i < records.size(); ++i) changed += ReadCard(records[i]);
+    for (const Alike& alike : alike_) {
+      if (alike.seen > 0 && alike.seen < alike.cards.size())
+        Refuse(alike.line, QStringLiteral("the set has %1 such cards, so there must be a line for each.")
+                               .arg(alike.cards.size()));
+    }
     return changed;
   }
 
  private:
+  struct Card {
+    std::int32_t key;
+    QString title;
+    std::int32_t type;
+    QStringList texts;  // of kColumns
+  };
+
   void ReadHeader(const CsvRecord& record) {
     const QStringList headers = Headers();
     for (qsizetype i = 0; i < record.fields.size(); ++i) {
@@ -106,28 +124,29 @@ class TextsReader {
     if (record.fields.size() != width_)
       Refuse(record.line,
              QStringLiteral("%1 fields where there should be %2.").arg(record.fields.size()).arg(width_));
-    GoTo(record);
+    const Card& card = CardOf(record);
     QStringList assignments;
     std::vector<Value> values;
     const auto change = [&](const char* column, const Value& value) {
       values.push_back(value);
       assignments.append(QStringLiteral("%1 = ?%2").arg(column).arg(values.size()));
     };
-    for (const TextColumn& column : kColumns) {
+    for (std::size_t i = 0; i < kColumns.size(); ++i) {
+      const TextColumn& column = kColumns[i];
       if (!places_.contains(column.header)) continue;
       const QString text = WithLineEnds(record.fields[places_[column.header]]);
-      if (text == WithLineEnds(cards_[column.column].TextOrEmpty())) continue;
+      if (text == WithLineEnds(card.texts[static_cast<qsizetype>(i)])) continue;
       change(column.column,
              QLatin1String(column.column) == u"Copies" ? Copies(record.line, text) : Value(text));
     }
     const QString title = places_.contains(kNewTitle) ? record.fields[places_[kNewTitle]] : QString();
-    if (!title.isEmpty() && title != cards_[kTitle].TextOrEmpty()) change(kTitle, title);
+    if (!title.isEmpty() && title != card.title) change(kTitle, title);
     if (places_.contains(kType)) {
-      const std::int32_t type = TypeOfText(record.line, record.fields[places_[kType]]);
-      if (type != cards_["CardTypeID"].Int32Or(0)) change("CardTypeID", type);
+      const std::int32_t type = TypeOfText(card, record.line, record.fields[places_[kType]]);
+      if (type != card.type) change("CardTypeID", type);
     }
     if (values.empty()) return false;
-    values.push_back(cards_["CardID"].Get());
+    values.push_back(card.key);
     connection_.Execute(QStringLiteral("UPDATE tblCard SET %1 WHERE CardID = ?%2")
                             .arg(assignments.join(QStringLiteral(", ")))
                             .arg(values.size()),
@@ -135,21 +154,21 @@ class TextsReader {
     return true;
   }
 
-  // The card of the line.
-  void GoTo(const CsvRecord& record) {
+  // The card of the line. Of cards with one number and title each takes the next.
+  const Card& CardOf(const CsvRecord& record) {
     const QString nr = record.fields[places_[kNr]].trimmed();
     const QString title = record.fields[places_[kTitle]];
-    const auto is_it = [&] {
-      return cards_["Nr"].TextOrEmpty() == nr &&
-             WithLineEnds(cards_[kTitle].TextOrEmpty()) == WithLineEnds(title);
-    };
-    if (!cards_.IsEmpty()) cards_.MoveFirst();
-    while (!cards_.IsEOF() && !is_it()) cards_.MoveNext();
-    if (cards_.IsEOF())
+    const auto alike = alike_.find(NameOf(nr, title));
+    if (alike == alike_.end())
       Refuse(record.line, QStringLiteral("the set has no card %1 with the title \"%2\".").arg(nr, title));
-    const std::int32_t key = cards_["CardID"].Int32();
-    if (seen_.contains(key)) Refuse(record.line, QStringLiteral("card %1 stood in a line before.").arg(nr));
-    seen_.insert(key);
+    if (alike->seen == alike->cards.size())
+      Refuse(record.line, QStringLiteral("card %1 stood in a line before.").arg(nr));
+    alike->line = record.line;
+    return alike->cards[alike->seen++];
+  }
+
+  static std::pair<QString, QString> NameOf(const QString& nr, const QString& title) {
+    return {nr, WithLineEnds(title)};
   }
 
   static Value Copies(int line, const QString& text) {
@@ -161,9 +180,8 @@ class TextsReader {
   }
 
   // The card's own type where that reads so, since two may read alike.
-  std::int32_t TypeOfText(int line, const QString& text) const {
-    const std::int32_t own = cards_["CardTypeID"].Int32Or(0);
-    if (types_.value(own) == text) return own;
+  std::int32_t TypeOfText(const Card& card, int line, const QString& text) const {
+    if (types_.value(card.type) == text) return card.type;
     std::int32_t found = 0;
     for (auto type = types_.begin(); type != types_.end(); ++type) {
       if (type.value() == text && (found == 0 || type.key() < found)) found = type.key();
@@ -173,11 +191,16 @@ class TextsReader {
   }
 
   const Connection& connection_;
-  Recordset cards_;
   const QHash<std::int32_t, QString> types_;
   QHash<QString, qsizetype> places_;  // of the columns
   qsizetype width_ = 0;
-  QSet<std::int32_t> seen_;
+  // The cards of one number and title, and the lines that were read for them.
+  struct Alike {
+    std::vector<Card> cards;
+    std::size_t seen = 0;
+    int line = 0;  // the last of these
+  };
+  QMap<std::pair<QString, QString>, Alike> alike_;
 };
 
 }  // namespace

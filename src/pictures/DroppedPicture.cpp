@@ -1,7 +1,6 @@
 #include "pictures/DroppedPicture.h"
 
 #include "base/Files.h"
-#include "base/RuntimeError.h"
 #include "forms/Application.h"
 #include "forms/Dialogs.h"
 
@@ -11,20 +10,22 @@ QByteArray BytesOf(const DataObject& data) {
   return data.Files.isEmpty() ? data.Image : ReadPictureFile(data.Files.first());
 }
 
-void TellUnreadable(const DataObject& data) {
+void TellUnreadable(const DataObject& data, const RuntimeError& error) {
   const QString what = data.Files.isEmpty() ? QStringLiteral("What was pasted or dropped")
                                             : u'"' + FilePart(data.Files.first()) + u'"';
-  MsgBox(
-      what + QStringLiteral(" is no picture that can be read. BMP, JPG, GIF, PNG, WebP and WMF files can."),
-      Icon::Exclamation, QStringLiteral("Picture"));
+  const QString why =
+      error.Number() == kErrInvalidPicture
+          ? QStringLiteral(" is no picture that can be read. BMP, JPG, GIF, PNG, WebP and WMF files can.")
+          : QStringLiteral(" can't be read.\r\n\r\n") + error.NumberAndDescription();
+  MsgBox(what + why, Icon::Exclamation, QStringLiteral("Picture"));
 }
 
 Picture PictureOf(const DataObject& data, const std::function<Picture(const QByteArray& bytes)>& make) {
   try {
     const WaitCursor hourglass;
     return make(BytesOf(data));
-  } catch (const RuntimeError&) {
-    TellUnreadable(data);
+  } catch (const RuntimeError& error) {
+    TellUnreadable(data, error);
     return {};
   }
 }

@@ -11,8 +11,12 @@
 namespace orv {
 namespace {
 
-QByteArray DigestOf(const QByteArray& bytes) {
-  return QCryptographicHash::hash(bytes, QCryptographicHash::Sha256).toHex();
+// Of a side of any picture that can be made of another.
+constexpr double kLongestSide = 32767;
+
+// The scale of a row may be anybody's.
+bool IsScale(double scale) {
+  return scale >= 1 / kLongestSide && scale <= kLongestSide;
 }
 
 // A half goes up whatever little the scale has lost on its way.
@@ -21,6 +25,10 @@ int Scaled(int side, double scale) {
 }
 
 }  // namespace
+
+QByteArray DigestOf(const QByteArray& stored) {
+  return QCryptographicHash::hash(stored, QCryptographicHash::Sha256).toHex();
+}
 
 Recordset FittedPicture::Rows() const {
   Recordset rows;
@@ -51,8 +59,9 @@ void FittedPicture::Show(std::int32_t record, const Field& stored) {
     Recordset rows = Rows();
     can_scale_ = true;
     if (rows.IsEmpty()) return;
-    if (rows["Digest"].TextOrEmpty().toLatin1() == DigestOf(stored.Bytes())) {
-      scale_ = rows["Scale"].NumberOr(1);
+    const double scale = rows["Scale"].NumberOr(1);
+    if (IsScale(scale) && rows["Digest"].TextOrEmpty().toLatin1() == DigestOf(stored.Bytes())) {
+      scale_ = scale;
     } else {
       rows.Delete();
     }

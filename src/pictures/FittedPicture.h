@@ -70,6 +70,9 @@ class FittedPicture {
   std::optional<Scaler> scaler_;
 };
 
+// What tells a stored picture from another, as tblOriginal keeps it.
+QByteArray DigestOf(const QByteArray& stored);
+
 // A picture that fills an area of so many pixels to its edges, cut evenly where it is longer.
 Picture FillingPicture(const QByteArray& file, int width, int height);
 // A picture that is no larger than an area, at its natural size if that is so.

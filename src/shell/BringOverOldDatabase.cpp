@@ -15,7 +15,7 @@ const QString kTitle = QStringLiteral("Older database");
 
 bool Ask() {
   return MsgBox(
-             QStringLiteral("The database beside the program was made by an older version.\r\n\r\n"
+             QStringLiteral("The program's database, 'orv.mdb', was made by an older version.\r\n\r\n"
                             "Should all its sets be brought over into a new database? The old file is kept "
                             "as 'orv-old.mdb'.\r\n\r\nWith No the program ends, and nothing is changed."),
              Icon::Question, kTitle, Buttons::YesNo) == Answer::Yes;

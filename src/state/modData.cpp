@@ -8,16 +8,11 @@
 
 namespace orv::modData {
 
-namespace {
-
-// A file that was delivered earlier has none of what keeps them.
 bool HasOriginals(const Connection& connection) {
   const QString query = QStringLiteral("SELECT name FROM sqlite_schema WHERE name = '%1'");
   const QString table = QLatin1String(schema::Originals().name);
   return !Recordset::OpenSnapshot(connection, query.arg(table)).IsEmpty();
 }
-
-}  // namespace
 
 // A file in which something else bears a name of ours is not ours: a view in a table's place could have no
 // end, and a trigger could change any row.

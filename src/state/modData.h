@@ -44,6 +44,9 @@ void OpenDatabase(const std::function<void()>& before_connection, const QString&
 // RuntimeError 3000 for a database that lacks a table or a column of this program.
 void CheckSchema(const Connection& connection);
 
+// Whether the database keeps originals of pictures; one that was delivered earlier has no table for them.
+bool HasOriginals(const Connection& connection);
+
 // A read-only snapshot, owned by the caller.
 Recordset OpenSnapshot(const QString& sql);
 // An editable recordset; an earlier one in the variable is released and not closed by hand, so a change

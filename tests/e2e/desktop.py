@@ -138,7 +138,8 @@ class Display:
 
 
 class Program:
-    """The program in a folder of its own, with its database and settings."""
+    """The program in a folder of its own, with its database and settings. One that is installed where the user may not write is
+    started there, and makes its database at the first start."""
 
     started = []  # every process
 
@@ -146,10 +147,14 @@ class Program:
         self.display = display
         self.folder = folder
         self.process = None
-        self.executable = shutil.copy(executable, os.path.join(folder, "orv"))
-        self.database = os.path.join(folder, "orv.mdb")
         self.log_path = os.path.join(folder, "log")
-        shutil.copyfile(database, self.database)
+        if os.access(os.path.dirname(executable), os.W_OK):
+            self.executable = shutil.copy(executable, os.path.join(folder, "orv"))
+            self.database = os.path.join(folder, "orv.mdb")
+            shutil.copyfile(database, self.database)
+        else:
+            self.executable = executable
+            self.database = os.path.join(folder, "data", "varnholt-card-set-creator", "orv.mdb")
         os.makedirs(os.path.join(folder, "settings", "ORV2"))
         os.makedirs(os.path.join(folder, "home"))
         self.write_settings()
@@ -176,7 +181,7 @@ class Program:
     def start(self):
         environment = {**self.display.environment(), "QT_QPA_PLATFORM": "xcb",
                        "XDG_CONFIG_HOME": os.path.join(self.folder, "settings"),
-                       "HOME": os.path.join(self.folder, "home")}
+                       "XDG_DATA_HOME": os.path.join(self.folder, "data"), "HOME": os.path.join(self.folder, "home")}
         environment.pop("QT_SCALE_FACTOR", None)
         with open(self.log_path, "ab") as log:
             self.process = subprocess.Popen([self.executable], env=environment, stdout=log, stderr=log)

@@ -107,6 +107,7 @@ def test_bring_over(tools, delivered, folder):
     with tarfile.open(OLD) as archive:
         archive.extractall(folder)
     old, new = folder / "orv_jet4.mdb", folder / "new.mdb"
+    old.chmod(0o600)
     told = tools.run("bring_over", old, "--to", new).stdout
     check("30 rows in tblCard\n" in told, f"what is told is {told!r}")
     check("is there already" in tools.run("bring_over", old, "--to", new, status=1).stderr, "a second time")

@@ -77,9 +77,29 @@ def fail(window, number, words, provoke, restore, meanwhile=lambda: None):
     again.end()
 
 
-def test_full_disk(display, executable, database, folder):
+def nearly_full_disk(executable, database, folder):
+    """A disk with room for the program and little more."""
     kilobytes = (os.path.getsize(executable) + os.path.getsize(database)) // 1024 + 256
-    with SmallDisk(os.path.join(folder, "disk"), kilobytes) as disk:
+    return SmallDisk(os.path.join(folder, "disk"), kilobytes)
+
+
+def test_no_room_for_copy(display, executable, database, folder):
+    """It is told once, and the program goes on without."""
+    with nearly_full_disk(executable, database, folder) as disk:
+        program = Program(display, executable, database, disk.folder)
+        program.start()
+        display.focus("Copy of the database")
+        display.key("Return")
+        display.gone("Copy of the database")
+        program.kill()
+        window = Window(display, program)
+        window.type("Typed")
+        check(not os.path.exists(os.path.join(disk.folder, "backups")), "a copy was begun")
+        window.end()
+
+
+def test_full_disk(display, executable, database, folder):
+    with nearly_full_disk(executable, database, folder) as disk:
         program = Program(display, executable, database, disk.folder)
         program.set("Database", "NoRoomForCopy", "told")
         window = Window(display, program)
@@ -202,7 +222,7 @@ def main():
     executable, database = map(os.path.abspath, sys.argv[1:])
     tests = [test_no_journal, test_locked, test_locked_start, test_read_only_settings, test_two_programs]
     if enter_own_mounts():
-        tests += [test_full_disk, test_read_only_folder, test_read_only_disk]
+        tests += [test_no_room_for_copy, test_full_disk, test_read_only_folder, test_read_only_disk]
     else:
         print("not tried, for nothing can be mounted here: full and read-only disks")
     for test in tests:

@@ -10,6 +10,7 @@ import os
 import pathlib
 import shutil
 import sqlite3
+import subprocess
 import sys
 import tarfile
 import tempfile
@@ -23,7 +24,10 @@ OLD = pathlib.Path(__file__).parent.parent / "exchange/data/orv_jet4.tar.xz"
 
 def run(display, executable, database, folder):
     program = Program(display, executable, database, folder)
-    shutil.copy(os.path.join(os.path.dirname(executable), "read_old_database"), folder)
+    home = os.path.dirname(program.database)
+    os.makedirs(home, exist_ok=True)
+    if home == folder:
+        shutil.copy(os.path.join(os.path.dirname(executable), "read_old_database"), folder)
     with tarfile.open(OLD) as archive:
         old = archive.extractfile("orv_jet4.mdb").read()
     with open(program.database, "wb") as file:
@@ -43,14 +47,32 @@ def run(display, executable, database, folder):
     display.focus(QUESTION)
     display.key("Return")
     display.focus(MAIN)
-    with open(os.path.join(folder, "orv-old.mdb"), "rb") as file:
+    with open(os.path.join(home, "orv-old.mdb"), "rb") as file:
         check(file.read() == old, "the old file is not kept")
     check(program.value("SELECT COUNT(*) FROM tblCard") == 30, "cards are missing")
 
-    copy = os.path.join(folder, "backups", f"orv-{datetime.date.today().isoformat()}.mdb")
+    copy = os.path.join(home, "backups", f"orv-{datetime.date.today().isoformat()}.mdb")
     wait_for("the copy of the day", lambda: os.path.exists(copy))
     with contextlib.closing(sqlite3.connect(copy)) as connection:
         check(connection.execute("SELECT COUNT(*) FROM tblCard").fetchone() == (30,), "the copy lacks cards")
+
+    def restore(*arguments):
+        tool = os.path.join(os.path.dirname(executable), "orv_set")
+        done = subprocess.run([tool, "restore", *arguments, "--database", program.database], text=True, capture_output=True,
+                              check=False)
+        return done.returncode, done.stdout, done.stderr
+
+    check(restore() == (0, copy + "\n", ""), f"the copies are {restore()}")
+    before = now()
+    status, _, told = restore(copy)
+    check(status == 1 and "another program is using the database" in told, f"while the program runs: {status} {told}")
+    check(now() == before, "a database in use was replaced")
+    program.kill()
+    status, told, _ = restore(copy)
+    check(status == 0 and "What was there is kept as " in told, f"restoring tells {told!r}")
+    with open(told.removesuffix("\n").removeprefix("What was there is kept as "), "rb") as file:
+        check(file.read() == before, "what was there is not kept")
+    check(restore() == (0, copy + "\n", ""), "what was kept is told as a copy of a day")
 
 
 def main():

@@ -1,3 +1,5 @@
+#include <ctime>
+
 #include "EditorScene.h"
 #include "editors/frmCard2nd.h"
 #include "editors/frmCard3rd.h"
@@ -43,6 +45,24 @@ TEST_P(CardEditorTest, EveryEditIsStoredAtOnceAndShownOnThePreview) {
   });
   ClickOn(editor.cmdCardNav[2]);
   EXPECT_EQ(editor.txtInfo.Text(), QString()) << "the other card is shown as it is";
+}
+
+TEST_P(CardEditorTest, AWordOfAMegabyteHoldsNoKeyUp) {
+  CardEditor& editor = Editor();
+  const std::pair<const char*, TextBox&> fields[] = {{"Title", editor.txtTitle},
+                                                     {"Information", editor.txtInfo}};
+  for (const auto& [column, box] : fields) {
+    SCOPED_TRACE(column);
+    ClickOn(editor.cmdCardNav[2]);
+    database_.Execute(
+        QStringLiteral("UPDATE tblCard SET %1 = replace(hex(zeroblob(1000000)), '00', 'i') WHERE Nr = 1")
+            .arg(column));
+    const std::clock_t start = std::clock();
+    ClickOn(editor.cmdCardNav[1]);
+    TypeInto(box, "x");
+    EXPECT_LT(std::clock() - start, 8 * CLOCKS_PER_SEC) << "also under sanitizers";
+    EXPECT_EQ(Stored(QStringLiteral("length(%1)").arg(column)), "1000001");
+  }
 }
 
 TEST_P(CardEditorTest, OneLetterBecomesTheWordThatIsWanted) {

@@ -281,7 +281,9 @@ TEST_F(Fitter, WhatIsNoPictureIsToldAndNotStored) {
   QMimeData broken;
   broken.setData("image/png", Shades(80, 60).left(90));
   EXPECT_TRUE(DropOn(Frame().view, Middle().x(), Middle().y(), broken));
-  EXPECT_EQ(dialogs_.boxes.size(), 2U);
+  EXPECT_TRUE(DropFiles(Frame().view, Middle().x(), Middle().y(), {database_.Path("gone.png")}));
+  EXPECT_EQ(dialogs_.LastPrompt(), "\"gone.png\" can't be read.\r\n\r\n53, File not found");
+  EXPECT_EQ(dialogs_.boxes.size(), 3U);
   QMimeData words;
   words.setText("words");
   EXPECT_FALSE(DropOn(Frame().view, Middle().x(), Middle().y(), words));

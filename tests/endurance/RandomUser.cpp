@@ -13,10 +13,12 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QLineEdit>
+#include <QMenu>
 #include <QPlainTextEdit>
 #include <QSettings>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 #include <QWheelEvent>
 #include <QWindow>
 #include <algorithm>
@@ -25,6 +27,7 @@
 #include <deque>
 #include <random>
 #include <tuple>
+#include <utility>
 #include <vector>
 
 #include "base/App.h"
@@ -40,7 +43,7 @@
 namespace orv {
 namespace {
 
-constexpr int kModalActions = 12;      // until a dialog is closed by its frame
+constexpr int kModalActions = 12;      // until a dialog is closed by its frame, or a menu
 constexpr std::size_t kDeepest = 3;    // dialogs upon dialogs
 constexpr int kShownActions = 30;      // of those before a fault
 constexpr unsigned kMostSeconds = 60;  // for one action
@@ -62,7 +65,10 @@ void TellAndEnd(int signal) {
 
 class RandomUser : public DialogResponder {
  public:
-  RandomUser(unsigned seed, const QString& folder) : random_(seed), folder_(folder) {}
+  RandomUser(unsigned seed, const QString& folder) : random_(seed), folder_(folder) {
+    QObject::connect(&idle_, &QTimer::timeout, [this] { ActInMenu(); });
+    idle_.start(0);
+  }
 
   void Act() {
     QWidget* const widget = Choose();
@@ -70,6 +76,7 @@ class RandomUser : public DialogResponder {
     ++done;
     const QPoint at(Below(std::max(1, widget->width())), Below(std::max(1, widget->height())));
     const QPointer<QWidget> still = widget;
+    ++nesting_;
     ::alarm(kMostSeconds);
     switch (Below(10)) {
       case 0:
@@ -99,7 +106,7 @@ class RandomUser : public DialogResponder {
         Wheel(widget, at);
     }
     QApplication::processEvents();
-    ::alarm(0);
+    ::alarm(--nesting_ > 0 ? kMostSeconds : 0);
   }
 
   Answer OnMsgBox(const QString& prompt, Icon, const QString& title, Buttons buttons) override {
@@ -143,6 +150,17 @@ class RandomUser : public DialogResponder {
     static const Qt::KeyboardModifiers kAny[] = {Qt::NoModifier,    Qt::NoModifier,      Qt::NoModifier,
                                                  Qt::ShiftModifier, Qt::ControlModifier, Qt::AltModifier};
     return kAny[Below(6)];
+  }
+
+  // A menu deals out the events itself until it is closed, within the click that has opened it.
+  void ActInMenu() {
+    const QPointer<QMenu> menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    if (menu == nullptr || menu == menu_) return;
+    Log("menu opens", menu);
+    const QPointer<QMenu> former = std::exchange(menu_, menu);
+    for (int i = 0; i < kModalActions && menu && menu->isVisible(); ++i) Act();
+    if (menu) menu->close();
+    menu_ = former;
   }
 
   // A list that hangs open takes all; else a window that is modal, or any.
@@ -248,6 +266,9 @@ class RandomUser : public DialogResponder {
   std::mt19937 random_;
   QString folder_;
   std::vector<QWidget*> modal_;  // the last is in front
+  QTimer idle_;
+  QPointer<QMenu> menu_;  // in which the user is
+  int nesting_ = 0;       // of actions within an action
 };
 
 bool IsSound(const QString& path) {
@@ -285,7 +306,10 @@ int Walk(const QCommandLineParser& options) {
   MakeFolder(folder.path(), options.positionalArguments().constFirst());
   RandomUser user(options.value("seed").toUInt(), folder.path());
   const DialogResponderScope scope(user);
-  if (!Main()) return 1;
+  if (!Main()) {
+    TellActions();  // the last is the box that says why
+    return 1;
+  }
   QElapsedTimer timer;
   timer.start();
   bool sound = true;

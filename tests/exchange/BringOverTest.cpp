@@ -1,6 +1,7 @@
 #include "exchange/BringOver.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <QCryptographicHash>
 #include <QDir>
@@ -12,8 +13,11 @@
 #include "base/Files.h"
 #include "base/RuntimeError.h"
 #include "records/Connection.h"
+#include "records/FileLock.h"
 #include "records/Recordset.h"
 #include "schema/Schema.h"
+#include "support/Errors.h"
+#include "support/SmallDisk.h"
 
 namespace orv {
 namespace {
@@ -184,6 +188,37 @@ TEST_F(BringOverTest, InPlaceTheOldFileIsKept) {
     EXPECT_EQ(ReadWhole(kept), Sample());
     EXPECT_FALSE(IsOldDatabase(Path("orv.mdb")));
   }
+}
+
+TEST_F(BringOverTest, WhereTheOldFileCannotBeReplacedItStays) {
+  ReplaceFile(Path("orv.mdb"), Sample());
+  QString kept;
+  const auto bring = [&] {
+    return ErrorOf([&] {
+      BringOverInPlace(
+          Path("orv.mdb"), [](int) {}, kept);
+    });
+  };
+  {
+    const ExclusiveFileLock elsewhere(Path("orv.mdb"));
+    EXPECT_EQ(bring(), 70);
+  }
+  {
+    const SmallDisk disk(200000);
+    EXPECT_NE(bring(), 0);
+  }
+  EXPECT_EQ(Files(), QStringList{"orv.mdb"});
+  EXPECT_EQ(ReadWhole(Path("orv.mdb")), Sample());
+
+  ReplaceFile(Path("orv.mdb-journal"), QByteArray("of a database that lay here before"));
+  EXPECT_EQ(bring(), 0);
+  EXPECT_EQ(Files(), (QStringList{"orv-old.mdb", "orv-old.mdb-journal", "orv.mdb"}));
+}
+
+TEST_F(BringOverTest, WhatIsNoFileIsNoOldDatabase) {
+  ASSERT_EQ(mkfifo(Path("fifo").toUtf8().constData(), 0600), 0);
+  EXPECT_EQ(ErrorOf([&] { BringOver(Path("fifo"), Path("new.mdb"), [](int) {}); }), 3000);
+  EXPECT_FALSE(IsOldDatabase(folder_.path()));
 }
 
 }  // namespace

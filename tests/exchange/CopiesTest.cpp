@@ -7,7 +7,7 @@
 #include <thread>
 
 #include "base/Files.h"
-#include "records/Backup.h"
+#include "records/NewDatabase.h"
 #include "state/modData.h"
 #include "support/Errors.h"
 #include "support/TestDatabase.h"
@@ -95,6 +95,29 @@ TEST_F(CopiesTest, RestoringKeepsWhatItReplaces) {
 
   ReplaceFile(copy, ReadWhole(copy).left(6000));
   EXPECT_NE(ErrorOf([&] { RestoreCopy(Database(), copy); }), 0);
+  EXPECT_EQ(TitleIn(Database()), "Eel");
+}
+
+TEST_F(CopiesTest, OnlyADatabaseOfThisProgramIsRestored) {
+  modData::cn = Connection();
+  const QByteArray before = ReadWhole(Database());
+  const QString other = database_.Path("other.mdb");
+  MakeDatabase(other, QStringLiteral("CREATE TABLE places (name)"));
+  EXPECT_EQ(ErrorOf([&] { RestoreCopy(Database(), other); }), 3000);
+  EXPECT_EQ(ErrorOf([&] { RestoreCopy(Database(), database_.Path("none.mdb")); }), 53);
+  EXPECT_EQ(ErrorOf([&] { RestoreCopy(Database(), database_.Folder()); }), 75);
+  EXPECT_EQ(ReadWhole(Database()), before);
+}
+
+// A database that is damaged beyond playing back its journal: the journal is not the copy's.
+TEST_F(CopiesTest, ARestoredCopyTakesNoJournalOfTheFileBefore) {
+  Make(1);
+  modData::cn = Connection();
+  ReplaceFile(Database(), QByteArray("damaged"));
+  const QString journal = database_.WriteFile("orv.mdb-journal", "of the damaged file");
+  const QString kept = RestoreCopy(Database(), CopiesOf(Database()).constFirst());
+  EXPECT_FALSE(FileExists(journal));
+  EXPECT_EQ(ReadWhole(kept + "-journal"), "of the damaged file");
   EXPECT_EQ(TitleIn(Database()), "Eel");
 }
 

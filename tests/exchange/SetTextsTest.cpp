@@ -47,6 +47,25 @@ TEST_F(SetTextsTest, WhatIsChangedIsStored) {
             "Netz3Eins\r\nZwei");
 }
 
+TEST_F(SetTextsTest, AsASpreadsheetMayWriteIt) {
+  EXPECT_EQ(BringIn("\xEF\xBB\xBFNr;Title;Information\r\n1;Eel;\"One; two, three\"\r\n"), "1");
+  EXPECT_EQ(database_.Scalar("SELECT Information FROM tblCard WHERE Nr = 1"), "One; two, three");
+  const QByteArray megabyte(1 << 20, 'x');
+  EXPECT_EQ(BringIn("Nr,Title,Bold\r1,Eel,\"" + megabyte + "\""), "1");
+  EXPECT_EQ(database_.Scalar("SELECT LENGTH(BoldText) FROM tblCard WHERE Nr = 1"), "1048576");
+}
+
+TEST_F(SetTextsTest, CardsOfOneNumberAndTitle) {
+  database_.AddCard(set_, 1, "Eel");
+  EXPECT_EQ(BringIn(Table()), "0");
+  EXPECT_EQ(BringIn("Nr,Title,Bold\n1,Eel,first\n1,Eel,second\n"), "2");
+  EXPECT_EQ(database_.Scalar("SELECT group_concat(BoldText, ' ') FROM tblCard WHERE Nr = 1"), "first second");
+  EXPECT_EQ(BringIn("Nr,Title,Bold\n1,Eel,third\n"),
+            "Line 2: the set has 2 such cards, so there must be a line for each.");
+  EXPECT_EQ(BringIn("Nr,Title\n1,Eel\n1,Eel\n1,Eel\n"), "Line 4: card 1 stood in a line before.");
+  EXPECT_EQ(database_.Scalar("SELECT group_concat(BoldText, ' ') FROM tblCard WHERE Nr = 1"), "first second");
+}
+
 TEST_F(SetTextsTest, ALineThatIsWrongIsToldAndNothingIsStored) {
   const QByteArray head = "Nr,Title,Type,Bold,Copies\n1,Eel,EVENT (1),New,2\n";
   const struct {
@@ -60,6 +79,8 @@ TEST_F(SetTextsTest, ALineThatIsWrongIsToldAndNothingIsStored) {
                {head + "2,\"Net\n", "Line 3: a field in quotes has no end."},
                {head + "2,Net\"\n", "Line 3: a quote stands where none may."},
                {head + "2,\xFF\n", "Line 3: the text is not UTF-8."},
+               {head + QByteArray("2,\"N\0et\"\n", 9), "Line 3: a zero byte stands in the text."},
+               {QByteArray("\xFF\xFEN\0r\0", 6), "Line 1: a zero byte"},
                {"Nr,Titel\n", "Line 1: \"Titel\" is no column of such a table."},
                {"Nr,Bold\n", "Line 1: there is no column Title."},
                {"", "Line 1: there is no table."}};

@@ -15,7 +15,7 @@ int LLVMFuzzerInitialize(int* argc, char*** argv) {
 int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   try {
     const QByteArray bytes(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size));
-    if (orv::LoadPicture(bytes).IsEmpty()) std::abort();
+    if (orv::LoadPicture(bytes).IsEmpty() || orv::LoadUpright(bytes).IsEmpty()) std::abort();
   } catch (const orv::RuntimeError& error) {
     if (error.Number() != orv::kErrInvalidPicture) std::abort();
   }

@@ -47,6 +47,12 @@ void Pictures(Folder folder) {
   }
   folder.Add(samples::Jpeg({40, 24, false, true, true, true}));
   folder.Add(samples::Jpeg({40, 24, false, false, true, false, false}));
+  folder.Add(samples::Turned(samples::Jpeg({})));
+  for (const bool either : {false, true}) {
+    folder.Add(samples::Png(samples::Fading(40, 24), either));
+    folder.Add(samples::Webp(samples::Fading(40, 24), either));
+  }
+  folder.Add(samples::Png(samples::PhotoLike(40, 24).convertToFormat(QImage::Format_Indexed8)));
   folder.Add(samples::Gif({}));
   folder.Add(samples::Gif({{60, 40}, {5, 5, 50, 30}, 1, true, 2}));
   folder.Add(Drawing().Unplaced());

@@ -4,8 +4,13 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QKeyEvent>
+#include <QMenu>
+#include <QMessageBox>
+#include <QPainter>
 #include <QPalette>
 #include <QTemporaryDir>
+#include <QTimer>
+#include <QToolButton>
 #include <QWidget>
 
 #include "base/App.h"
@@ -39,9 +44,40 @@ void Settle() {
   while (timer.elapsed() < 150) QApplication::processEvents();
 }
 
+void Save(const QPixmap& picture, const char* name) {
+  picture.save(folder + u'/' + QLatin1String(name) + QStringLiteral(".png"));
+}
+
 void Grab(const Form& form, const char* name) {
   Settle();
-  form.Handle()->window()->grab().save(folder + u'/' + QLatin1String(name) + QStringLiteral(".png"));
+  Save(form.Handle()->window()->grab(), name);
+}
+
+// The question of a start beside a database of an older version, of which the beginning of a file is enough.
+// It is answered with No.
+void GrabQuestion(const char* name) {
+  ReplaceFile(modData::DatabasePath(), QByteArray(4, '\0') + "Standard Jet DB");
+  QTimer::singleShot(300, [name] {
+    auto* const box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    if (box == nullptr) return;
+    Save(box->grab(), name);
+    box->button(QMessageBox::No)->click();
+  });
+  Main();
+}
+
+// The upper part of the main window with the menu of its last tool open.
+void GrabMenu(const char* name) {
+  Settle();
+  QWidget* const window = frmMaster->Handle()->window();
+  for (QToolButton* tool : window->findChildren<QToolButton*>()) {
+    if (tool->menu() == nullptr || tool->accessibleName() != u"More") continue;
+    QPixmap menu = tool->menu()->grab();
+    QPixmap picture = window->grab();
+    const QPoint corner = tool->mapTo(window, QPoint(tool->width(), tool->height()));
+    QPainter(&picture).drawPixmap(corner.x() - menu.width(), corner.y(), menu);
+    Save(picture.copy(0, 0, picture.width(), 170), name);
+  }
 }
 
 // Walks down a list as a user does.
@@ -67,10 +103,14 @@ void GrabEditor(RecordEditor& editor, int moves, const char* name) {
   editor.Hide();
 }
 
-int GrabAll() {
+int GrabAll(const QString& database) {
+  GrabQuestion("older_database");
+  QFile::remove(modData::DatabasePath());
+  QFile::copy(database, modData::DatabasePath());
   if (!Main()) return 1;
   frmMaster->SetWidth(930 * 15);
   frmMaster->SetHeight(720 * 15);
+  GrabMenu("set_menu");
   GrabEditor(*frmCard2nd, 1, "card2nd");
   GrabEditor(*frmCharacter2nd, 0, "character2nd");
   GrabEditor(*frmLarge2nd, 1, "large2nd");
@@ -115,8 +155,7 @@ int main(int argc, char** argv) {
   Application application(argc, argv, Application::Offscreen, TheProgram());
   if (argc == 4) QApplication::setPalette(DarkPalette());
   InitIcons();
-  QFile::copy(QString::fromLocal8Bit(argv[1]), home.filePath(QStringLiteral("orv.mdb")));
   App::SetPath(home.path());
   folder = QString::fromLocal8Bit(argv[2]);
-  return application.RunOnce(GrabAll);
+  return application.RunOnce([&] { return GrabAll(QString::fromLocal8Bit(argv[1])); });
 }

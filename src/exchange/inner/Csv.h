@@ -14,7 +14,8 @@ struct CsvRecord {
 };
 
 // RuntimeError 3000 with the line for a text that is no such table. Lines may end in CR LF or LF, and a mark
-// of the byte order may stand in front. Empty lines are no records.
+// of the byte order may stand in front. Empty lines are no records. Semicolons are taken for commas where the
+// first line has none.
 std::vector<CsvRecord> ReadCsv(const QByteArray& bytes);
 
 // One record with its line's end.

@@ -29,6 +29,20 @@ class OneLine : public QValidator {
   }
 };
 
+// For each line the toolkit looks up to the end of the word, in all a time that grows with the square of its
+// length.
+constexpr qsizetype kLongestWord = 2000;
+
+bool HasEndlessWord(QStringView text) {
+  qsizetype length = 0;
+  return std::ranges::any_of(text,
+                             [&](QChar c) { return (length = c.isSpace() ? 0 : length + 1) > kLongestWord; });
+}
+
+void Wrap(QPlainTextEdit& edit, bool anywhere) {
+  edit.setWordWrapMode(anywhere ? QTextOption::WrapAnywhere : QTextOption::WrapAtWordBoundaryOrAnywhere);
+}
+
 // Pastes and takes by dropping nothing but text: the base class falls over a clipboard that holds nothing at
 // all.
 class TextArea : public QPlainTextEdit {
@@ -37,7 +51,9 @@ class TextArea : public QPlainTextEdit {
 
  protected:
   void insertFromMimeData(const QMimeData* source) override {
-    if (source != nullptr && source->hasText()) QPlainTextEdit::insertFromMimeData(source);
+    if (source == nullptr || !source->hasText()) return;
+    if (HasEndlessWord(source->text())) Wrap(*this, true);
+    QPlainTextEdit::insertFromMimeData(source);
   }
 };
 
@@ -95,6 +111,8 @@ void TextBox::TextEdited() {
   const QString text = Text();
   if (text == last_) return;
   last_ = text;
+  // Not back as long as it may come again by undoing.
+  if (kind_ == MultiLine && HasEndlessWord(text)) Wrap(Lines(*this), true);
   Change();
 }
 
@@ -110,6 +128,8 @@ void TextBox::SetText(const QString& text) {
       Line(*this).setText(ToShownLine(text));
       Line(*this).setCursorPosition(0);
     } else {
+      Lines(*this).clear();
+      Wrap(Lines(*this), HasEndlessWord(text));
       Lines(*this).setPlainText(ToShownLines(text));
     }
   }

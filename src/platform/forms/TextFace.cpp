@@ -32,6 +32,9 @@ constexpr int kWidestInk = 8192;
 // What is shaped at once for measuring. No word is longer; a longer run is measured in pieces, so that a
 // text of any length costs a bounded time a character.
 constexpr qsizetype kLongestPiece = 24;
+// By how many of the face's heights a ligature may be narrower than the beginning of its letters.
+constexpr int kMostJoined = 3;
+constexpr QChar kJoiner = u'\u200D';  // makes one picture of some
 // Longer texts than this run over every surface, and the shaper gets them in parts.
 constexpr qsizetype kLongText = 1000;
 
@@ -81,6 +84,14 @@ struct Piece {
     blank = c == u' ';
   }
 };
+
+// The piece that starts at a place of a text.
+Piece PieceAt(QStringView text, qsizetype start) {
+  Piece piece{start};
+  do piece.Add(text[start + piece.size]);
+  while (start + piece.size < text.size() && piece.Before(text[start + piece.size]) == Piece::kNone);
+  return piece;
+}
 
 // Control characters take no room and leave no ink.
 bool IsControl(QChar c) {
@@ -218,6 +229,17 @@ struct TextFace::Impl {
     return width;
   }
 
+  // A count of first letters of which no fewer reach over the room either: they stay away from its end by
+  // more than a ligature takes away, joined pictures being measured apart.
+  qsizetype SurelyFitting(QStringView letters, double room) {
+    room -= kMostJoined * metrics.height();
+    for (qsizetype count = room > 0 ? letters.size() : 0; count > 1; count /= 2) {
+      QString apart = letters.first(count).toString();
+      if (WidthOf(apart.remove(kJoiner)) < room) return count;
+    }
+    return 0;
+  }
+
   QFont font;
   QFontMetrics metrics;
   int margin;  // pixels around what a text is measured to cover
@@ -261,20 +283,20 @@ int TextFace::Width(QStringView text) const {
 }
 
 // Advances are whole pixels and there is no kerning, so of the pieces before the last one only their widths
-// count; the last is set anew for each character that needs the shaper.
+// count. One that needs the shaper is set anew for each character from where it may no longer fit.
 qsizetype TextFace::Fitting(QStringView text, double width) const {
   qint64 before = 0;
-  qint64 last = 0;
-  Piece piece;
-  for (qsizetype i = 0; i < text.size(); ++i) {
-    if (piece.Before(text[i]) != Piece::kNone) {
-      before += std::exchange(last, 0);
-      piece = {i};
+  for (qsizetype start = 0; start < text.size();) {
+    const Piece piece = PieceAt(text, start);
+    const QStringView letters = text.sliced(start, piece.size);
+    const qsizetype sure = piece.plain ? 0 : impl_->SurelyFitting(letters, width - double(before));
+    qint64 last = sure < piece.size ? 0 : impl_->WidthOf(letters);
+    for (qsizetype i = sure; i < piece.size; ++i) {
+      last = piece.plain ? last + impl_->AdvanceOf(letters[i]) : impl_->WidthOf(letters.first(i + 1));
+      if (before + last >= width) return start + i;
     }
-    piece.Add(text[i]);
-    last =
-        piece.plain ? last + impl_->AdvanceOf(text[i]) : impl_->WidthOf(text.sliced(piece.start, piece.size));
-    if (before + last >= width) return i;
+    before += last;
+    start += piece.size;
   }
   return text.size();
 }
@@ -311,6 +333,7 @@ void TextFace::Draw(QImage& target, int x, int y, QStringView text, Colour colou
   };
   const int end = target.width() + impl_->margin;
   if (!IsPlain(text)) {
+    if (y > target.height() + kWidestInk) return;
     for (; x <= end && !text.isEmpty(); text = text.sliced(std::min(text.size(), kLongText))) {
       const QStringView part = text.first(std::min(text.size(), kLongText));
       const int width = text.size() > kLongText ? Width(part) : 0;

@@ -5,8 +5,11 @@
 
 #include <QFileInfo>
 #include <QtEndian>
+#include <algorithm>
+#include <array>
 #include <cstring>
 
+#include "base/Files.h"
 #include "base/RuntimeError.h"
 
 namespace orv {
@@ -18,6 +21,9 @@ constexpr qsizetype kPageSizeAt = 16;
 constexpr qsizetype kChangeCounterAt = 24;
 constexpr qsizetype kPageCountAt = 28;
 constexpr qsizetype kCountedAtChange = 92;
+// What SQLite puts behind the file's name for that of a journal.
+constexpr std::array<const char*, 2> kJournals{"-journal", "-wal"};
+
 constexpr char kMagic[16] = "SQLite format 3";
 
 [[noreturn]] void Refuse(const QString& cause) {
@@ -51,8 +57,22 @@ void CheckMagic(const QByteArray& header) {
 }  // namespace
 
 bool HasJournal(const QString& path) {
-  return QFileInfo(path + QStringLiteral("-journal")).size() > 0 ||
-         QFileInfo(path + QStringLiteral("-wal")).size() > 0;
+  return std::ranges::any_of(
+      kJournals, [&](const char* end) { return QFileInfo(path + QLatin1String(end)).size() > 0; });
+}
+
+void KeepJournalOf(const QString& path, const QString& new_path) {
+  for (const char* end : kJournals) {
+    const QString journal = path + QLatin1String(end);
+    if (FileExists(journal)) RenameFile(journal, new_path + QLatin1String(end));
+  }
+}
+
+void RemoveJournalOf(const QString& path) {
+  for (const char* end : kJournals) {
+    const QString journal = path + QLatin1String(end);
+    if (FileExists(journal)) RemoveFile(journal);
+  }
 }
 
 void CheckMagic(int descriptor) {

@@ -6,6 +6,7 @@
 #include <unistd.h>
 
 #include <QFile>
+#include <QFileInfo>
 #include <cerrno>
 #include <map>
 #include <mutex>
@@ -75,6 +76,13 @@ std::shared_ptr<LockedFile> LockShared(const QString& path) {
   return Lock(name, identity, LOCK_SH,
               RuntimeError(kErrPermissionDenied,
                            QStringLiteral("Permission denied: another program is compacting the database")));
+}
+
+bool IsOpenHere(const QString& path) {
+  if (!QFileInfo(path).isFile()) return false;
+  const FileIdentity identity = Identify(QFile::encodeName(path));
+  const std::lock_guard one(held_by_one);
+  return !Held()[identity].expired();
 }
 
 ExclusiveFileLock::ExclusiveFileLock(const QString& path) {

@@ -18,6 +18,9 @@ class LockedFile;
 std::shared_ptr<LockedFile> LockShared(const QString& path);
 int DescriptorOf(const LockedFile& file);
 
+// Whether this process has the file open, under whatever name; false without such a file.
+bool IsOpenHere(const QString& path);
+
 // Holds a file alone for its lifetime; connections that this process opens meanwhile are let in.
 class ExclusiveFileLock {
  public:

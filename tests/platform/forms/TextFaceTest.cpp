@@ -112,6 +112,9 @@ TEST(TextFace, WhatFitsIsToldByTheWidthOfEachWholeCandidate) {
       QString::fromUtf16(u"\u0645\u0631\u062D\u0628\u0627 \u0639\u0644\u064A\u0643\u0645 Hero"),
       QString::fromUtf16(u"\U0001F409 eats \U0001F409\U0001F409, \u4E00\u4E01\u200B\u4E02"),
       QString::fromUtf16(u"\u304B\u3099\u0645\r\n\tx\uD55C"),
+      QString::fromUtf16(u"\u0644\u0627\u0644\u0644\u0647 \u0628\u0644\u0627\u0644\u0627\u0644\u0627"),
+      QString::fromUtf16(
+          u"\U0001F468\u200D\U0001F469\u200D\U0001F467\u200D\U0001F466 and \U0001F44D\U0001F3FD"),
       QString(u'a') + QString(40, u'\u0301') + "bc"};
   for (const Font& font :
        {kSmall, Font{"Arial", 14.25, true, false}, {"CasablancaAntique", 14, false, true}}) {

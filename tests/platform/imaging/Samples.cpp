@@ -108,6 +108,12 @@ QByteArray RunLengthBmp(int bits, int width, int height, const QByteArray& codes
   return BmpFile(DibHeader(shape).data + Palette(shape), codes);
 }
 
+QByteArray Turned(QByteArray jpeg) {
+  return jpeg.insert(2, QByteArray("\xff\xe1\0\x22"
+                                   "Exif\0\0II\x2a\0\x8\0\0\0\1\0\x12\1\3\0\1\0\0\0\6\0\0\0\0\0\0\0",
+                                   36));
+}
+
 QRgb JpegColour(const JpegShape& shape, int x, int y) {
   constexpr QRgb kQuarters[] = {0xffff0000, 0xff00ff00, 0xff0000ff, 0xffffffff};
   const QRgb c = kQuarters[(x >= shape.width / 2) + 2 * (y >= shape.height / 2)];

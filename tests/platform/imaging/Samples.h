@@ -58,6 +58,8 @@ struct JpegShape {
 };
 // Four flat quarters: red, green, blue, white; with inks the same; in grey their brightness.
 QByteArray Jpeg(const JpegShape& shape);
+// With the tag that says "rotate by a quarter" in front of everything else.
+QByteArray Turned(QByteArray jpeg);
 QRgb JpegColour(const JpegShape& shape, int x, int y);
 
 struct GifShape {

@@ -1,0 +1,49 @@
+#include <QFile>
+
+#include "imaging/Picture.h"
+#include "output/OutputScene.h"
+#include "output/WriteRecords.h"
+#include "platform/imaging/Samples.h"
+
+namespace orv {
+namespace {
+
+// The most memory that the process had since the last call, in megabytes.
+int PeakMemory() {
+  QFile status(QStringLiteral("/proc/self/status"));
+  int megabytes = 0;
+  if (status.open(QIODevice::ReadOnly)) {
+    for (const QByteArray& line : status.readAll().split('\n')) {
+      if (line.startsWith("VmHWM:")) megabytes = line.mid(6).trimmed().split(' ')[0].toInt() / 1024;
+    }
+  }
+  QFile reset(QStringLiteral("/proc/self/clear_refs"));
+  if (reset.open(QIODevice::WriteOnly)) reset.write("5");
+  return megabytes;
+}
+
+using PictureBudgetTest = OutputScene;
+
+// Two of them are all that a record may have, and the next record's don't lie beside them.
+TEST_F(PictureBudgetTest, HugePicturesOfARecordShareABoundOnMemory) {
+  const QByteArray huge = samples::Jpeg({5600, 5600, false, true});
+  Open(2);
+  for (const int nr : {1, 2}) {
+    const int card = database_.AddLargeCard(set_, nr, QStringLiteral("Huge %1").arg(nr));
+    for (const char* column : {"Picture", "BGPicture", "LargeCardBack"})
+      database_.Store("tblLargeCard", card, column, huge);
+  }
+  database_.SelectSet(set_);
+  PeakMemory();
+  const int before = PeakMemory();
+  WriteRecords(kLargeCards2nd, FormatOfSet(), [](int) {});
+#ifndef __SANITIZE_ADDRESS__
+  EXPECT_LT(PeakMemory() - before, 400);
+#endif
+  ASSERT_EQ(dialogs_.boxes.size(), 2U) << "one a record";
+  EXPECT_TRUE(dialogs_.LastPrompt().contains("481, ")) << dialogs_.LastPrompt().toStdString();
+  EXPECT_EQ(Files().size(), 2);
+}
+
+}  // namespace
+}  // namespace orv
