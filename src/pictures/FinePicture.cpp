@@ -1,10 +1,9 @@
 #include "pictures/FinePicture.h"
 
-#include <QCryptographicHash>
-
 #include "base/RuntimeError.h"
 #include "forms/Playing.h"
 #include "forms/Surface.h"
+#include "pictures/FittedPicture.h"
 #include "state/modData.h"
 
 namespace orv {
@@ -37,13 +36,9 @@ std::optional<Drawing::Fine> OriginalIn(const QByteArray& digest, const Picture&
 
 }  // namespace
 
-QByteArray DigestOfStored(const QByteArray& bytes) {
-  return QCryptographicHash::hash(bytes, QCryptographicHash::Sha256).toHex();
-}
-
 Picture WithOriginal(const Picture& picture, const QByteArray& bytes) {
   if (picture.IsEmpty() || !KeepDrawings::Asked()) return picture;
-  const QByteArray digest = DigestOfStored(bytes);
+  const QByteArray digest = DigestOf(bytes);
   std::optional<Drawing::Fine> fine = OriginalIn(digest, picture);
   if (!fine && FinerPictures) fine = FinerPictures(digest, picture);
   return fine ? WithFiner(*std::move(fine)) : picture;

@@ -8,9 +8,6 @@
 
 namespace orv {
 
-// The SHA-256 of a stored picture's bytes in hexadecimal digits, by which its original is known.
-QByteArray DigestOfStored(const QByteArray& bytes);
-
 // A stored picture that says, as its drawing, of which finer one it was made: of an original in the database
 // that belongs to these very bytes, or of one that is told of in FinerPictures. The picture itself where
 // there is none, or where no drawings are kept. The original is read when it is drawn, and let go again.

@@ -10,6 +10,7 @@
 #include "artwork/Draw.h"
 #include "builtin/BuiltIn.h"
 #include "pictures/FinePicture.h"
+#include "pictures/FittedPicture.h"
 
 // A static library's resources are not registered by themselves, and the macro wants no namespace.
 static void RegisterScripts() {
@@ -34,7 +35,7 @@ class Artwork {
       const qsizetype gap = line.indexOf(' ');
       if (gap > 0) names_[line.left(gap)] = QString::fromUtf8(line.mid(gap + 1));
     }
-    names_[DigestOfStored(builtin::CharacterSheet())] = QStringLiteral("CharacterSheet");
+    names_[DigestOf(builtin::CharacterSheet())] = QStringLiteral("CharacterSheet");
   }
 
   std::optional<Drawing::Fine> Find(const QByteArray& digest, const Picture& picture) {
