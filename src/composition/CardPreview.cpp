@@ -65,20 +65,20 @@ void CardPreview::Reset() {
 
 void CardPreview::DrawCard() {
   Recordset& card = modData::rsCard;
-  DrawInSteps({&picImage, &picCard, &picBack},
-              {
-                  [&] { lblTitle.SetCaption(card["Title"].TextOrEmpty()); },
-                  [&] { FindByKey(modData::rsCardType, "CardTypeID", card["CardTypeID"].Int32Or(0)); },
-                  [&] { DrawType(); },
-                  [&] { DrawTexts(); },
-                  [&] { DrawFrame(); },
-                  [&] { LoadPictureFromField(picImage, card["Picture"]); },
-                  [&] { PlacePicture(); },
-                  [&] { DrawBackground(); },
-                  [&] { FindByKey(modData::rsCardBack, "CardBackID", card["CardBackID"].Int32Or(0)); },
-                  [&] { DrawBack(); },
-                  [&] { PlaceSymbol(picSymbol, picCard, -1, 2); },
-              });
+  LetGoOfLargePictures({&picImage, &picCard, &picBack});
+  DrawInSteps({
+      [&] { lblTitle.SetCaption(card["Title"].TextOrEmpty()); },
+      [&] { FindByKey(modData::rsCardType, "CardTypeID", card["CardTypeID"].Int32Or(0)); },
+      [&] { DrawType(); },
+      [&] { DrawTexts(); },
+      [&] { DrawFrame(); },
+      [&] { LoadPictureFromField(picImage, card["Picture"]); },
+      [&] { PlacePicture(); },
+      [&] { DrawBackground(); },
+      [&] { FindByKey(modData::rsCardBack, "CardBackID", card["CardBackID"].Int32Or(0)); },
+      [&] { DrawBack(); },
+      [&] { PlaceSymbol(picSymbol, picCard, -1, 2); },
+  });
 }
 
 void CardPreview::DrawType() {

@@ -143,22 +143,21 @@ void CharacterPreview::Reset() {
 }
 
 void CharacterPreview::DrawCharacter() {
-  DrawInSteps(
-      {&picImageCharacter, &picBackgroundChar, &picCharacterBack, &picPlayingPieceImage},
-      {
-          [&] { DrawTexts(); },
-          [&] { DrawAttributes(); },
-          [&] { DrawFrame(); },
-          [&] { ShowPictureCharacter(); },
-          [&] { DrawPicture(); },
-          [&] {
-            picCharacter.SetPicture(WithOriginal(picOriginalCharacterBackground, builtin::CharacterSheet()));
-          },
-          [&] { DrawBackground(); },
-          [&] { DrawBack(); },
-          [&] { DrawPiece(); },
-          [&] { PlaceSymbol(picSymbolCharacter, picCharacter, 29, 29); },
-      });
+  LetGoOfLargePictures({&picImageCharacter, &picBackgroundChar, &picCharacterBack, &picPlayingPieceImage});
+  DrawInSteps({
+      [&] { DrawTexts(); },
+      [&] { DrawAttributes(); },
+      [&] { DrawFrame(); },
+      [&] { ShowPictureCharacter(); },
+      [&] { DrawPicture(); },
+      [&] {
+        picCharacter.SetPicture(WithOriginal(picOriginalCharacterBackground, builtin::CharacterSheet()));
+      },
+      [&] { DrawBackground(); },
+      [&] { DrawBack(); },
+      [&] { DrawPiece(); },
+      [&] { PlaceSymbol(picSymbolCharacter, picCharacter, 29, 29); },
+  });
 }
 
 void CharacterPreview::DrawTexts() {

@@ -48,16 +48,16 @@ void LargeCardPreview::Reset() {
 
 void LargeCardPreview::DrawLargeCard() {
   Recordset& card = modData::rsLargeCard;
-  DrawInSteps({&picImageLarge, &picCardLarge, &picBackLarge},
-              {
-                  [&] { DrawTexts(); },
-                  [&] { DrawFrame(); },
-                  [&] { LoadPictureFromField(picImageLarge, card["Picture"]); },
-                  [&] { PlacePicture(); },
-                  [&] { DrawBackground(); },
-                  [&] { LoadPictureFromField(picBackLarge, card["LargeCardBack"]); },
-                  [&] { PlaceSymbol(picSymbolLarge, picCardLarge, 2, 2); },
-              });
+  LetGoOfLargePictures({&picImageLarge, &picCardLarge, &picBackLarge});
+  DrawInSteps({
+      [&] { DrawTexts(); },
+      [&] { DrawFrame(); },
+      [&] { LoadPictureFromField(picImageLarge, card["Picture"]); },
+      [&] { PlacePicture(); },
+      [&] { DrawBackground(); },
+      [&] { LoadPictureFromField(picBackLarge, card["LargeCardBack"]); },
+      [&] { PlaceSymbol(picSymbolLarge, picCardLarge, 2, 2); },
+  });
 }
 
 void LargeCardPreview::DrawTexts() {

@@ -36,12 +36,14 @@ void DesignWatermark(Label& label, const PixelRect& rect) {
   label.SetForeColor(0xC0C0C0);
 }
 
-void DrawInSteps(std::initializer_list<Surface*> pictures,
-                 std::initializer_list<std::function<void()>> steps) {
-  for (Surface* const surface : pictures) {
+void LetGoOfLargePictures(std::initializer_list<Surface*> surfaces) {
+  for (Surface* const surface : surfaces) {
     const Picture former = surface->Picture();
     if (std::int64_t{former.Width()} * former.Height() > kLargePixels) surface->SetPicture(LoadPicture());
   }
+}
+
+void DrawInSteps(std::initializer_list<std::function<void()>> steps) {
   const PictureBudget budget;
   for (const auto& step : steps) {
     try {

@@ -21,11 +21,12 @@ void DesignLabel(Label& label, const PixelRect& rect, const Font& font, Alignmen
 void DesignWatermark(Label& label, const PixelRect& rect);
 
 // Runs the steps of a draw operation in turn. A missing file or path (errors 53 and 76) leaves its box as
-// it was, and the next step follows; any other error is told in a box and ends the drawing half done. Large
-// pictures of the former record on the surfaces given are let go of first: those of two records would take
-// too much memory together.
-void DrawInSteps(std::initializer_list<Surface*> pictures,
-                 std::initializer_list<std::function<void()>> steps);
+// it was, and the next step follows; any other error is told in a box and ends the drawing half done.
+void DrawInSteps(std::initializer_list<std::function<void()>> steps);
+
+// Takes large pictures of the former record from its surfaces before another is drawn: those of two records
+// would take too much memory together.
+void LetGoOfLargePictures(std::initializer_list<Surface*> surfaces);
 
 // The symbol of the current set, which knows of its original where drawings are kept.
 Picture SymbolOfSet();

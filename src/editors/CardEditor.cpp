@@ -181,11 +181,11 @@ void CardEditor::cboCardBack_Click() {
   if (Loading || cboCardBack.ListIndex() < 0) return;
   const std::int32_t back = ChosenItemData(cboCardBack);
   if (!Write("CardBackID", back)) return;
-  DrawInSteps({}, {[&] {
-                if (FindRow(modData::rsCardBack, "CardBackID", back)) {
-                  LoadPictureFromField(preview_.picBack, modData::rsCardBack["Picture"]);
-                }
-              }});
+  DrawInSteps({[&] {
+    if (FindRow(modData::rsCardBack, "CardBackID", back)) {
+      LoadPictureFromField(preview_.picBack, modData::rsCardBack["Picture"]);
+    }
+  }});
 }
 
 void CardEditor::chkShowPicture_Click() {
@@ -236,8 +236,8 @@ void CardEditor::txtBold_Change() {
 void CardEditor::txtArtist_Change() {
   if (Loading) return;
   if (!Write("Artist", txtArtist.Text())) return;
-  DrawInSteps({}, {[&] { LoadPictureFromField(preview_.picCard, modData::rsCard["Background"]); },
-                   [&] { RedrawArtist(); }});
+  DrawInSteps({[&] { LoadPictureFromField(preview_.picCard, modData::rsCard["Background"]); },
+               [&] { RedrawArtist(); }});
 }
 
 void CardEditor::RedrawArtist() {
@@ -272,7 +272,7 @@ void CardEditor::cmdLastBackPic_Click() {
   if (LastBackPic.isEmpty() || !Record().Hold()) return;
   ReadFileToField(LastBackPic, Record()["Background"]);
   Record().Update();
-  DrawInSteps({}, {[&] { preview_.picCard.SetPicture(LoadPicture(LastBackPic)); }, [&] { RedrawArtist(); }});
+  DrawInSteps({[&] { preview_.picCard.SetPicture(LoadPicture(LastBackPic)); }, [&] { RedrawArtist(); }});
 }
 
 void CardEditor::cmdDelBackPic_Click() {

@@ -166,7 +166,7 @@ void Character2ndForm::cboCharAttr_Change(int Index) {
 void Character2ndForm::cboCharacterCardback_Click() {
   if (Loading || cboCharacterCardback.ListIndex() < 0) return;
   if (!Write("CharacterBackID", ChosenItemData(cboCharacterCardback))) return;
-  DrawInSteps({}, {[&] { preview_.DrawBack(); }});
+  DrawInSteps({[&] { preview_.DrawBack(); }});
 }
 
 void Character2ndForm::chkShowPictureCharacter_Click() {

@@ -38,7 +38,7 @@
 #include "shell/Main.h"
 #include "shell/frmMaster.h"
 #include "state/Product.h"
-#include "state/modData.h"
+#include "support/SharedState.h"
 
 namespace orv {
 namespace {
@@ -318,7 +318,7 @@ int Walk(const QCommandLineParser& options) {
     for (int i = 0; i < 100; ++i) user.Act();
     if (done == before || !frmMaster.IsLoaded() || !frmMaster->IsShown()) {
       // The user has ended the program and starts it anew.
-      modData::cn = Connection();
+      ClearSharedState();
       if (!Main()) {
         TellActions();
         return 1;

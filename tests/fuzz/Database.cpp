@@ -14,6 +14,7 @@
 #include "output/WriteRecords.h"
 #include "state/Product.h"
 #include "state/modData.h"
+#include "support/SharedState.h"
 
 namespace orv {
 namespace {
@@ -65,14 +66,7 @@ void WriteSet(std::int16_t key, const QString& folder) {
 
 void Forget() {
   UnloadAll();
-  for (Recordset* rows :
-       {&modData::rsSet, &modData::rsCard, &modData::rsCharacter, &modData::rsLargeCard, &modData::rsCardType,
-        &modData::rsCardBack, &modData::rsCharacterBack, &modData::rsArea, &modData::rsAlignment}) {
-    *rows = Recordset();
-  }
-  modData::SetSymbol = Picture();
-  modData::cn = Connection();
-  modData::DatabaseFound = false;
+  ClearSharedState();
 }
 
 void OpenAndCompose(const QByteArray& bytes) {

@@ -16,6 +16,7 @@
 #include "forms/Surface.h"
 #include "schema/Schema.h"
 #include "state/modData.h"
+#include "support/SharedState.h"
 
 namespace orv {
 namespace {
@@ -49,18 +50,6 @@ void Make(const QString& path, const QByteArray& statements) {
   sqlite3_close(database);
 }
 
-void ClearState() {
-  for (Recordset* rows :
-       {&modData::rsSet, &modData::rsCard, &modData::rsCharacter, &modData::rsLargeCard, &modData::rsCardType,
-        &modData::rsCardBack, &modData::rsCharacterBack, &modData::rsArea, &modData::rsAlignment}) {
-    *rows = Recordset();
-  }
-  modData::CurrentSetID = modData::CurrentEditionID = modData::CurrentLanguageID = 0;
-  modData::SetSymbol = Picture();
-  modData::cn = Connection();
-  modData::DatabaseFound = false;
-}
-
 }  // namespace
 
 TestDatabase::TestDatabase(Age age) {
@@ -86,7 +75,7 @@ TestDatabase::TestDatabase(Age age) {
 
 TestDatabase::~TestDatabase() {
   UnloadAll();
-  ClearState();
+  ClearSharedState();
   App::SetPath(QString());
 }
 
