@@ -8,6 +8,7 @@
 #include "composition/CardPreview.h"
 #include "database/CurrentSet.h"
 #include "output/WriteRecords.h"
+#include "print/Artwork.h"
 #include "records/Integrity.h"
 #include "schema/Schema.h"
 #include "state/modData.h"
@@ -35,7 +36,10 @@ bool IsWanted(const OutputKind& kind, const BatchOptions& options) {
 
 void WriteSet(const BatchOptions& options) {
   std::optional<KeepDrawings> keep;
-  if (options.scale > 1) keep.emplace();
+  if (options.scale > 1) {
+    DrawArtworkAnew();
+    keep.emplace();
+  }
   SheetFormat format = options.format != nullptr ? FormatOf(*options.format) : FormatOfSet();
   format.times = options.scale;
   for (const OutputKind* kind : OutputKinds()) {

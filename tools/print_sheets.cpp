@@ -23,7 +23,15 @@ int Print(const PrintCommand& command) {
   for (const QString& line : findings) command.file.isEmpty() ? Tell(line) : Complain(line);
   if (command.file.isEmpty()) return 0;
   const PrintOutcome outcome = PrintSheets(command.options, command.file, GoOn);
+  if (outcome.sheets == 0) {
+    Tell(QStringLiteral("No card has changed since its last sheet: nothing is written."));
+    return 0;
+  }
   Tell(QStringLiteral("%1: %2 cards on %3 sheets").arg(command.file).arg(outcome.cards).arg(outcome.sheets));
+  if (outcome.unchanged > 0) Tell(QStringLiteral("%1 unchanged").arg(outcome.unchanged));
+  if (!outcome.forgotten.isEmpty()) {
+    Complain(QStringLiteral("What changes from now on can't be told: ") + outcome.forgotten);
+  }
   return outcome.not_drawn.isEmpty() ? 0 : kFailureTold;
 }
 

@@ -51,8 +51,9 @@ void Fill(const QString& path, const QString& content_folder, const Gallery& gal
 
 }  // namespace
 
-void BuildDatabase(const QString& path, const QString& content_folder) {
+void BuildDatabase(const QString& path, const QString& content_folder, const QString& digests) {
   const Gallery gallery(JoinPath(content_folder, "art"), FramedPictures(JoinPath(content_folder, "sets")));
+  if (!digests.isEmpty()) ReplaceFile(digests, gallery.Digests());
   ReplaceFile(path, [&](const QString& temporary) {
     MakeDatabase(temporary, schema::Script());
     struct Closer {

@@ -1,5 +1,6 @@
 #include "filling/Gallery.h"
 
+#include <QCryptographicHash>
 #include <atomic>
 #include <future>
 #include <stdexcept>
@@ -42,6 +43,15 @@ Gallery::Gallery(const QString& script_folder, const QSet<QString>& enlarged) {
   }
   for (auto& worker : workers) worker.get();
   for (const Task& task : tasks) (task.scale == 1 ? files_ : enlarged_)[task.name] = task.drawn;
+}
+
+QByteArray Gallery::Digests() const {
+  QByteArray lines;
+  for (auto file = files_.begin(); file != files_.end(); ++file) {
+    const QByteArray digest = QCryptographicHash::hash(file.value(), QCryptographicHash::Sha256);
+    lines += digest.toHex() + ' ' + file.key().toUtf8() + '\n';
+  }
+  return lines;
 }
 
 QByteArray Gallery::Find(const Files& files, const QString& picture) {

@@ -20,6 +20,9 @@ class Gallery {
   QByteArray Bytes(const QString& picture) const { return Find(files_, picture); }
   QByteArray Enlarged(const QString& picture) const { return Find(enlarged_, picture); }
 
+  // A line for each picture: the SHA-256 of its file in hexadecimal digits, and its name.
+  QByteArray Digests() const;
+
  private:
   using Files = QMap<QString, QByteArray>;
   static QByteArray Find(const Files& files, const QString& picture);

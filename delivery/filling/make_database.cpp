@@ -1,4 +1,5 @@
-// Makes the delivered database: make_database <path> [--if-missing]. It never replaces a file.
+// Makes the delivered database: make_database <path> [--if-missing] [--digests=<path>]. It never replaces a
+// database. The digests tell which stored picture is of which drawing script.
 #include <QCoreApplication>
 #include <cstdio>
 #include <exception>
@@ -20,15 +21,18 @@ int main(int argc, char** argv) {
   QCoreApplication app(argc, argv);
   QStringList arguments = QCoreApplication::arguments().mid(1);
   const bool if_missing = arguments.removeAll("--if-missing") > 0;
+  const QString option = QStringLiteral("--digests=");
+  const QString digests = arguments.filter(option).value(0);
+  arguments.removeAll(digests);
   if (arguments.size() != 1 || arguments[0].startsWith("--")) {
-    std::fputs("usage: make_database <path> [--if-missing]\n", stderr);
+    std::fputs("usage: make_database <path> [--if-missing] [--digests=<path>]\n", stderr);
     return 2;
   }
   if (orv::FileExists(arguments[0])) {
     return if_missing ? 0 : Fail("the file is there already, and a database is never replaced");
   }
   try {
-    orv::delivery::BuildDatabase(arguments[0], ORV_CONTENT_DIR);
+    orv::delivery::BuildDatabase(arguments[0], ORV_CONTENT_DIR, digests.mid(option.size()));
   } catch (const orv::RuntimeError& error) {
     return Fail(qPrintable(error.NumberAndDescription()));
   } catch (const std::exception& error) {

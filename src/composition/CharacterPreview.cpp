@@ -6,6 +6,7 @@
 #include "composition/modRotatePic.h"
 #include "database/ListHelpers.h"
 #include "database/ReferenceLists.h"
+#include "pictures/FinePicture.h"
 #include "pictures/modPicture.h"
 #include "state/modData.h"
 
@@ -149,7 +150,9 @@ void CharacterPreview::DrawCharacter() {
       [&] { DrawFrame(); },
       [&] { ShowPictureCharacter(); },
       [&] { DrawPicture(); },
-      [&] { picCharacter.SetPicture(picOriginalCharacterBackground); },
+      [&] {
+        picCharacter.SetPicture(WithOriginal(picOriginalCharacterBackground, builtin::CharacterSheet()));
+      },
       [&] { DrawBackground(); },
       [&] { DrawBack(); },
       [&] { DrawPiece(); },

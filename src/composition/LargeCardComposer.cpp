@@ -1,4 +1,5 @@
 #include "composition/LargeCardPreview.h"
+#include "composition/PreviewDrawing.h"
 #include "composition/WrapText.h"
 #include "composition/frmCard.h"
 #include "composition/inner/Composing.h"
@@ -41,7 +42,7 @@ class LargeCardComposer {
   // The symbol of the set itself, at the place that it has in the preview.
   void PaintSymbol() {
     if (!set_["UseSymbol"].BoolOrFalse()) return;
-    target_.PaintPicture(modData::SetSymbol, preview_.picSymbolLarge.Left(), preview_.picSymbolLarge.Top());
+    target_.PaintPicture(SymbolOfSet(), preview_.picSymbolLarge.Left(), preview_.picSymbolLarge.Top());
   }
 
   // Each line is centred by itself; the box's height reserves no room.

@@ -4,6 +4,7 @@
 
 #include "base/RuntimeError.h"
 #include "forms/Dialogs.h"
+#include "pictures/FinePicture.h"
 #include "pictures/PictureBudget.h"
 #include "state/Product.h"
 #include "state/modData.h"
@@ -56,11 +57,16 @@ void DrawInSteps(std::initializer_list<std::function<void()>> steps) {
   }
 }
 
+Picture SymbolOfSet() {
+  if (!KeepDrawings::Asked()) return modData::SetSymbol;
+  return WithOriginal(modData::SetSymbol, modData::rsSet["Symbol"].Bytes());
+}
+
 void PlaceSymbol(Surface& symbol, const Surface& card, int right, int bottom) {
   const bool use = modData::rsSet["UseSymbol"].BoolOrFalse();
   symbol.SetVisible(use);
   if (!use) return;
-  symbol.SetPicture(modData::SetSymbol);
+  symbol.SetPicture(SymbolOfSet());
   symbol.SetTop(card.Height() - symbol.Height() - bottom);
   symbol.SetLeft(right < 0 ? 0 : card.Width() - symbol.Width() - right);
 }

@@ -28,6 +28,9 @@ void DrawInSteps(std::initializer_list<std::function<void()>> steps);
 // would take too much memory together.
 void LetGoOfLargePictures(std::initializer_list<Surface*> surfaces);
 
+// The symbol of the current set, which knows of its original where drawings are kept.
+Picture SymbolOfSet();
+
 // Shows the symbol of the current set, if it uses one, in a corner of the card: `right` and `bottom` are
 // the distances to the outer edges in pixels; a negative `right` stands for the left edge.
 void PlaceSymbol(Surface& symbol, const Surface& card, int right, int bottom);

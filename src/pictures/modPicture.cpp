@@ -6,6 +6,7 @@
 #include "base/Quietly.h"
 #include "base/Rounding.h"
 #include "base/RuntimeError.h"
+#include "pictures/FinePicture.h"
 #include "pictures/PictureBudget.h"
 #include "pictures/PicturesAhead.h"
 
@@ -21,7 +22,7 @@ void LoadPictureFromField(Surface& surface, const Field& field) {
   if (bytes.isEmpty()) return surface.SetPicture(LoadPicture());
   const Picture picture = PicturesAhead::Load(bytes, PictureBudget::PixelsLeft());
   PictureBudget::Spend(std::int64_t{picture.Width()} * picture.Height());
-  surface.SetPicture(picture);
+  surface.SetPicture(WithOriginal(picture, bytes));
 }
 
 Value ReadFileToField(const QString& path, const Field& field) {

@@ -12,7 +12,8 @@
 // it; nothing is converted.
 namespace orv {
 
-// Shows a stored picture on a surface, decoded from memory; a field without bytes empties it.
+// Shows a stored picture on a surface, decoded from memory; a field without bytes empties it. Where drawings
+// are kept, the picture knows of its original.
 // RuntimeError 481 for bytes that are no picture.
 void LoadPictureFromField(Surface& surface, const Field& field);
 

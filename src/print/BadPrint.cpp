@@ -38,7 +38,7 @@ class Finder {
     } else if (&kind_ == &kSheetOfLargeCard) {
       LargeTexts();
     } else {
-      CardTexts(CardPreviewOf(kind_.kind_code == kSheetOfCard2nd.kind_code ? 2 : 3));
+      CardTexts(CardPreviewOf(Edition()));
     }
     Edge();
     return findings_;
@@ -48,10 +48,10 @@ class Finder {
   void Pictures() {
     const Recordset& record = kind_.record;
     if (&kind_ == &kSheetOfPiece) {
-      Picture(record["PlayingPiece"], true);
+      CheckPicture(record["PlayingPiece"], TheCharacterPreview().picPlayingPieceImage);
       return;
     }
-    Picture(record["Picture"], record["UsePicture"].BoolOrFalse());
+    if (record["UsePicture"].BoolOrFalse()) CheckPicture(record["Picture"], Image());
     if (&kind_ == &kSheetOfLargeCard) {
       if (record["LargeCardBack"].IsNull()) Add("the back is empty");
     } else if (&kind_ == &kSheetOfCharacter) {
@@ -63,12 +63,19 @@ class Finder {
     }
   }
 
-  void Picture(const Field& picture, bool shown) {
-    if (!shown) return;
-    const double dots = kMmPerInch / scale_;  // a stored picture is shown dot for dot
-    if (picture.IsNull()) {
-      Add("the picture is empty");
-    } else if (dots < kFewDots) {
+  const Surface& Image() const {
+    if (&kind_ == &kSheetOfCharacter) return TheCharacterPreview().picImageCharacter;
+    if (&kind_ == &kSheetOfLargeCard) return TheLargeCardPreview().picImageLarge;
+    return CardPreviewOf(Edition()).picImage;
+  }
+  int Edition() const { return kind_.kind_code == kSheetOfCard2nd.kind_code ? 2 : 3; }
+
+  void CheckPicture(const Field& picture, const Surface& image) {
+    if (picture.IsNull()) return Add("the picture is empty");
+    if (!card_.failure.isEmpty()) return;
+    // A stored picture is shown dot for dot.
+    const double dots = kMmPerInch / scale_ * FinenessOf(image.Picture());
+    if (dots < kFewDots) {
       findings_.append(QStringLiteral("the picture has %1 dots an inch").arg(dots, 0, 'f', 0));
     }
   }

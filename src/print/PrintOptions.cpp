@@ -100,7 +100,7 @@ const std::vector<Row>& Rows() {
       {{"back-right", "Backs to the &right (mm):", "MM", "Shifts the backs to the right, -20 to 20."},
        "0",
        Length(&O::back_right, -20, 20)},
-      {{"back-down", "Backs do&wn (mm):", "MM", "Shifts the backs down, -20 to 20."},
+      {{"back-down", "Backs d&own (mm):", "MM", "Shifts the backs down, -20 to 20."},
        "0",
        Length(&O::back_down, -20, 20)},
       {{"cuts", "&Cut lines:", "LINES", "None, Marks in the margins, or Hairlines.", kCuts},
@@ -111,6 +111,10 @@ const std::vector<Row>& Rows() {
        OneOf(&O::ruler, kNoOrYes)},
       {{"kinds", "K&inds:", "KINDS", "Some of cards,characters,pieces,large; empty for all."}, "", TakeKinds},
       {{"numbers", "&Numbers:", "NUMBERS", "Of the records, such as 1-5,9; empty for all."}, "", TakeNumbers},
+      {{"changed", "C&hanged only:", "", "Only cards that look other than on the last sheet that you wrote.",
+        kNoOrYes},
+       "No",
+       OneOf(&O::changed, kNoOrYes)},
   };
   return rows;
 }

@@ -26,6 +26,7 @@ struct PrintOptions {
   bool ruler = true;
   QStringList kinds;                         // of kPrintKinds; none stands for all
   std::vector<std::pair<int, int>> numbers;  // from, to; none stands for all
+  bool changed = false;                      // only what looks other than on the user's last sheet of it
 
   bool Wants(const QString& kind) const { return kinds.isEmpty() || kinds.contains(kind); }
   bool WantsNumber(int number) const;
@@ -37,7 +38,7 @@ inline constexpr const char* kPrintKinds[] = {"cards", "characters", "pieces", "
 struct PrintOption {
   const char* name;
   const char* label;
-  const char* placeholder;
+  const char* placeholder;  // empty for one that is set by being named, to Yes
   const char* help;
   QStringList choices = {};  // none for free text
 };

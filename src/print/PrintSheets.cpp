@@ -7,6 +7,7 @@
 #include "base/Files.h"
 #include "base/RuntimeError.h"
 #include "forms/PageWriter.h"
+#include "print/inner/PrintedBefore.h"
 #include "print/inner/PrintedCards.h"
 #include "print/inner/SheetLayout.h"
 #include "state/modData.h"
@@ -24,7 +25,8 @@ constexpr double kRulerLength = 100;
 constexpr double kRulerLeft = 10;
 constexpr double kFooterText = 3;  // height of a line
 
-struct Stopped {};
+// Ends the writing of a file that is not to be.
+struct NoFile {};
 
 // Fills sheets with cards, of one size a sheet, and writes each as soon as it is full.
 class SheetFiller {
@@ -70,7 +72,7 @@ class SheetFiller {
     for (int i = 0; i < static_cast<int>(cards_.size()); ++i) {
       DrawCard(cards_[i], PlaceOf(cards_[i]), layout_.Front(i), false);
     }
-    if (options_.paper == Paper::Card) return;
+    if (options_.paper == Paper::Card) return TellCut();
     DrawCuts();
     if (options_.ruler) DrawRuler();
   }
@@ -82,6 +84,13 @@ class SheetFiller {
         DrawCard(cards_[i], cards_[i].back, layout_.Back(i), !layout_.mirrored_across);
       }
     }
+    if (options_.paper == Paper::Card) TellCut();
+  }
+
+  // The same for both sides: a shift makes up for the printer's.
+  void TellCut() {
+    const SheetLayout::Point at = layout_.Front(0);
+    pages_.Cut({at.x, at.y, layout_.card_width, layout_.card_height, options_.bleed});
   }
 
   void DrawCard(const PrintedCard& card, const QRect& part, SheetLayout::Point at, bool turned) {
@@ -163,32 +172,48 @@ void DrawGrid(PageWriter& pages, const SheetLayout& layout, double right, double
   }
 }
 
+void Remember(const PrintedBefore& printed, PrintOutcome& outcome) {
+  try {
+    printed.Keep();
+  } catch (const RuntimeError& error) {
+    outcome.forgotten = error.NumberAndDescription();
+  }
+}
+
 }  // namespace
 
 PrintOutcome PrintSheets(const PrintOptions& options, const QString& path, const PrintProgress& progress) {
   const int all = CountPrintedCards(options);
   if (all == 0) throw RuntimeError(kErrInvalidCall, QStringLiteral("There is nothing to print."));
   PrintOutcome outcome;
+  PrintedBefore printed;
   const auto write = [&](const QString& temporary) {
     PageWriter pages(temporary, modData::rsSet["SetName"].TextOrEmpty());
     SheetFiller filler(options, pages, outcome);
     int done = 0;
     ForEachPrintedCard(options, [&](const PrintedCard& card) {
-      filler.Add(card);
+      if (options.changed && printed.Knows(card)) {
+        ++outcome.unchanged;
+      } else {
+        filler.Add(card);
+        if (card.copies > 0) printed.Take(card);
+      }
       outcome.stopped = !progress(++done, all);
       return !outcome.stopped;
     });
-    if (outcome.stopped) throw Stopped();
+    if (outcome.stopped) throw NoFile();
     filler.EndSheet();
+    if (outcome.sheets == 0 && outcome.unchanged > 0) throw NoFile();
     if (outcome.sheets == 0)
       throw RuntimeError(kErrInvalidCall, QStringLiteral("No card has a copy to print."));
     pages.Finish();
   };
   try {
     ReplaceFile(path, write);
-  } catch (const Stopped&) {
-    outcome.stopped = true;
+  } catch (const NoFile&) {
+    return outcome;
   }
+  Remember(printed, outcome);
   return outcome;
 }
 
@@ -196,7 +221,9 @@ QStringList CheckSheets(const PrintOptions& options, const PrintProgress& progre
   const int all = CountPrintedCards(options);
   int done = 0;
   QStringList lines;
+  const PrintedBefore printed;
   ForEachPrintedCard(options, [&](const PrintedCard& card) {
+    if (options.changed && printed.Knows(card)) return progress(++done, all);
     if (!card.failure.isEmpty()) {
       lines.append(card.record + QStringLiteral(": can't be drawn: ") + card.failure);
     }

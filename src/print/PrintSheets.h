@@ -11,7 +11,9 @@ namespace orv {
 struct PrintOutcome {
   bool stopped = false;
   int cards = 0, sheets = 0;  // cards with their copies, sheets of paper
+  int unchanged = 0;          // records left out for that
   QStringList not_drawn;      // the records whose places are crossed out
+  QString forgotten;          // why what is printed now can't be told from later changes; mostly empty
 };
 
 // Told how many of all records are done; false stops.
@@ -19,7 +21,8 @@ using PrintProgress = std::function<bool(int done, int all)>;
 
 // Writes the wanted records of the current set to a PDF file, which is whole or not there; an older one of
 // the name stays until then, and for good after a stop. RuntimeError if it can't be written, if a card
-// doesn't fit on the paper, or if there is nothing to print.
+// doesn't fit on the paper, or if there is nothing to print. Where all is unchanged, nothing is written and
+// sheets is 0. How each record looked is remembered for the user.
 PrintOutcome PrintSheets(const PrintOptions& options, const QString& path, const PrintProgress& progress);
 
 // What print would show badly: lines of record and cause.

@@ -11,6 +11,7 @@
 #include "output/Saving.h"
 #include "pictures/PicturesAhead.h"
 #include "pictures/frmClip.h"
+#include "print/Artwork.h"
 #include "print/inner/BadPrint.h"
 #include "state/modData.h"
 
@@ -39,11 +40,14 @@ class Boxes : public DialogResponder {
   QString told_;
 };
 
+QString KeyOf(const char* table) {
+  return QLatin1String(table).mid(3) + QStringLiteral("ID");
+}
+
 // Puts a recordset back on the row on which it stood.
 class PlaceKeeper {
  public:
-  PlaceKeeper(Recordset& rows, const char* table)
-      : rows_(rows), key_(QLatin1String(table).mid(3) + QStringLiteral("ID")) {
+  PlaceKeeper(Recordset& rows, const char* table) : rows_(rows), key_(KeyOf(table)) {
     if (!rows.IsBOF() && !rows.IsEOF()) value_ = rows[key_].Int32();
   }
   ~PlaceKeeper() {
@@ -123,6 +127,8 @@ PrintedCard CardOf(const Pass& pass, const PrintOptions& options, PicturesAhead&
   card.record =
       QStringLiteral("%1 %2 %3")
           .arg(QLatin1String(pass.sheet.kind_code), record["Nr"].TextOrEmpty(), record[name].TextOrEmpty());
+  card.key = QStringLiteral("%1 %2").arg(QLatin1String(pass.sheet.kind_code),
+                                         record[KeyOf(pass.kind.table)].TextOrEmpty());
   if (pass.has_copies) card.copies = std::clamp(record["Copies"].Int32Or(1), 0, kMostCopies);
   const QRect second = Inside(pass.sheet.second_outline);
   card.front = Inside(pass.sheet.first_outline);
@@ -175,6 +181,7 @@ int CountPrintedCards(const PrintOptions& options) {
 }
 
 void ForEachPrintedCard(const PrintOptions& options, const std::function<bool(const PrintedCard&)>& take) {
+  DrawArtworkAnew();
   const KeepDrawings keep;
   PicturesAhead ahead;
   for (const Pass& pass : PassesFor(options)) {

@@ -17,7 +17,7 @@ const QString kSection = QStringLiteral("Print");
 // The chosen path; empty after Cancel.
 QString AskForFile(const QString& name) {
   CommonDialog dialog;
-  dialog.DialogTitle = kTitle;
+  dialog.DialogTitle = QStringLiteral("Save sheets as");
   dialog.FileName = name + QStringLiteral(".pdf");
   dialog.Filter = QStringLiteral("All files(*.*)|*.*|PDF file (*.pdf)|*.pdf");
   dialog.DefaultExt = QStringLiteral("pdf");
@@ -40,19 +40,29 @@ void PrintForm::Field::SetText(const QString& value) {
 
 PrintForm::PrintForm()
     : Form(FormKind::Dialog),
+      fields(MakeFields()),
       lblHint(*this),
-      lblFindings(*this, QStringLiteral("Print would show &badly:")),
+      lblFindings(*this, QStringLiteral("Print would show bad&ly:")),
       txtFindings(*this, TextBox::MultiLine),
       lblProgress(*this),
-      cmdCheck(*this, QStringLiteral("Check")),
-      cmdTestSheet(*this, QStringLiteral("Test sheet...")),
-      cmdPrint(*this, QStringLiteral("Print to file...")),
+      cmdCheck(*this, QStringLiteral("Ch&eck")),
+      cmdTestSheet(*this, QStringLiteral("&Test sheet...")),
+      cmdPrint(*this, QStringLiteral("Print to &file...")),
       cmdDone(*this, QStringLiteral("Done")) {
   SetCaption(kTitle);
+  Arrange();
+  cmdCheck.Click = [this] { Run([this](const PrintOptions& options) { Check(options); }); };
+  cmdTestSheet.Click = [this] { cmdTestSheet_Click(); };
+  cmdPrint.Click = [this] { cmdPrint_Click(); };
+  cmdDone.Click = [this] { cmdDone_Click(); };
+}
+
+std::vector<std::unique_ptr<PrintForm::Field>> PrintForm::MakeFields() {
+  std::vector<std::unique_ptr<Field>> made;
   for (const PrintOption& option : AllPrintOptions()) {
-    fields.push_back(std::unique_ptr<Field>(
+    made.push_back(std::unique_ptr<Field>(
         new Field{option, FormLabel(*this, QLatin1String(option.label)), nullptr, nullptr}));
-    Field& field = *fields.back();
+    Field& field = *made.back();
     const auto hint = [this, &option] { ShowHint(option); };
     if (option.choices.isEmpty()) {
       field.text = std::make_unique<TextBox>(*this);
@@ -65,11 +75,7 @@ PrintForm::PrintForm()
     field.choice->GotFocus = hint;
     field.label.SetBuddy(*field.choice);
   }
-  Arrange();
-  cmdCheck.Click = [this] { Run([this](const PrintOptions& options) { Check(options); }); };
-  cmdTestSheet.Click = [this] { cmdTestSheet_Click(); };
-  cmdPrint.Click = [this] { cmdPrint_Click(); };
-  cmdDone.Click = [this] { cmdDone_Click(); };
+  return made;
 }
 
 void PrintForm::Arrange() {
@@ -84,7 +90,7 @@ void PrintForm::Arrange() {
   SetClientSize(10200, top + 900);
   lblHint.Place(120, top + 60, 9960, 255);
   lblHint.SetMuted();
-  lblFindings.Place(4680, 120, 5400, 255);
+  lblFindings.Place(4680, 75, 5400, 255);
   txtFindings.Place(4680, 420, 5400, top - 1020);
   lblFindings.SetBuddy(txtFindings);
   lblProgress.Place(4680, top - 480, 5400, 255);
@@ -112,7 +118,10 @@ void PrintForm::Form_Load() {
     field->SetText(makes_sense ? stored : usual);
   }
   // Which records are wanted is a matter of the set on show.
-  FieldOf(QStringLiteral("numbers")).SetText({});
+  for (const char* name : {"numbers", "changed"}) {
+    Field& field = FieldOf(QLatin1String(name));
+    field.SetText(DefaultOf(field.option));
+  }
 }
 
 void PrintForm::Form_Unload() {
@@ -188,7 +197,17 @@ void PrintForm::WriteSheets(const PrintOptions& options, const QString& path) {
     MsgBox(QStringLiteral("Stopped: nothing is written."), Icon::Information, kTitle);
     return;
   }
-  QString text = QStringLiteral("%1 cards on %2 sheets.").arg(outcome.cards).arg(outcome.sheets);
+  if (outcome.sheets == 0) {
+    MsgBox(QStringLiteral("No card has changed since its last sheet: nothing is written."), Icon::Information,
+           kTitle);
+    return;
+  }
+  QString text = QStringLiteral("Cards: %1, sheets: %2.").arg(outcome.cards).arg(outcome.sheets);
+  if (outcome.unchanged > 0)
+    text += QStringLiteral("\r\nLeft out for being unchanged: %1.").arg(outcome.unchanged);
+  if (!outcome.forgotten.isEmpty()) {
+    text += QStringLiteral("\r\n\r\nWhat changes from now on can't be told: ") + outcome.forgotten;
+  }
   if (!outcome.not_drawn.isEmpty()) {
     text += QStringLiteral("\r\n\r\nNot drawn:\r\n") + outcome.not_drawn.join(QStringLiteral("\r\n"));
   }

@@ -41,6 +41,8 @@ class PrintForm : public Form {
   CommandButton cmdDone;  // stops what runs, else ends the dialog
 
  private:
+  // In the order in which Tab goes through them, before all other controls.
+  std::vector<std::unique_ptr<Field>> MakeFields();
   void Arrange();
   void ShowHint(const PrintOption& option);
   // The options as the fields have them, stored; false, with a box, where one makes no sense.

@@ -16,11 +16,6 @@ namespace {
 const QString kGap = QStringLiteral("\r\n\r\n");
 const QString kLine = QStringLiteral("\r\n");
 
-QString DataFolder() {
-  return JoinPath(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation),
-                  TheProgram().package_name);
-}
-
 // Where an installation puts the database: apart from the data folder of a user who installs under the
 // own home.
 QString InstalledDatabase() {
@@ -43,7 +38,7 @@ bool MakeFolder(const QString& folder) {
 }
 
 ProgramFolder SettleUsersFolder(const QString& beside, const QString& installed) {
-  const QString folder = DataFolder();
+  const QString folder = UsersFolder();
   if (!MakeFolder(folder))
     return Unusable(QStringLiteral("The folder for your sets can't be made or written to.") + kGap + folder);
   App::SetPath(folder);
@@ -73,6 +68,11 @@ ProgramFolder SettleUsersFolder(const QString& beside, const QString& installed)
 }
 
 }  // namespace
+
+QString UsersFolder() {
+  return JoinPath(QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation),
+                  TheProgram().package_name);
+}
 
 ProgramFolder SettleProgramFolder() {
   const QString beside = modData::DatabasePath();

@@ -10,6 +10,9 @@ struct ProgramFolder {
   QString news;     // what to tell the user in any case; mostly empty
 };
 
+// The user's own folder for data of the program, which need not be there yet.
+QString UsersFolder();
+
 // Settles which folder is the program's, before the first use of any of its files, and sees to it that an
 // installed program finds a database there.
 //

@@ -57,6 +57,7 @@ void OpenDatabase(const std::function<void()>& before_connection, const QString&
     before_connection();
     closed = false;
     Connect(path);
+    OpenedPath = path;
   } catch (const RuntimeError& error) {
     // The words for the user are the same for a file that is missing and for one that is no database.
     OpeningError = error.Description();

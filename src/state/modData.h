@@ -13,6 +13,7 @@ namespace orv::modData {
 
 inline Connection cn;               // the one connection; all recordsets use it
 inline bool DatabaseFound = false;  // the connection opened
+inline QString OpenedPath;          // the file behind it
 inline QString OpeningError;        // why it didn't, for whoever tells more than that; empty for no file
 inline QString PicFilePath;         // full path of "orv.pic"
 inline QString strSQL;              // scratch text of the query being built; carries nothing across a call

@@ -10,11 +10,10 @@ import shutil
 import sqlite3
 import subprocess
 import sys
-import tempfile
 import time
 
 from bitmap import read_bitmap
-from desktop import Failure, check
+from desktop import check, run_tests
 from small_disk import SmallDisk, enter_own_mounts
 
 SET = "The Saltwind Coast"
@@ -270,14 +269,7 @@ def main():
         tests += [test_full_disk, test_read_only_folder, test_full_disk_of_the_database]
     else:
         print("not tried, for nothing can be mounted here: full and read-only disks")
-    for test in tests:
-        with tempfile.TemporaryDirectory() as folder:
-            try:
-                test(Batch(tool, database, os.path.join(folder, "batch")))
-            except Failure as failure:
-                print(f"{test.__name__}: {failure}", file=sys.stderr)
-                return 1
-    return 0
+    return run_tests(tests, lambda folder: Batch(tool, database, os.path.join(folder, "batch")))
 
 
 if __name__ == "__main__":

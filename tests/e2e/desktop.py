@@ -6,6 +6,8 @@ import os
 import shutil
 import sqlite3
 import subprocess
+import sys
+import tempfile
 import time
 
 LIMIT = 20  # seconds that anything may take on a busy machine
@@ -31,6 +33,18 @@ def wait_for(what, condition, limit=LIMIT):
         if time.monotonic() > end:
             raise Failure(f"waited {limit} seconds for {what}")
         time.sleep(0.03)
+
+
+def run_tests(tests, scene):
+    """Runs each test on a scene of its own in a new folder, up to the first that fails; the exit status."""
+    for test in tests:
+        with tempfile.TemporaryDirectory() as folder:
+            try:
+                test(scene(folder))
+            except Failure as failure:
+                print(f"{test.__name__}: {failure}", file=sys.stderr)
+                return 1
+    return 0
 
 
 class Display:
@@ -67,12 +81,19 @@ class Display:
         subprocess.run(["import", "-window", "root", path], env=self.environment(), check=False,
                        timeout=LIMIT)
 
-    def window(self, title):
-        """The visible window with this very title, None without one."""
+    def windows(self, title):
+        """The visible windows with this very title."""
         found = self.xdotool("search", "--onlyvisible", "--name", f"^{title}$", check=False).split()
         # The search takes no heed of case.
-        named = [w for w in found if self.xdotool("getwindowname", w, check=False) == title]
+        return [w for w in found if self.xdotool("getwindowname", w, check=False) == title]
+
+    def window(self, title):
+        """The last of them, None without one."""
+        named = self.windows(title)
         return named[-1] if named else None
+
+    def count(self, title):
+        return len(self.windows(title))
 
     def focus(self, title):
         """Waits for a window and gives it the keyboard, as a window manager would."""

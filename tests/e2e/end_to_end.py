@@ -6,6 +6,7 @@ usage: end_to_end.py EXECUTABLE DATABASE DRAG_SOURCE
 """
 
 import os
+import re
 import sqlite3
 import subprocess
 import sys
@@ -18,7 +19,7 @@ from desktop import Display, Failure, Program, check, wait_for
 MAIN = "Varnholt Set Creator"
 SET = "The Lamp Islands"
 # Places within the main window in pixels: the toolbar's buttons, and the panel under it.
-TOOLBAR = {"card": 48, "character": 73, "large": 98, "createall": 130, "exporttotext": 155}
+TOOLBAR = {"card": 48, "character": 73, "large": 98, "createall": 130, "exporttotext": 155, "print": 180}
 TOOLBAR_Y = 15
 PANEL_Y = 31
 # Places within the editor of cards, in the corner of the area under the panel.
@@ -437,6 +438,31 @@ class Walk:
         titles = [line for line in lines if line in dict(CARD_TEXTS)]
         check(titles == [CARD_TEXTS[i][0] for i in (1, 0, 2)], f"order of the listing: {titles}")
 
+    def print_sheets(self):
+        """Two of the cards on paper of another size, by keyboard from the first field on."""
+        path = os.path.join(self.folder, "sheets.pdf")
+        self.toolbar("print")
+        self.display.focus("Print sheets")
+        self.display.key("Down", "alt+k", "Home", "alt+i")
+        self.display.type("cards")
+        self.display.key("alt+n")
+        self.display.type("2-3")
+        self.display.key("alt+f")
+        self.choose_file("Save sheets as", path, "Print sheets")
+        wait_for("the word that it is done", lambda: self.display.count("Print sheets") == 2)
+        self.display.focus("Print sheets")
+        self.display.key("Return")
+        wait_for("the end of the word", lambda: self.display.count("Print sheets") == 1)
+        self.display.focus("Print sheets")
+        self.display.key("Escape")
+        self.display.gone("Print sheets")
+        told = subprocess.run(["pdfinfo", path], text=True, capture_output=True, check=True)
+        check(told.stderr == "" and re.search(r"Pages: +1\n", told.stdout) and "612 x 792" in told.stdout,
+              f"the file of sheets: {told.stdout}{told.stderr}")
+        text = subprocess.run(["pdftotext", path, "-"], text=True, capture_output=True, check=True).stdout
+        found = [title for title, _ in CARD_TEXTS if title in text]
+        check(found == [CARD_TEXTS[0][0], CARD_TEXTS[2][0]], f"on the sheet: {text}")
+
     def run(self):
         self.start()
         self.see_sample()
@@ -462,6 +488,7 @@ class Walk:
         self.make_character()
         self.make_large_card()
         self.export_texts()
+        self.print_sheets()
 
 
 def main():

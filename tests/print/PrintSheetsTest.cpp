@@ -1,21 +1,18 @@
 // The PDF file, read by another program.
-#include "print/PrintSheets.h"
-
 #include <gtest/gtest.h>
 
 #include <QDir>
-#include <QFile>
 #include <QImage>
-#include <QProcess>
 #include <QRegularExpression>
 #include <cmath>
 
 #include "base/Files.h"
 #include "base/RuntimeError.h"
 #include "imaging/Drawing.h"
+#include "print/PdfScene.h"
 #include "print/inner/PrintedCards.h"
+#include "state/ProgramFolder.h"
 #include "state/modData.h"
-#include "support/TestDatabase.h"
 
 namespace orv {
 namespace {
@@ -64,46 +61,22 @@ QImage CardOf(const QImage& page, QSize dots) {
       .scaled(dots, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
 }
 
-class PrintSheetsTest : public testing::Test {
+class PrintSheetsTest : public PdfScene, public testing::Test {
  protected:
-  void OpenSample(const char* name) {
-    const QString file = database_.Path("delivered.mdb");
-    ASSERT_TRUE(QFile::exists(file) || QFile::copy(ORV_DELIVERED_DATABASE, file));
-    modData::cn = Connection();
-    modData::OpenDatabase([] {}, file);
-    modData::OpenEditable("SELECT * FROM tblSet ORDER BY SetName", modData::rsSet);
-    modData::rsSet.FindFirst(QString("SetName = '%1'").arg(name));
-    database_.SelectSet(modData::rsSet["SetID"].Int16());
+  // The middles of the dark runs in a row of a page, in millimetres.
+  static QList<double> DarkAt(const QImage& page, double y_mm) {
+    const double mm = page.width() / kA4Width;
+    const int y = static_cast<int>(y_mm * mm);
+    QList<double> found;
+    for (int x = 0, from = -1; x < page.width(); ++x) {
+      const bool dark = qGray(page.pixel(x, y)) < 128;
+      if (dark && from < 0) from = x;
+      if (!dark && from >= 0) found.append((from + x) / 2.0 / mm);
+      if (!dark) from = -1;
+    }
+    return found;
   }
-  void OpenCards(int count) {
-    const int set = database_.AddSet("Set", 2);
-    for (int nr = 1; nr <= count; ++nr) database_.AddCard(set, nr, QString("Card %1").arg(nr));
-    database_.SelectSet(set);
-  }
-  QString Pdf() const { return database_.Path("sheets.pdf"); }
-  PrintOutcome Print(std::initializer_list<std::pair<const char*, const char*>> texts) {
-    PrintOptions options;
-    for (const auto& [name, text] : texts) EXPECT_EQ(SetPrintOption(options, name, text), "");
-    return PrintSheets(options, Pdf(), [](int, int) { return true; });
-  }
-  // What a program of poppler says of the file.
-  QString Read(const QString& program, QStringList options, bool to_output = true) {
-    options << Pdf();
-    if (to_output) options << "-";
-    QProcess process;
-    process.start(program, options);
-    EXPECT_TRUE(process.waitForFinished() && process.exitCode() == 0)
-        << qPrintable(program) << " is of poppler-utils";
-    return QString::fromUtf8(process.readAllStandardOutput());
-  }
-  QImage Page(int number, int dots) {
-    const QString root = database_.Path("page");
-    QProcess::execute("pdftoppm", {"-r", QString::number(dots), "-f", QString::number(number), "-l",
-                                   QString::number(number), "-singlefile", Pdf(), root});
-    return QImage(root + ".ppm");
-  }
-
-  TestDatabase database_;
+  static constexpr double kA4Width = 595 * 25.4 / 72, kA4Height = 842 * 25.4 / 72;
 };
 
 TEST_F(PrintSheetsTest, FacesAreEmbeddedAndEachWordStandsWhereTheCardHasIt) {
@@ -117,7 +90,10 @@ TEST_F(PrintSheetsTest, FacesAreEmbeddedAndEachWordStandsWhereTheCardHasIt) {
     for (const QString& font : fonts) EXPECT_TRUE(font.contains(" yes ")) << qPrintable(font);
     PrintOptions cards;
     SetPrintOption(cards, "kinds", "cards");
+    EXPECT_GT(DotsOfPictures().size(), 5);
+    for (const int dots : DotsOfPictures()) EXPECT_GE(dots, 287);
     const QStringList pages = Read("pdftotext", {"-bbox"}).split("<page ").mid(1);
+    const QStringList texts = Read("pdftotext", {"-raw"}).split('\f');
     const QRegularExpression bounds("xMin=\"([\\d.]+)\"[^>]*>([^<]*)</word>");
     int page = 0;
     ForEachPrintedCard(cards, [&](const PrintedCard& card) {
@@ -133,6 +109,12 @@ TEST_F(PrintSheetsTest, FacesAreEmbeddedAndEachWordStandsWhereTheCardHasIt) {
           found.push_back({text, word.captured(1).toDouble() / kPointsPerDot});
         }
         EXPECT_GT(words.size(), 5u);
+        const QStringList read = texts.value(page).simplified().split(' ');
+        qsizetype at = -1;
+        for (const Word& word : words) {
+          at = read.indexOf(word.text, at + 1);
+          EXPECT_GE(at, 0) << qPrintable(card.record) << ": " << qPrintable(word.text) << " in its order";
+        }
         for (const Word& word : words) {
           const bool there = std::ranges::any_of(found, [&](const Word& other) {
             return other.text == word.text && std::abs(other.x - word.x) <= 1;
@@ -170,6 +152,67 @@ TEST_F(PrintSheetsTest, APageAt96DotsIsThePictureFile) {
       return true;
     });
   }
+}
+
+TEST_F(PrintSheetsTest, CutMarksAndBacksStandWhereTheyShouldToATenthOfAMillimetre) {
+  constexpr double kWidth = 152 * 25.4 / 96, kHeight = 256 * 25.4 / 96;
+  constexpr int kDots = 400;
+  OpenCards(1);
+  database_.Execute("UPDATE tblCard_rows SET CardBackID = 1, UsePicture = 0, Copies = 1");
+  database_.SelectSet(modData::CurrentSetID);
+  for (const char* edge : {"long", "short"}) {
+    Print({{"backs", edge}, {"back-right", "1.5"}, {"back-down", "-0.8"}, {"ruler", "no"}});
+    const QImage front = Page(1, kDots), back = Page(2, kDots);
+    const double left = (kA4Width - 4 * kWidth) / 2, top = (kA4Height - 4 * kHeight) / 2;
+    const QList<double> marks = DarkAt(front, top - 3);
+    ASSERT_EQ(marks.size(), 5);
+    for (int i = 0; i < 5; ++i) EXPECT_NEAR(marks[i], left + i * kWidth, 0.1);
+    // The dark back of the first place, which is the last one of its row or its column.
+    const bool is_long = edge == std::string("long");
+    const double x = (is_long ? kA4Width - left - kWidth : left) + 1.5;
+    const double y = (is_long ? top : kA4Height - top - kHeight) - 0.8;
+    const QList<double> across = DarkAt(back, y + kHeight / 2);
+    ASSERT_EQ(across.size(), 1);
+    EXPECT_NEAR(across[0], x + kWidth / 2, 0.1);
+    double first = 0, last = 0;
+    const double mm = back.width() / kA4Width;
+    for (int row = 0; row < back.height(); ++row) {
+      if (qGray(back.pixel(static_cast<int>((x + kWidth / 2) * mm), row)) >= 128) continue;
+      if (first == 0) first = row / mm;
+      last = (row + 1) / mm;
+    }
+    EXPECT_NEAR(first, y, 0.1);
+    EXPECT_NEAR(last, y + kHeight, 0.1);
+  }
+}
+
+TEST_F(PrintSheetsTest, APageOfACardTellsWhereItIsCut) {
+  OpenCards(1);
+  database_.AddLargeCard(modData::CurrentSetID, 1, "Large");
+  database_.Execute("UPDATE tblCard_rows SET Copies = 1");
+  database_.SelectSet(modData::CurrentSetID);
+  Print({{"paper", "card"}, {"bleed", "3"}, {"back-right", "1"}});
+  const QString told = Read("pdfinfo", {"-box", "-l", "9"}, false);
+  constexpr double kBleed = 3 * 72 / 25.4;
+  constexpr double kWidths[] = {114, 114, 228, 228};  // points
+  for (int page = 1; page <= 4; ++page) {
+    SCOPED_TRACE(page);
+    const auto box = [&](const char* name) {
+      const QRegularExpression line(
+          QString("Page +%1 %2: +([\\d.]+) +([\\d.]+) +([\\d.]+) +([\\d.]+)").arg(page).arg(name));
+      const auto match = line.match(told);
+      const auto at = [&](int i) { return match.captured(i).toDouble(); };
+      return QRectF(QPointF(at(1), at(2)), QPointF(at(3), at(4)));
+    };
+    const QRectF media = box("MediaBox"), trim = box("TrimBox"), bleed = box("BleedBox");
+    EXPECT_NEAR(trim.width(), kWidths[page - 1], 0.02);
+    EXPECT_NEAR(trim.height(), 192, 0.02);
+    EXPECT_NEAR(trim.center().x(), media.center().x(), 0.02);
+    EXPECT_NEAR(trim.center().y(), media.center().y(), 0.02);
+    EXPECT_NEAR(bleed.width(), trim.width() + 2 * kBleed, 0.02);
+    EXPECT_TRUE(media.contains(bleed));
+  }
+  EXPECT_EQ(Read("pdftotext", {}).count("Card 1"), 1) << "the rest of the file is as it was";
 }
 
 TEST_F(PrintSheetsTest, CopiesSheetsAndBacks) {
@@ -226,6 +269,46 @@ TEST_F(PrintSheetsTest, AFileIsWholeOrNotThere) {
   EXPECT_THROW(
       PrintSheets({}, database_.Path("none") + QDir::separator() + "x.pdf", [](int, int) { return true; }),
       RuntimeError);
+}
+
+TEST_F(PrintSheetsTest, OnlyWhatChangedSinceItsLastSheet) {
+  OpenCards(3);
+  database_.Execute("UPDATE tblCard_rows SET Copies = 1");
+  const int set = modData::CurrentSetID;
+  const struct {
+    const char* change;
+    const char* numbers;
+    int cards, unchanged;
+  } rows[] = {{"", "1-2", 2, 0},  // nothing was printed yet
+              {"", "", 1, 2},
+              {"", "", 0, 3},
+              {"UPDATE tblCard_rows SET Title = 'Another' WHERE Nr = 2", "1", 0, 1},
+              {"", "", 1, 2},
+              {"UPDATE tblCard_rows SET Copies = 5, FileName = 'other', Nr = Nr + 1", "", 0, 3},
+              {"UPDATE tblCard_rows SET CardBackID = 2 WHERE Nr = 3", "", 5, 2}};
+  for (const auto& row : rows) {
+    SCOPED_TRACE(row.change);
+    if (*row.change != 0) database_.Execute(row.change);
+    database_.SelectSet(set);
+    QFile::remove(Pdf());
+    const PrintOutcome outcome = Print({{"changed", "yes"}, {"numbers", row.numbers}});
+    EXPECT_EQ(outcome.cards, row.cards);
+    EXPECT_EQ(outcome.unchanged, row.unchanged);
+    EXPECT_EQ(outcome.forgotten, "");
+    EXPECT_EQ(QFile::exists(Pdf()), row.cards > 0);
+  }
+  PrintOptions changed;
+  changed.changed = true;
+  EXPECT_EQ(CheckSheets(changed, [](int, int) { return true; }), QStringList());
+  database_.SelectSet(database_.AddSet("Other", 2));
+  database_.AddCard(modData::CurrentSetID, 1, "Another");
+  database_.SelectSet(modData::CurrentSetID);
+  EXPECT_EQ(Print({{"changed", "yes"}}).unchanged, 0) << "another set";
+  // What can't be remembered is told, and the sheets are there.
+  const QString folder = JoinPath(UsersFolder(), "printed");
+  EXPECT_TRUE(QDir(folder).removeRecursively() && QFile(folder).open(QIODevice::WriteOnly));
+  EXPECT_NE(Print({}).forgotten, "");
+  EXPECT_TRUE(QFile::exists(Pdf()));
 }
 
 TEST_F(PrintSheetsTest, WhatPrintShowsBadlyIsTold) {

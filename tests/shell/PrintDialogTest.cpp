@@ -1,5 +1,7 @@
 // The dialog that writes a set as sheets for print.
 #include <QFileInfo>
+#include <QRegularExpression>
+#include <QSet>
 #include <QTimer>
 #include <QToolButton>
 
@@ -40,7 +42,7 @@ TEST_F(PrintDialogTest, PrintsTheSetAndLeavesTheEditorOnItsCard) {
     Type("numbers", "1,3");
     ClickOn(form.cmdPrint);
   });
-  EXPECT_EQ(dialogs_.LastPrompt(), "2 cards on 1 sheets.");
+  EXPECT_EQ(dialogs_.LastPrompt(), "Cards: 2, sheets: 1.");
   EXPECT_GT(QFileInfo(Pdf()).size(), 1000);
   EXPECT_EQ(frmCard2nd->lblCurrentCard.Caption(), "2 (3)");
   EXPECT_EQ(CardPreviewOf(2).picCard.Render().Image(), before.Image());
@@ -48,6 +50,15 @@ TEST_F(PrintDialogTest, PrintsTheSetAndLeavesTheEditorOnItsCard) {
 
 TEST_F(PrintDialogTest, OptionsAreTheUsersAndNonsenseIsRefused) {
   Open([this](PrintForm& form) {
+    QString keys;
+    for (const auto& field : form.fields) keys += field->label.Caption();
+    for (const auto* button : {&form.cmdCheck, &form.cmdTestSheet, &form.cmdPrint}) keys += button->Caption();
+    keys += form.lblFindings.Caption();
+    keys = QStringList(keys.toLower().split('&').mid(1))
+               .replaceInStrings(QRegularExpression("(?<=^.).*"), "")
+               .join("");
+    EXPECT_EQ(keys.size(), form.fields.size() + 4);
+    EXPECT_EQ(QSet<QChar>(keys.begin(), keys.end()).size(), keys.size()) << qPrintable(keys);
     Type("gap", "-3");
     ClickOn(form.cmdCheck);
     EXPECT_TRUE(dialogs_.LastPrompt().startsWith("\"-3\" is no value for gap"))

@@ -53,7 +53,7 @@ void Make(const QString& path, const QByteArray& statements) {
 }  // namespace
 
 TestDatabase::TestDatabase(Age age) {
-  qputenv("XDG_CONFIG_HOME", folder_.path().toUtf8());
+  for (const char* home : {"XDG_CONFIG_HOME", "XDG_DATA_HOME"}) qputenv(home, folder_.path().toUtf8());
   QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, folder_.path());
   App::SetPath(folder_.path());
   MakeFile(Path(QStringLiteral("orv.mdb")), age);

@@ -9,10 +9,12 @@
 #include <algorithm>
 #include <cerrno>
 #include <cmath>
+#include <vector>
 
 #include "base/Files.h"
 #include "base/RuntimeError.h"
 #include "forms/Playing.h"
+#include "forms/inner/PageBoxes.h"
 #include "forms/inner/Palette.h"
 #include "forms/inner/TextFace.h"
 
@@ -24,6 +26,7 @@ constexpr double kMmPerPoint = kMmPerInch / 72;
 constexpr int kResolution = 1200;  // units an inch in the file
 // A picture of 96 dots an inch comes to 288: few printers smooth what they enlarge.
 constexpr int kPictureTimes = 3;
+constexpr double kPictureShare = 0.5;  // of a unit: no printer shows more than 600 dots an inch of a picture
 
 // A file that remembers that something could not be written: the PDF writer does not ask.
 class CheckedFile : public QFile {
@@ -90,7 +93,9 @@ struct PageWriter::Impl {
   CheckedFile file;
   std::unique_ptr<QPdfWriter> writer;
   QPainter painter;
-  EnlargedPictures pictures{kPictureTimes};
+  QSizeF page;                   // in points
+  std::vector<PageBoxes> boxes;  // of each page
+  EnlargedPictures pictures{kPictureTimes, kPictureShare};
 };
 
 PageWriter::PageWriter(const QString& path, const QString& title) : impl_(std::make_unique<Impl>()) {
@@ -120,8 +125,20 @@ void PageWriter::NewPage(double width, double height) {
   } else if (!impl_->painter.begin(&writer)) {
     throw RuntimeError(kErrPathFileAccess);
   }
+  impl_->page = points;
+  impl_->boxes.emplace_back();
   impl_->painter.resetTransform();
   impl_->painter.scale(kResolution / kMmPerInch, kResolution / kMmPerInch);
+}
+
+void PageWriter::Cut(const PageCut& cut) {
+  const auto box = [&](double more) {
+    const QRectF wanted((cut.x - more) / kMmPerPoint,
+                        impl_->page.height() - (cut.y + cut.height + more) / kMmPerPoint,
+                        (cut.width + 2 * more) / kMmPerPoint, (cut.height + 2 * more) / kMmPerPoint);
+    return wanted & QRectF(QPointF(), impl_->page);
+  };
+  impl_->boxes.back() = {box(0), box(cut.bleed)};
 }
 
 void PageWriter::Draw(const Picture& picture, const PagePlace& place) {
@@ -176,6 +193,11 @@ void PageWriter::Finish() {
   const bool flushed = impl_->file.flush();
   if (impl_->file.Failure() != 0) ThrowFileError(impl_->file.Failure());
   if (!flushed || !ended) ThrowFileError(errno != 0 ? errno : EIO);
+  const bool cut = std::ranges::any_of(impl_->boxes, [](const auto& page) { return !page.trim.isNull(); });
+  if (!cut) return;
+  impl_->writer.reset();
+  impl_->file.close();
+  AddPageBoxes(impl_->file.fileName(), impl_->boxes);
 }
 
 }  // namespace orv

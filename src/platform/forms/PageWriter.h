@@ -18,6 +18,13 @@ struct PagePlace {
   bool turned = false;  // by half a circle
 };
 
+// The part of a page that is left when it is cut, and so far its picture goes on beyond. In millimetres from
+// the page's upper left corner.
+struct PageCut {
+  double x, y, width, height;
+  double bleed = 0;
+};
+
 // Writes a PDF file page by page: texts with embedded faces, pictures without loss, each stored once however
 // often it is shown. All places and sizes are in millimetres from the page's upper left corner.
 class PageWriter {
@@ -32,6 +39,8 @@ class PageWriter {
   static double WholePoints(double size);
 
   void NewPage(double width, double height);
+  // Tells in the file where the page is cut.
+  void Cut(const PageCut& cut);
   // As it was drawn, where that was kept; its pixels otherwise.
   void Draw(const Picture& picture, const PagePlace& place);
   void Line(double x1, double y1, double x2, double y2, double thickness, Colour colour = kBlack);

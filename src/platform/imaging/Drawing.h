@@ -2,6 +2,7 @@
 
 #include <QRect>
 #include <QString>
+#include <functional>
 #include <variant>
 #include <vector>
 
@@ -29,6 +30,14 @@ struct Drawing {
     QRectF target;
     QRectF source;
   };
+  // A picture at the upper left corner, of which there is a finer one.
+  struct Fine {
+    Picture picture;
+    double times;  // dots of the finer one for one of the picture's; 0 for as many as are asked for
+    // With that many dots for one of the picture's, or `asked` where any number can be had. Empty where it
+    // can't be had any more.
+    std::function<Picture(double asked)> finer;
+  };
   // A picture turned by a quarter circle, at the upper left corner.
   struct Turned {
     Picture picture;
@@ -46,7 +55,7 @@ struct Drawing {
     int x, y;
     std::vector<Word> words;
   };
-  using Operation = std::variant<Fill, Outline, Paint, Turned, Text>;
+  using Operation = std::variant<Fill, Outline, Paint, Fine, Turned, Text>;
 
   int width = 0, height = 0;
   std::vector<Operation> operations;
