@@ -8,6 +8,12 @@
 namespace orv {
 namespace {
 
+#ifdef __SANITIZE_ADDRESS__
+constexpr bool kTellsMemory = false;  // it keeps what is freed
+#else
+constexpr bool kTellsMemory = true;
+#endif
+
 // The most memory that the process had since the last call, in megabytes.
 int PeakMemory() {
   QFile status(QStringLiteral("/proc/self/status"));
@@ -37,9 +43,8 @@ TEST_F(PictureBudgetTest, HugePicturesOfARecordShareABoundOnMemory) {
   PeakMemory();
   const int before = PeakMemory();
   WriteRecords(kLargeCards2nd, FormatOfSet(), [](int) {});
-#ifndef __SANITIZE_ADDRESS__
-  EXPECT_LT(PeakMemory() - before, 400);
-#endif
+  const int grown = PeakMemory() - before;
+  EXPECT_TRUE(grown < 400 || !kTellsMemory) << grown;
   ASSERT_EQ(dialogs_.boxes.size(), 2U) << "one a record";
   EXPECT_TRUE(dialogs_.LastPrompt().contains("481, ")) << dialogs_.LastPrompt().toStdString();
   EXPECT_EQ(Files().size(), 2);
