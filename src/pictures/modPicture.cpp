@@ -20,7 +20,7 @@ constexpr std::int64_t kBlock = 32768;
 void LoadPictureFromField(Surface& surface, const Field& field) {
   const QByteArray bytes = field.Bytes();
   if (bytes.isEmpty()) return surface.SetPicture(LoadPicture());
-  const Picture picture = PicturesAhead::Load(bytes, PictureBudget::PixelsLeft());
+  const Picture picture = PicturesAhead::Load(bytes, PictureBudget::PixelsLeft(bytes.size()));
   PictureBudget::Spend(std::int64_t{picture.Width()} * picture.Height());
   surface.SetPicture(WithOriginal(picture, bytes));
 }

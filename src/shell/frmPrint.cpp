@@ -90,7 +90,7 @@ void PrintForm::Arrange() {
   SetClientSize(10200, top + 900);
   lblHint.Place(120, top + 60, 9960, 255);
   lblHint.SetMuted();
-  lblFindings.Place(4680, 75, 5400, 255);
+  lblFindings.Place(4680, 45, 5400, 345);
   txtFindings.Place(4680, 420, 5400, top - 1020);
   lblFindings.SetBuddy(txtFindings);
   lblProgress.Place(4680, top - 480, 5400, 255);
