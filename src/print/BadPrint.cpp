@@ -1,5 +1,8 @@
 #include "print/inner/BadPrint.h"
 
+#include <algorithm>
+#include <string_view>
+
 #include "composition/CardPreview.h"
 #include "composition/CharacterPreview.h"
 #include "composition/LargeCardPreview.h"
@@ -28,47 +31,58 @@ class Finder {
       : kind_(kind), card_(card), scale_(scale) {}
 
   QStringList Find() {
-    Pictures();
+    const Checks& checks = ChecksOf(kind_);
+    if (checks.shown == nullptr || kind_.record[checks.shown].BoolOrFalse())
+      CheckPicture(kind_.record[checks.picture], checks.image());
+    (this->*checks.references)();
     if (!card_.failure.isEmpty()) return findings_;
-    if (&kind_ == &kSheetOfPiece) {
-      frmCard->ApplyPieceFont(modData::rsSet["CharacterPieceFontID"].Int32Or(0));
-      Line("name", frmCard->picACardPP, TheCharacterPreview().lblPlayingPieceName);
-    } else if (&kind_ == &kSheetOfCharacter) {
-      CharacterTexts();
-    } else if (&kind_ == &kSheetOfLargeCard) {
-      LargeTexts();
-    } else {
-      CardTexts(CardPreviewOf(Edition()));
-    }
+    (this->*checks.texts)();
     Edge();
     return findings_;
   }
 
  private:
-  void Pictures() {
-    const Recordset& record = kind_.record;
-    if (&kind_ == &kSheetOfPiece) {
-      CheckPicture(record["PlayingPiece"], TheCharacterPreview().picPlayingPieceImage);
-      return;
-    }
-    if (record["UsePicture"].BoolOrFalse()) CheckPicture(record["Picture"], Image());
-    if (&kind_ == &kSheetOfLargeCard) {
-      if (record["LargeCardBack"].IsNull()) Add("the back is empty");
-    } else if (&kind_ == &kSheetOfCharacter) {
-      if (IsMissing(modData::rsCharacterBack, "CharacterBackID", record["CharacterBackID"]))
-        Add("the back is missing");
-    } else {
-      if (IsMissing(modData::rsCardType, "CardTypeID", record["CardTypeID"])) Add("the type is missing");
-      if (IsMissing(modData::rsCardBack, "CardBackID", record["CardBackID"])) Add("the back is missing");
-    }
+  // How the kinds of sheets differ.
+  struct Checks {
+    const char* kind_code;
+    const char* picture;  // its column
+    const char* shown;    // the column that says whether it is shown; none: always
+    const Surface& (*image)();
+    void (Finder::*references)();
+    void (Finder::*texts)();
+  };
+  static const Checks& ChecksOf(const SheetKind& kind) {
+    static const Checks kAll[] = {
+        {"C2", "Picture", "UsePicture", []() -> const Surface& { return CardPreviewOf(2).picImage; },
+         &Finder::TypeAndBack, &Finder::CardTexts},
+        {"C3", "Picture", "UsePicture", []() -> const Surface& { return CardPreviewOf(3).picImage; },
+         &Finder::TypeAndBack, &Finder::CardTexts},
+        {"CH2", "Picture", "UsePicture",
+         []() -> const Surface& { return TheCharacterPreview().picImageCharacter; }, &Finder::CharacterBack,
+         &Finder::CharacterTexts},
+        {"PP2", "PlayingPiece", nullptr,
+         []() -> const Surface& { return TheCharacterPreview().picPlayingPieceImage; }, &Finder::Nothing,
+         &Finder::PieceText},
+        {"LC2", "Picture", "UsePicture",
+         []() -> const Surface& { return TheLargeCardPreview().picImageLarge; }, &Finder::LargeBack,
+         &Finder::LargeTexts}};
+    return *std::ranges::find_if(
+        kAll, [&](const Checks& each) { return std::string_view(each.kind_code) == kind.kind_code; });
   }
 
-  const Surface& Image() const {
-    if (&kind_ == &kSheetOfCharacter) return TheCharacterPreview().picImageCharacter;
-    if (&kind_ == &kSheetOfLargeCard) return TheLargeCardPreview().picImageLarge;
-    return CardPreviewOf(Edition()).picImage;
+  void Nothing() {}
+  void TypeAndBack() {
+    const Recordset& record = kind_.record;
+    if (IsMissing(modData::rsCardType, "CardTypeID", record["CardTypeID"])) Add("the type is missing");
+    if (IsMissing(modData::rsCardBack, "CardBackID", record["CardBackID"])) Add("the back is missing");
   }
-  int Edition() const { return kind_.kind_code == kSheetOfCard2nd.kind_code ? 2 : 3; }
+  void CharacterBack() {
+    if (IsMissing(modData::rsCharacterBack, "CharacterBackID", kind_.record["CharacterBackID"]))
+      Add("the back is missing");
+  }
+  void LargeBack() {
+    if (kind_.record["LargeCardBack"].IsNull()) Add("the back is empty");
+  }
 
   void CheckPicture(const Field& picture, const Surface& image) {
     if (picture.IsNull()) return Add("the picture is empty");
@@ -80,7 +94,13 @@ class Finder {
     }
   }
 
-  void CardTexts(const CardPreview& preview) {
+  void PieceText() {
+    frmCard->ApplyPieceFont(modData::rsSet["CharacterPieceFontID"].Int32Or(0));
+    Line("name", frmCard->picACardPP, TheCharacterPreview().lblPlayingPieceName);
+  }
+
+  void CardTexts() {
+    const CardPreview& preview = CardPreviewOf(modData::CurrentEditionID);
     Slot("CardTitleFontID");
     Line("title", Front(), preview.lblTitle);
     Slot("CardTypeFontID");
