@@ -59,7 +59,8 @@ QStringList CopiesOf(const QString& database) {
   return copies;
 }
 
-bool HasRoomForCopy(const QString& database) {
+bool HasRoomForCopy(const QString& database, const QDate& day) {
+  if (FileExists(Names(database).OfDay(day))) return true;
   std::error_code unknown;
   const std::filesystem::path file = QFile::encodeName(database).toStdString();
   const std::filesystem::space_info disk = std::filesystem::space(file, unknown);

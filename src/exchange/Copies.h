@@ -15,8 +15,9 @@ inline constexpr int kCopiesKept = 7;
 // The copies that are there, whole paths, the newest first.
 QStringList CopiesOf(const QString& database);
 
-// Whether the disk has room for a copy: twice the database's size. True where the system can't tell.
-bool HasRoomForCopy(const QString& database);
+// Whether the disk has room for the copy of a day: twice the database's size. True where the system can't
+// tell, and where that copy is there.
+bool HasRoomForCopy(const QString& database, const QDate& day);
 
 // Makes the copy of a day while others work with the database, unless it is there, and removes the oldest
 // beyond kCopiesKept. It has its name when it is whole and was checked. `goes_on` is asked now and then; no

@@ -1,5 +1,7 @@
 #include "shell/Main.h"
 
+#include <QDate>
+
 #include "base/RuntimeError.h"
 #include "base/Settings.h"
 #include "database/CountStart.h"
@@ -59,7 +61,7 @@ class NoRoomTold {
 std::unique_ptr<DailyCopy> StartDailyCopy() {
   const NoRoomTold told;
   const QString database = modData::DatabasePath();
-  if (HasRoomForCopy(database)) {
+  if (HasRoomForCopy(database, QDate::currentDate())) {
     told.Set(false);
     return std::make_unique<DailyCopy>(database);
   }

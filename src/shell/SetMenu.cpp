@@ -1,6 +1,6 @@
 #include "shell/inner/SetMenu.h"
 
-#include "base/Files.h"
+#include "base/FileName.h"
 #include "base/Quietly.h"
 #include "base/RuntimeError.h"
 #include "database/ListHelpers.h"
@@ -24,14 +24,6 @@ CommonDialog FileDialog(const QString& title) {
   dialog.DefaultExt = QStringLiteral("orvset");
   dialog.Flags = 0x1802;
   return dialog;
-}
-
-// A name without what no file's name may have.
-QString FileNameOf(QString name) {
-  for (QChar& c : name) {
-    if (c < u' ' || QStringView(u"\\/:*?\"<>|").contains(c)) c = u'_';
-  }
-  return name + QStringLiteral(".orvset");
 }
 
 // Runs an action; a failure is told under a title.
@@ -99,7 +91,7 @@ void SaveSetAs() {
     return;
   }
   CommonDialog dialog = FileDialog(kSave);
-  dialog.FileName = FileNameOf(modData::rsSet["SetName"].TextOrEmpty());
+  dialog.FileName = AsFileName(modData::rsSet["SetName"].TextOrEmpty()) + QStringLiteral(".orvset");
   dialog.CancelError = true;
   if (!Quietly({kErrCancel}, [&] { dialog.ShowSave(); })) return;
   const bool saved = Try(kSave, QStringLiteral("The set is NOT saved due to an error."),

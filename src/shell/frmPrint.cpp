@@ -1,5 +1,6 @@
 #include "shell/frmPrint.h"
 
+#include "base/FileName.h"
 #include "base/Quietly.h"
 #include "base/RuntimeError.h"
 #include "base/Settings.h"
@@ -18,7 +19,7 @@ const QString kSection = QStringLiteral("Print");
 QString AskForFile(const QString& name) {
   CommonDialog dialog;
   dialog.DialogTitle = QStringLiteral("Save sheets as");
-  dialog.FileName = name + QStringLiteral(".pdf");
+  dialog.FileName = AsFileName(name) + QStringLiteral(".pdf");
   dialog.Filter = QStringLiteral("All files(*.*)|*.*|PDF file (*.pdf)|*.pdf");
   dialog.DefaultExt = QStringLiteral("pdf");
   dialog.FilterIndex = 2;

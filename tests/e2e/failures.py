@@ -5,6 +5,7 @@ usage: failures.py EXECUTABLE DATABASE
 """
 
 import contextlib
+import datetime
 import os
 import shutil
 import sqlite3
@@ -95,6 +96,14 @@ def test_no_room_for_copy(display, executable, database, folder):
         window = Window(display, program)
         window.type("Typed")
         check(not os.path.exists(os.path.join(disk.folder, "backups")), "a copy was begun")
+        window.end()
+        # With today's copy there nothing is missing, and nothing is told.
+        program.set("Database", "NoRoomForCopy", "")
+        copies = os.path.join(disk.folder, "backups")
+        os.mkdir(copies)
+        open(os.path.join(copies, f"orv-{datetime.date.today()}.mdb"), "w").close()
+        window = Window(display, program)
+        display.gone("Copy of the database")
         window.end()
 
 

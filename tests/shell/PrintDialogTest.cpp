@@ -17,7 +17,7 @@ namespace {
 class PrintDialogTest : public MasterScene, public testing::Test {
  protected:
   void SetUp() override {
-    const int set = database_.AddSet("Set", 2);
+    const int set = database_.AddSet("Bay: east", 2);
     for (int nr = 1; nr <= 3; ++nr) database_.AddCard(set, nr, QString("Card %1").arg(nr));
     database_.Execute("UPDATE tblCard_rows SET Copies = 1");
     Start();
@@ -42,6 +42,7 @@ TEST_F(PrintDialogTest, PrintsTheSetAndLeavesTheEditorOnItsCard) {
     Type("numbers", "1,3");
     ClickOn(form.cmdPrint);
   });
+  EXPECT_EQ(dialogs_.file_dialogs.back().FileName, "Bay_ east.pdf");
   EXPECT_EQ(dialogs_.LastPrompt(), "Cards: 2, sheets: 1.");
   EXPECT_GT(QFileInfo(Pdf()).size(), 1000);
   EXPECT_EQ(frmCard2nd->lblCurrentCard.Caption(), "2 (3)");

@@ -7,10 +7,12 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <algorithm>
 #include <cerrno>
 #include <cstdio>
 #include <optional>
 
+#include "base/FileName.h"
 #include "base/RuntimeError.h"
 #include "base/inner/TemporaryFiles.h"
 
@@ -18,8 +20,8 @@ namespace orv {
 namespace {
 
 void CheckName(const QString& name) {
-  bool bad = name.isEmpty() || name == u"." || name == u"..";
-  for (const QChar c : name) bad = bad || c < u' ' || QStringView(u"\\/:*?\"<>|").contains(c);
+  const bool bad =
+      name.isEmpty() || name == u"." || name == u".." || std::ranges::any_of(name, IsForbiddenInFileName);
   if (bad) throw RuntimeError(kErrPathFileAccess, QStringLiteral("Bad file name"));
 }
 
