@@ -1,6 +1,7 @@
 """A display of its own for one program, and a user at its keyboard and mouse."""
 
 import configparser
+import contextlib
 import copy
 import os
 import shutil
@@ -44,6 +45,22 @@ def run_tests(tests, scene):
             except Failure as failure:
                 print(f"{test.__name__}: {failure}", file=sys.stderr)
                 return 1
+    return 0
+
+
+def run_on_displays(tests, *arguments):
+    """Runs each test on a display of its own, with the arguments and a new folder, up to the first that fails, of
+    which it leaves a picture; the exit status."""
+    for test in tests:
+        with tempfile.TemporaryDirectory() as folder, contextlib.closing(Display(1280, 1024)) as display:
+            try:
+                test(display, *arguments, folder)
+            except Failure as failure:
+                display.screenshot(os.path.abspath(f"{test.__name__}.png"))
+                print(f"{test.__name__}: {failure}", file=sys.stderr)
+                return 1
+            finally:
+                Program.kill_all()
     return 0
 
 

@@ -4,15 +4,13 @@
 usage: failures.py EXECUTABLE DATABASE
 """
 
-import contextlib
 import datetime
 import os
 import shutil
 import sqlite3
 import sys
-import tempfile
 
-from desktop import Display, Failure, Program, check, wait_for
+from desktop import Program, check, run_on_displays, wait_for
 from small_disk import SmallDisk, enter_own_mounts
 
 MAIN = "Varnholt Set Creator"
@@ -234,17 +232,7 @@ def main():
         tests += [test_no_room_for_copy, test_full_disk, test_read_only_folder, test_read_only_disk]
     else:
         print("not tried, for nothing can be mounted here: full and read-only disks")
-    for test in tests:
-        with tempfile.TemporaryDirectory() as folder, contextlib.closing(Display(1280, 1024)) as display:
-            try:
-                test(display, executable, database, folder)
-            except Failure as failure:
-                display.screenshot(os.path.abspath(f"{test.__name__}.png"))
-                print(f"{test.__name__}: {failure}", file=sys.stderr)
-                return 1
-            finally:
-                Program.kill_all()
-    return 0
+    return run_on_displays(tests, executable, database)
 
 
 if __name__ == "__main__":

@@ -13,16 +13,15 @@ import sqlite3
 import subprocess
 import sys
 import tarfile
-import tempfile
 
-from desktop import Display, Failure, Program, check, wait_for
+from desktop import Program, check, run_on_displays, wait_for
 
 MAIN = "Varnholt Set Creator"
 QUESTION = "Older database"
 OLD = pathlib.Path(__file__).parent.parent / "exchange/data/orv_jet4.tar.xz"
 
 
-def run(display, executable, database, folder):
+def test_old_database(display, executable, database, folder):
     program = Program(display, executable, database, folder)
     home = os.path.dirname(program.database)
     os.makedirs(home, exist_ok=True)
@@ -77,16 +76,7 @@ def run(display, executable, database, folder):
 
 def main():
     executable, database = map(os.path.abspath, sys.argv[1:])
-    with tempfile.TemporaryDirectory() as folder, contextlib.closing(Display(1280, 1024)) as display:
-        try:
-            run(display, executable, database, folder)
-        except Failure as failure:
-            display.screenshot(os.path.abspath("old_database.png"))
-            print(failure, file=sys.stderr)
-            return 1
-        finally:
-            Program.kill_all()
-    return 0
+    return run_on_displays([test_old_database], executable, database)
 
 
 if __name__ == "__main__":
