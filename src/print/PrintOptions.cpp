@@ -8,7 +8,7 @@ namespace {
 
 using Take = std::function<bool(PrintOptions&, const QString&)>;
 
-Take Length(double PrintOptions::*field, double least, double most) {
+Take Length(double PrintOptions::* field, double least, double most) {
   return [=](PrintOptions& options, const QString& text) {
     bool is_number = false;
     const double value = QString(text).replace(u',', u'.').toDouble(&is_number);
@@ -20,7 +20,7 @@ Take Length(double PrintOptions::*field, double least, double most) {
 
 // One of the option's choices, which stand in the order of the enumeration.
 template <class Enum>
-Take OneOf(Enum PrintOptions::*field, const QStringList& choices) {
+Take OneOf(Enum PrintOptions::* field, const QStringList& choices) {
   return [=](PrintOptions& options, const QString& text) {
     for (int index = 0; index < choices.size(); ++index) {
       if (choices[index].compare(text.trimmed(), Qt::CaseInsensitive) != 0) continue;

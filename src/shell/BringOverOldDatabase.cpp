@@ -65,8 +65,7 @@ bool BringOverOldDatabase() {
       const Closer closer;
       const WaitCursor hourglass;
       frmBringOver->Show();
-      result = BringOverInPlace(
-          path, [](int percent) { frmBringOver->ShowShare(percent); }, kept);
+      result = BringOverInPlace(path, [](int percent) { frmBringOver->ShowShare(percent); }, kept);
     }
     TellLeftOut(result.left_out, kept);
     return true;

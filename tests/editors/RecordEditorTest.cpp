@@ -79,7 +79,9 @@ TEST_P(RecordEditorTest, AddsBehindTheLastOne) {
 
 TEST_P(RecordEditorTest, WalksWithoutWrappingAroundAndComesAnewAtTheFirst) {
   Open(3);
-  const struct { int button, number; } steps[] = {{1, 1}, {2, 2}, {3, 3}, {2, 3}, {1, 2}, {0, 1}, {3, 3}};
+  const struct {
+    int button, number;
+  } steps[] = {{1, 1}, {2, 2}, {3, 3}, {2, 3}, {1, 2}, {0, 1}, {3, 3}};
   for (const auto& step : steps) {
     ClickOn(Editor().cmdCardNav[step.button]);
     EXPECT_EQ(Position(), QStringLiteral("%1 (3)").arg(step.number));

@@ -182,8 +182,7 @@ TEST_F(BringOverTest, InPlaceTheOldFileIsKept) {
     QFile::remove(Path("orv.mdb"));
     ReplaceFile(Path("orv.mdb"), Sample());
     QString kept;
-    BringOverInPlace(
-        Path("orv.mdb"), [](int) {}, kept);
+    BringOverInPlace(Path("orv.mdb"), [](int) {}, kept);
     EXPECT_EQ(kept, Path(kept_name));
     EXPECT_EQ(ReadWhole(kept), Sample());
     EXPECT_FALSE(IsOldDatabase(Path("orv.mdb")));
@@ -193,12 +192,7 @@ TEST_F(BringOverTest, InPlaceTheOldFileIsKept) {
 TEST_F(BringOverTest, WhereTheOldFileCannotBeReplacedItStays) {
   ReplaceFile(Path("orv.mdb"), Sample());
   QString kept;
-  const auto bring = [&] {
-    return ErrorOf([&] {
-      BringOverInPlace(
-          Path("orv.mdb"), [](int) {}, kept);
-    });
-  };
+  const auto bring = [&] { return ErrorOf([&] { BringOverInPlace(Path("orv.mdb"), [](int) {}, kept); }); };
   {
     const ExclusiveFileLock elsewhere(Path("orv.mdb"));
     EXPECT_EQ(bring(), 70);

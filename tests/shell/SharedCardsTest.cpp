@@ -35,7 +35,7 @@ class SharedCardsTest : public testing::Test, protected MasterScene {
 TEST_F(SharedCardsTest, WhatRedrawsTheEditorsLeavesThemOnTheirCard) {
   const QString symbol = database_.WriteFile("s.bmp", TestDatabase::PlainPicture(9, 9, kBlack));
   AddSet("A", 2);
-  const CommandButton MasterForm::*buttons[] = {&MasterForm::cmdSymbolAdd, &MasterForm::cmdSymbolDel};
+  const CommandButton MasterForm::* buttons[] = {&MasterForm::cmdSymbolAdd, &MasterForm::cmdSymbolDel};
   const std::function<void()> roads[] = {
       [] { ClickOn(frmMaster->chkAutonumber); },
       [&] { ClickOn((*frmMaster).*buttons[0]); },
@@ -72,9 +72,7 @@ TEST_F(SharedCardsTest, AnEditorOfTheThirdEditionWhoseSetWasLeftTakesNoEdit) {
       [] { ClickOn(frmCard3rd->cmdDelPic); },
       [] { Choose(frmCard3rd->cboType, 1); },
       [] { PressKey(frmCard3rd->viewCard, Qt::Key_Left); },
-      [] {
-        frmCard3rd->Preview().lblPicSize.MouseMove({1, 0, 0, 300});
-      },
+      [] { frmCard3rd->Preview().lblPicSize.MouseMove({1, 0, 0, 300}); },
   };
   for (const auto& edit : edits) {
     Start();

@@ -27,7 +27,7 @@ void CheckName(const QString& name) {
 
 // The rights of a file that may be replaced; nothing where there is none yet.
 std::optional<mode_t> CheckTarget(const QString& path) {
-  struct stat target {};
+  struct stat target{};
   if (::stat(QFile::encodeName(path).constData(), &target) != 0) return {};
   if (!S_ISREG(target.st_mode) || (target.st_mode & S_IWUSR) == 0) throw RuntimeError(kErrPathFileAccess);
   return target.st_mode & 0777;

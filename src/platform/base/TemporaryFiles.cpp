@@ -69,7 +69,7 @@ void RemoveAbandonedFiles(const QString& folder) {
   for (const QString& name :
        QDir(folder).entryList({QStringLiteral(".orv*.tmp")}, QDir::Files | QDir::Hidden)) {
     const QByteArray file = QFile::encodeName(QDir(folder).filePath(name));
-    struct stat status {};
+    struct stat status{};
     const bool own = kPattern.match(name).hasMatch() && ::lstat(file.constData(), &status) == 0 &&
                      S_ISREG(status.st_mode) && status.st_uid == ::geteuid();
     if (own && IsAbandoned(name, status)) ::unlink(file.constData());

@@ -99,7 +99,7 @@ void CopyDatabase(const QString& source, const QString& target) {
   const ReadLock unchanged(source);
   const std::shared_ptr<LockedFile> file = LockShared(source);
   const int descriptor = DescriptorOf(*file);
-  struct stat status {};
+  struct stat status{};
   if (::fstat(descriptor, &status) != 0) ThrowFileError(errno);
   NewFile copy(target, status.st_mode & 0777);
   QByteArray block(kBlock, Qt::Uninitialized);

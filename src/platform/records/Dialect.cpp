@@ -17,7 +17,7 @@ struct Clauses {
 };
 
 struct ClauseStart {
-  TokenSpan Clauses::*part;
+  TokenSpan Clauses::* part;
   size_t begin, inner;  // with and without the clause's words
 };
 
@@ -29,7 +29,7 @@ size_t BehindSecondWord(TokenSpan tokens, size_t first, QStringView second) {
 }
 
 bool StartsClause(TokenSpan tokens, size_t i, ClauseStart* start) {
-  const auto begin = [&](TokenSpan Clauses::*part, size_t inner) {
+  const auto begin = [&](TokenSpan Clauses::* part, size_t inner) {
     *start = {part, i, inner};
     return inner != 0;
   };

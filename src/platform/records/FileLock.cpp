@@ -41,7 +41,7 @@ std::map<FileIdentity, std::weak_ptr<LockedFile>>& Held() {
 }
 
 FileIdentity Identify(const QByteArray& name) {
-  struct stat file {};
+  struct stat file{};
   if (::stat(name.constData(), &file) != 0) {
     throw RuntimeError(errno == ENOENT || errno == ENOTDIR ? kErrFileNotFound : kErrPathFileAccess);
   }

@@ -63,7 +63,9 @@ TEST(ApplicationTest, ThePicturesOfTheClipboard) {
 TEST(ApplicationTest, TheWaitCursorLastsAsLongAsItsObject) {
   {
     const WaitCursor outer;
-    { const WaitCursor inner; }
+    {
+      const WaitCursor inner;
+    }
     ASSERT_NE(QGuiApplication::overrideCursor(), nullptr);
     EXPECT_EQ(QGuiApplication::overrideCursor()->shape(), Qt::WaitCursor);
   }

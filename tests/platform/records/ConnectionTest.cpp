@@ -216,7 +216,9 @@ TEST_F(ConnectionTest, WithinAReadScopeAllReadsShowOneState) {
   {
     const ReadScope reading(connection_);
     EXPECT_EQ(title(), "Alpha");
-    { const ReadScope inner(connection_); }
+    {
+      const ReadScope inner(connection_);
+    }
     other.Execute("PRAGMA busy_timeout = 0");
     EXPECT_EQ(ErrorOf([&] { other.Execute("UPDATE tblCard_rows SET Title = 'x' WHERE CardID = 2"); }), 70);
     EXPECT_NE(ErrorOf([&] { Transaction change(connection_); }), 0);
@@ -224,7 +226,9 @@ TEST_F(ConnectionTest, WithinAReadScopeAllReadsShowOneState) {
   other.Execute("UPDATE tblCard_rows SET Title = 'x' WHERE CardID = 2");
   EXPECT_EQ(title(), "x");
   Transaction change(connection_);
-  { const ReadScope within(connection_); }
+  {
+    const ReadScope within(connection_);
+  }
   connection_.Execute("UPDATE tblCard_rows SET Title = 'y' WHERE CardID = 2");
   change.Commit();
   EXPECT_EQ(StoredTitle(), "y");
