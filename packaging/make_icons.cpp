@@ -1,7 +1,8 @@
 // Draws an SVG file as PNG files. Usage: make_icons SVG FOLDER SIZE...
 #include <QGuiApplication>
 #include <QImage>
-#include <QImageReader>
+#include <QPainter>
+#include <QSvgRenderer>
 #include <QTextStream>
 #include <cstdio>
 
@@ -9,12 +10,15 @@ int main(int argc, char** argv) {
   qputenv("QT_QPA_PLATFORM", "offscreen");
   const QGuiApplication application(argc, argv);
   const QStringList arguments = QGuiApplication::arguments();
+  QSvgRenderer icon(arguments[1]);
   for (const QString& size : arguments.mid(3)) {
-    QImageReader reader(arguments[1]);
-    reader.setScaledSize({size.toInt(), size.toInt()});
-    const QImage image = reader.read();
-    if (image.isNull() || !image.save(QStringLiteral("%1/%2.png").arg(arguments[2], size))) {
-      QTextStream(stderr) << arguments[1] << " at " << size << ": " << reader.errorString() << Qt::endl;
+    QImage image(size.toInt(), size.toInt(), QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    QPainter painter(&image);
+    icon.render(&painter);
+    painter.end();
+    if (!icon.isValid() || !image.save(QStringLiteral("%1/%2.png").arg(arguments[2], size))) {
+      QTextStream(stderr) << arguments[1] << " at " << size << ": can't be drawn or stored" << Qt::endl;
       return 1;
     }
   }

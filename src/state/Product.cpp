@@ -1,16 +1,19 @@
 #include "state/Product.h"
 
+#include "builtin/Faces.h"
+
 namespace orv {
 
 Program TheProgram() {
-  const QString plain = QStringLiteral("Liberation Sans");
   return {.name = QStringLiteral("Varnholt Card Set Creator"),
           .settings_name = QStringLiteral("ORV2"),
           .package_name = QStringLiteral("varnholt-card-set-creator"),
           .usual_face = QStringLiteral("Small Fonts"),
-          .stand_ins = {{QStringLiteral("Small Fonts"), plain},
-                        {QStringLiteral("Arial"), plain},
-                        {QStringLiteral("CasablancaAntique"), QStringLiteral("Essays1743")}}};
+          .faces = builtin::FaceFiles(),
+          .plain_family = builtin::kPlainFamily,
+          .stand_ins = {{QStringLiteral("Small Fonts"), builtin::kPlainFamily},
+                        {QStringLiteral("Arial"), builtin::kPlainFamily},
+                        {QStringLiteral("CasablancaAntique"), builtin::kAntiqueFamily}}};
 }
 
 }  // namespace orv

@@ -5,6 +5,7 @@ usage: batch_tool.py TOOL DATABASE
 """
 
 import contextlib
+import hashlib
 import os
 import shutil
 import sqlite3
@@ -70,8 +71,10 @@ class Result:
         return self
 
 
-def run(command):
-    return Result(subprocess.run(command, text=True, capture_output=True, check=False, timeout=LIMIT))
+def run(command, environment=None):
+    done = subprocess.run(command, env={**os.environ, **(environment or {})}, text=True, capture_output=True, check=False,
+                          timeout=LIMIT)
+    return Result(done)
 
 
 def few_cards(batch, count):
@@ -115,6 +118,41 @@ def test_formats(batch):
             told = subprocess.run(["identify", "-format", "%m %wx%h", os.path.join(batch.out, file)], text=True,
                                   capture_output=True, check=True).stdout
             check(told == f"{known_as} {kinds[file.split()[0]]}", f"{file}: {told}")
+
+
+SHEETS = {
+    SET: {
+        "C2_009_THE_HERON_WIFE.BMP": "6ad4043dbff58465",
+        "CH2_001_TIDE_WITCH.BMP": "a6007b3cfbe1c8f4",
+        "PP2_001_TIDE_WITCH.BMP": "f2486ba7e3700fae",
+        "LC2_001_THE_LANTERN_FAIR_ON_THE_LAST_NIGHT_OF_SUMMER.BMP": "05052cdcc1274dfb",
+    },
+    "The Winter Roads": {"C3_003_The_Hoar_Queen.BMP": "c3d81a8abed9a18f"},
+}
+
+# A user who wants no smoothing, other hinting and no face of the system.
+OWN_WISHES = """<?xml version="1.0"?><!DOCTYPE fontconfig SYSTEM "fonts.dtd"><fontconfig>
+<match target="pattern"><edit name="antialias" mode="assign" binding="strong"><bool>false</bool></edit>
+<edit name="autohint" mode="assign"><bool>true</bool></edit></match>
+<match target="font"><edit name="antialias" mode="assign" binding="strong"><bool>false</bool></edit>
+<edit name="autohint" mode="assign"><bool>true</bool></edit></match></fontconfig>"""
+
+
+def test_same_card_everywhere(batch):
+    """Neither the faces of the system nor what it does with them changes a sheet."""
+    batch.change("UPDATE tblSet SET FileCardNr = 1, ReplaceSpace = 1")
+    os.makedirs(batch.out)
+    wishes = os.path.join(batch.folder, "fonts.conf")
+    with open(wishes, "w", encoding="ascii") as file:
+        file.write(OWN_WISHES)
+    for environment in ({}, {"FONTCONFIG_FILE": wishes, "FREETYPE_PROPERTIES": "truetype:interpreter-version=35"}):
+        for name, sheets in SHEETS.items():
+            options = ["--database", batch.database, "--set", name, "--to", batch.out, "--format", "BMP"]
+            run([batch.tool, *options], environment).expect(0)
+            for file, digest in sheets.items():
+                with open(os.path.join(batch.out, file), "rb") as sheet:
+                    found = hashlib.sha256(sheet.read()).hexdigest()[:16]
+                check(found == digest, f"{file}: {found} with {environment}")
 
 
 def test_options(batch):
@@ -263,7 +301,7 @@ def test_full_disk_of_the_database(batch):
 
 def main():
     tool, database = map(os.path.abspath, sys.argv[1:])
-    tests = [test_usage, test_formats, test_options, test_bad_records, test_older_files, test_uncaught, test_hostile,
+    tests = [test_usage, test_same_card_everywhere, test_formats, test_options, test_bad_records, test_older_files, test_uncaught, test_hostile,
              test_check, test_no_folder, test_killed]
     if enter_own_mounts():
         tests += [test_full_disk, test_read_only_folder, test_full_disk_of_the_database]

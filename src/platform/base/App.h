@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 #include <vector>
 
 namespace orv {
@@ -15,6 +16,8 @@ struct Program {
   QString settings_name;           // under which the user's settings are kept
   QString package_name;            // of its package, and so of its folders and its desktop file
   QString usual_face;              // of a surface that is given no font
+  QStringList faces;               // files of the faces that the program carries
+  QString plain_family;            // of these, for a face that is neither installed nor stood in for
   std::vector<StandIn> stand_ins;  // what is drawn for a face that is not installed
 };
 

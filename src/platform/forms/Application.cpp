@@ -16,6 +16,7 @@
 #include "base/RuntimeError.h"
 #include "forms/Dialogs.h"
 #include "forms/Lifetime.h"
+#include "forms/inner/CarriedFaces.h"
 #include "forms/inner/CommandKeys.h"
 #include "forms/inner/Style.h"
 
@@ -73,6 +74,7 @@ struct Application::Impl {
 Application::Application(int& argc, char** argv, Display display, const Program& program) {
   App::SetRunning(program);
   has_display = display == Desktop;
+  qunsetenv("FREETYPE_PROPERTIES");  // would draw the letters of a card by other rules
   if (display == Offscreen) qputenv("QT_QPA_PLATFORM", "offscreen");
   QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
   impl_ = std::make_unique<Impl>(argc, argv);
@@ -80,6 +82,7 @@ Application::Application(int& argc, char** argv, Display display, const Program&
   QApplication::setApplicationName(program.name);
   QApplication::setDesktopFileName(program.package_name);
   QApplication::setQuitOnLastWindowClosed(false);
+  CarryFaces(program.faces);
   new CommandKeys;
   QApplication::setStyle(NewStyle());
   QApplication::setFont(InterfaceFont());

@@ -175,7 +175,8 @@ void PageWriter::Line(double x1, double y1, double x2, double y2, double thickne
 
 void PageWriter::Text(double x, double y, double height, const QString& text) {
   constexpr int kFaceScale = 64;
-  const TextFace& face = TextFace::For({QStringLiteral("Arial"), 7, false, false});
+  const Font plain{QStringLiteral("Arial"), 7, false, false};
+  const TextFace& face = TextFace::For(plain);
   QPainter& painter = impl_->painter;
   painter.save();
   painter.translate(x, y);

@@ -7,6 +7,7 @@
 #include <QProxyStyle>
 #include <QStyleOption>
 
+#include "base/App.h"
 #include "forms/inner/Icons.h"
 
 namespace orv {
@@ -137,7 +138,7 @@ QStyle* NewStyle() {
 QFont InterfaceFont() {
   QFont font = QGuiApplication::font();
   font.setPixelSize(kFontHeight);
-  if (!IsNarrow(font)) font.setFamily(QStringLiteral("Liberation Sans"));
+  if (!IsNarrow(font)) font.setFamily(App::Running().plain_family);
   return font;
 }
 

@@ -140,12 +140,13 @@ QRect InkOf(const QImage& mask) {
 
 }  // namespace
 
-QString FamilyFor(const QString& face) {
-  if (IsInstalled(face)) return face;
-  for (const Program::StandIn& stand_in : App::Running().stand_ins) {
-    if (face.compare(stand_in.face, Qt::CaseInsensitive) == 0) return stand_in.family;
+QStringList FamiliesFor(const QString& face) {
+  const Program& program = App::Running();
+  if (IsInstalled(face)) return {face, program.plain_family};
+  for (const Program::StandIn& stand_in : program.stand_ins) {
+    if (face.compare(stand_in.face, Qt::CaseInsensitive) == 0) return {stand_in.family, program.plain_family};
   }
-  return QStringLiteral("Liberation Sans");
+  return {program.plain_family};
 }
 
 struct TextFace::Impl {
@@ -164,7 +165,7 @@ struct TextFace::Impl {
       : font(MakeFont(description)), metrics(font), margin(metrics.height()) {}
 
   static QFont MakeFont(const orv::Font& description) {
-    QFont font(FamilyFor(description.Name));
+    QFont font(FamiliesFor(description.Name));
     const double pixels = description.Size * 96 / 72;  // no number at all counts as the smallest
     font.setPixelSize(pixels >= 1 ? static_cast<int>(std::lround(std::min(pixels, kMostPixels))) : 1);
     font.setBold(description.Bold);

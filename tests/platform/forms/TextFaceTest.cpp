@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QCryptographicHash>
 #include <QFontMetrics>
 #include <QImage>
 #include <QPainter>
@@ -34,7 +35,7 @@ QRect InkOf(const QImage& image) {
 
 // The same by the toolkit's own text output, with room on all sides.
 QRect InkByPainter(const Font& font, const QString& text, int top) {
-  QFont plain(FamilyFor(font.Name));
+  QFont plain(FamiliesFor(font.Name));
   plain.setPixelSize(static_cast<int>(std::lround(font.Size * 96 / 72)));
   plain.setBold(font.Bold);
   plain.setHintingPreference(QFont::PreferFullHinting);
@@ -94,6 +95,31 @@ TEST(TextFace, MarksOfLettersAreNeverCut) {
   }
 }
 
+// The digests hold on each system: neither its faces nor its version of a library changes a card.
+TEST(TextFace, LettersAreTheSameEverywhere) {
+  const struct {
+    Font font;
+    const char16_t* text;
+    const char* digest;
+  } rows[] = {
+      {{"Small Fonts", 6, false, false}, u"She will trade one thing, \u00C4\u00DF\u0159.", "6d992ddaff38ecfb"},
+      {{"Small Fonts", 7, true, false}, u"STRENGTH +9", "9ce9b46860daddfc"},
+      {{"Arial", 14.25, false, true}, u"\u0416\u0434\u0456 \u03A9\u03BC\u03AE", "b3586747daf99390"},
+      {{"CasablancaAntique", 14, false, false}, u"The Heron Wife", "6c23fbc4455ee0fb"},
+      {{"CasablancaAntique", 9, true, true}, u"with \u0416\u03A9, which it lacks", "9eec1c8ef7b953f6"},
+  };
+  for (const auto& row : rows) {
+    QImage image(300, 40, QImage::Format_RGB32);
+    image.fill(Qt::white);
+    TextFace::For(row.font).Draw(image, 20, 8, QString::fromUtf16(row.text), kBlack);
+    QCryptographicHash hash(QCryptographicHash::Sha256);
+    hash.addData(
+        QByteArray::fromRawData(reinterpret_cast<const char*>(image.constBits()), image.sizeInBytes()));
+    EXPECT_EQ(hash.result().toHex().left(16).toStdString(), row.digest)
+        << row.font.Name.toStdString() << " " << row.font.Size;
+  }
+}
+
 TEST(TextFace, WidthIsTheSumOfWholeAdvances) {
   const TextFace& face = TextFace::For(kSmall);
   const QString text = "AVATAR To Wä.";
@@ -119,7 +145,7 @@ TEST(TextFace, WhatFitsIsToldByTheWidthOfEachWholeCandidate) {
   for (const Font& font :
        {kSmall, Font{"Arial", 14.25, true, false}, {"CasablancaAntique", 14, false, true}}) {
     const TextFace& face = TextFace::For(font);
-    QFont shaped(FamilyFor(font.Name));
+    QFont shaped(FamiliesFor(font.Name));
     shaped.setPixelSize(static_cast<int>(std::lround(font.Size * 96 / 72)));
     shaped.setBold(font.Bold);
     shaped.setItalic(font.Italic);

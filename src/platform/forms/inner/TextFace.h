@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 #include <memory>
 
 #include "forms/Types.h"
@@ -39,8 +40,8 @@ class TextFace {
   std::shared_ptr<Impl> impl_;
 };
 
-// The family that stands in for a face which is not installed, by the running program's table; the name
-// itself if it is.
-QString FamilyFor(const QString& face);
+// What a face is drawn with: itself if it is installed, otherwise its stand-in by the running program's
+// table; a letter that this lacks is taken from the program's plain family before the system is asked for it.
+QStringList FamiliesFor(const QString& face);
 
 }  // namespace orv
