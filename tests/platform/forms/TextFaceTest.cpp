@@ -102,7 +102,9 @@ TEST(TextFace, LettersAreTheSameEverywhere) {
     const char16_t* text;
     const char* digest;
   } rows[] = {
-      {{"Small Fonts", 6, false, false}, u"She will trade one thing, \u00C4\u00DF\u0159.", "6d992ddaff38ecfb"},
+      {{"Small Fonts", 6, false, false},
+       u"She will trade one thing, \u00C4\u00DF\u0159.",
+       "6d992ddaff38ecfb"},
       {{"Small Fonts", 7, true, false}, u"STRENGTH +9", "9ce9b46860daddfc"},
       {{"Arial", 14.25, false, true}, u"\u0416\u0434\u0456 \u03A9\u03BC\u03AE", "b3586747daf99390"},
       {{"CasablancaAntique", 14, false, false}, u"The Heron Wife", "6c23fbc4455ee0fb"},
