@@ -38,7 +38,8 @@ std::int32_t Copy(const Connection& connection, const Table& table, std::int32_t
   RowCopier::Values replaced{{QStringLiteral("Nr"), int{ToInt16(to.number)}}};
   const bool has_file_name = std::ranges::any_of(
       table.columns, [](const schema::Column& column) { return QLatin1String(column.name) == u"FileName"; });
-  if (has_file_name) replaced[QStringLiteral("FileName")] = Value();
+  // As in a new record: the first save names the file.
+  if (has_file_name) replaced[QStringLiteral("FileName")] = QString();
   RowCopier copier(connection, connection, RowCopier::Keys::kSame);
   return copier.CopyRecord(table, key, from.set, to.set, replaced);
 }

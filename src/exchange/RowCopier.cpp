@@ -80,6 +80,12 @@ void CheckNumbers(const Table& table, const std::map<QString, Value>& row) {
                        QStringLiteral("The set is of an edition that the program doesn't know."));
 }
 
+// A card without a file name takes one at its first save, as one with an empty name does.
+Value ValueIn(const Column& column, const Value& value) {
+  const bool unnamed = value.IsNull() && Is(column.name, "FileName");
+  return unnamed ? Value(QString()) : ColumnValue(column.kind, value);
+}
+
 }  // namespace
 
 const Table& TableOf(const char* name) {
@@ -111,7 +117,7 @@ RowCopier::Row RowCopier::Read(const Table& table, std::int32_t key) const {
   Row row;
   if (rows.IsEOF()) return row;
   for (const Column& column : table.columns)
-    row[QLatin1String(column.name)] = ColumnValue(column.kind, rows[column.name].Get());
+    row[QLatin1String(column.name)] = ValueIn(column, rows[column.name].Get());
   if (keys_ == Keys::kNew) CheckNumbers(table, row);
   return row;
 }

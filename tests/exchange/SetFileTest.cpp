@@ -356,6 +356,14 @@ TEST_F(SetFileTest, ADuplicateStandsBehindItsOriginal) {
   EXPECT_EQ(ErrorOf([] { DuplicateRecord(modData::cn, "tblCard", 9999); }), 3021);
 }
 
+// A file of an earlier version may hold copies without one.
+TEST_F(SetFileTest, ACardWithoutAFileNameComesInWithAnEmptyOne) {
+  SaveSet(modData::cn, set_, File());
+  Tamper("UPDATE tblCard_rows SET FileName = NULL");
+  BringInSets(modData::cn, File());
+  EXPECT_EQ(Scalar(QStringLiteral("SELECT COUNT(*) FROM tblCard WHERE FileName IS NULL")), "0");
+}
+
 TEST_F(SetFileTest, ACopyInAnotherSetHasItsLockedType) {
   database_.AddCard(other_, 1, "Heather");
   for (const char* expected : {"2", "3"}) {

@@ -7,6 +7,7 @@
 #include "base/Files.h"
 #include "editors/frmCard2nd.h"
 #include "exchange/SetFile.h"
+#include "shell/frmCreate.h"
 #include "shell/inner/SetMenu.h"
 
 namespace orv {
@@ -89,6 +90,29 @@ TEST_F(ExchangeTest, ACardIsCopiedToAnotherSet) {
   ChooseInMenu("Copy to another set");
   EXPECT_EQ(Cards(other), "1Eel");
   EXPECT_EQ(Cards(set), "1Eel");
+}
+
+// Copies are written as other cards are, also those that an earlier version left without a file name.
+TEST_F(ExchangeTest, CopiesAreWrittenOut) {
+  const int other = database_.AddSet("B", 2), set = database_.AddSet("A", 2);
+  database_.AddCard(set, 1, "Eel");
+  database_.Execute("UPDATE tblCard SET FileName = 'Eel'");
+  Start();
+  frmMaster->tbar.ButtonClick("card2nd");
+  ChooseInMenu("Duplicate");
+  Retype(frmCard2nd->txtTitle, "Net");
+  dialogs_.modals = {[](Form&) { ClickOn(frmChooseSet->cmdOK); }};
+  ChooseInMenu("Copy to another set");
+  EXPECT_EQ(Scalar("SELECT group_concat(quote(FileName)) FROM tblCard"), "'Eel','',''");
+  database_.Execute("UPDATE tblCard SET FileName = NULL WHERE Title = 'Net'");
+  dialogs_.boxes.clear();
+  for (const int each : {set, other}) {
+    frmMaster->cboSet.SetListIndex(each == set ? 0 : 1);
+    frmCreate->CreateAllCards(true, false, false, false, false, false);
+  }
+  EXPECT_EQ(dialogs_.boxes.size(), 2u) << dialogs_.boxes.front().prompt.toStdString();
+  EXPECT_EQ(Scalar("SELECT group_concat(FileName) FROM tblCard"), "Eel,Net,Net");
+  EXPECT_TRUE(FileExists(database_.Path("C2 Net.BMP")));
 }
 
 // A database of an older version in the place of the program's: what the user is asked, and that No changes
