@@ -15,8 +15,8 @@ namespace {
 // them is drawn.
 constexpr int kGroup = 16;
 
-// A card without a file name, such as copies that an earlier version made, is saved as one with an empty name:
-// no dialog could give it one.
+// A card without a file name, such as copies that an earlier version made, is saved as one with an empty
+// name: no dialog could give it one.
 void FreezeName(Recordset& records) {
   if (records["FileName"].IsNull()) records["FileName"] = QString();
   if (!records["Title"].IsNull()) FillFileName(records);
