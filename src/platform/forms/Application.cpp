@@ -80,7 +80,7 @@ Application::Application(int& argc, char** argv, Display display, const Program&
   impl_ = std::make_unique<Impl>(argc, argv);
   quit_asked = false;
   QApplication::setApplicationName(program.name);
-  QApplication::setDesktopFileName(program.package_name);
+  QApplication::setDesktopFileName(program.desktop_id);
   QApplication::setQuitOnLastWindowClosed(false);
   CarryFaces(program.faces);
   new CommandKeys;
