@@ -12,10 +12,10 @@ struct Program {
     QString face;
     QString family;
   };
-  QString name;                    // the title of boxes that have none of their own
-  QString settings_name;           // under which the user's settings are kept
-  QString package_name;            // of its package, and so of its folders
-  QString desktop_id;              // of its entry in the menu of programs
+  QString name;           // the title of boxes that have none of their own
+  QString settings_name;  // under which the user's settings are kept
+  QString package_name;   // of its package, and so of its folders
+  QString desktop_id;     // of its entry in the menu of programs
   QString version;
   QString usual_face;              // of a surface that is given no font
   QStringList faces;               // files of the faces that the program carries
