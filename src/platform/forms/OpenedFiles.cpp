@@ -129,17 +129,18 @@ class Peer : public QObject {
 
 struct OpenedFiles::Impl {
   QLocalServer server;
+  QObject peers;
   QTimer look;
   std::deque<QString> waiting;
   std::function<void(const QString&)> open;
 
   void TakePeers() {
     while (QLocalSocket* const socket = server.nextPendingConnection()) {
-      if (server.findChildren<Peer*>(QString(), Qt::FindDirectChildrenOnly).size() >= kMostPeers) {
+      if (peers.children().size() >= kMostPeers) {
         delete socket;
         continue;
       }
-      new Peer(socket, &server, [this](const QString& file) {
+      new Peer(socket, &peers, [this](const QString& file) {
         waiting.push_back(file);
         if (QWidget* const dialog = QApplication::activeModalWidget()) {
           dialog->raise();
