@@ -170,7 +170,8 @@ TEST(TextFace, WhatFitsIsToldByTheWidthOfEachWholeCandidate) {
 
 TEST(TextFace, NoSizeIsTooLarge) {
   for (const double points : {5000.0, 1e300, -7.0, std::nan("")}) {
-    const TextFace& face = TextFace::For({"Small Fonts", points, false, false});
+    const Font font{"Small Fonts", points, false, false};
+    const TextFace& face = TextFace::For(font);
     EXPECT_LE(face.Height(), 500) << points;
     Drawn(face, "W");
   }
@@ -179,7 +180,8 @@ TEST(TextFace, NoSizeIsTooLarge) {
 TEST(TextFace, PointsAreWholePixelHeights) {
   using Row = std::pair<double, int>;
   for (const auto& [points, pixels] : {Row(5, 7), Row(5.25, 7), Row(7, 9), Row(14, 19), Row(14.25, 19)}) {
-    const TextFace& face = TextFace::For({"Small Fonts", points, false, false});
+    const Font font{"Small Fonts", points, false, false};
+    const TextFace& face = TextFace::For(font);
     EXPECT_GE(face.Height(), pixels);
     EXPECT_LE(face.Height(), pixels * 1.4);
   }
