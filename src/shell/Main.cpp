@@ -12,11 +12,13 @@
 #include "forms/Dialogs.h"
 #include "shell/frmMaster.h"
 #include "shell/inner/BringOverOldDatabase.h"
+#include "shell/inner/Manual.h"
 #include "state/ProgramFolder.h"
 #include "state/modData.h"
 
 namespace orv {
 bool Main() {
+  HelpAsked = ShowManual;
   TellWhenDatabaseIsInUse();
   const ProgramFolder folder = SettleProgramFolder();
   if (!folder.news.isEmpty()) MsgBox(folder.news, Icon::Information, QStringLiteral("New folder"));

@@ -26,6 +26,7 @@
 #include "shell/frmCreate.h"
 #include "shell/frmPrint.h"
 #include "shell/frmSetName.h"
+#include "shell/inner/Manual.h"
 #include "shell/inner/SetMenu.h"
 #include "state/modData.h"
 
@@ -124,7 +125,9 @@ void MasterForm::Arrange() {
                 {QStringLiteral("bringin"), QStringLiteral("&Bring in a set...")},
                 {},
                 {QStringLiteral("duplicate"), QStringLiteral("&Duplicate\tCtrl+D")},
-                {QStringLiteral("copytoset"), QStringLiteral("&Copy to another set...")}});
+                {QStringLiteral("copytoset"), QStringLiteral("&Copy to another set...")},
+                {},
+                {QStringLiteral("manual"), QStringLiteral("&Manual\tF1")}});
   DockTop(tbar);
 
   picSet.Place(0, 0, 12180, 1035);
@@ -381,6 +384,7 @@ void MasterForm::tbar_ButtonClick(const QString& key) {
   if (key == u"bringin") ShowBroughtIn(BringInSet());
   if (key == u"duplicate") DuplicateInEditor();
   if (key == u"copytoset") CopyToAnotherSet();
+  if (key == u"manual") ShowManual(nullptr);
 }
 
 void MasterForm::ShowBroughtIn(std::int32_t set_id) {
