@@ -15,13 +15,6 @@ namespace {
 // them is drawn.
 constexpr int kGroup = 16;
 
-// A card without a file name, such as copies that an earlier version made, is saved as one with an empty
-// name: no dialog could give it one.
-void FreezeName(Recordset& records) {
-  if (records["FileName"].IsNull()) records["FileName"] = QString();
-  if (!records["Title"].IsNull()) FillFileName(records);
-}
-
 // Numbers a group of records from the current one on, and stays there. Where the save freezes a name, it is
 // frozen here already.
 void NumberGroup(const OutputKind& kind, int number) {
@@ -31,7 +24,7 @@ void NumberGroup(const OutputKind& kind, int number) {
   int count = 0;
   for (; count < kGroup && number <= std::numeric_limits<std::int16_t>::max() && !records.IsEOF(); ++count) {
     records["Nr"] = number++;
-    if (freezes) FreezeName(records);
+    if (freezes && !records["Title"].IsNull()) FillFileName(records);
     records.Update();
     records.MoveNext();
   }
