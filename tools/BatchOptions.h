@@ -4,7 +4,7 @@
 #include <QStringList>
 #include <optional>
 
-#include "CommandLine.h"
+#include "base/CommandLine.h"
 #include "output/PictureFormats.h"
 
 namespace orv {

@@ -2,7 +2,7 @@
 
 #include <QString>
 
-#include "CommandLine.h"
+#include "base/CommandLine.h"
 #include "print/PrintOptions.h"
 
 namespace orv {

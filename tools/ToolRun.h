@@ -3,7 +3,7 @@
 #include <QString>
 #include <QStringList>
 
-#include "CommandLine.h"
+#include "base/CommandLine.h"
 #include "forms/Application.h"
 #include "state/Product.h"
 

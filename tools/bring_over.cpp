@@ -1,9 +1,10 @@
 // Makes a database of this program of one of an older version, without a window.
 #include <QCoreApplication>
 
-#include "CommandLine.h"
+#include "base/CommandLine.h"
 #include "base/RuntimeError.h"
 #include "exchange/BringOver.h"
+#include "state/Product.h"
 
 namespace orv {
 namespace {
@@ -26,7 +27,8 @@ int Run(const QString& old_path, const QString& new_path) {
 int main(int argc, char** argv) {
   using namespace orv;
   const QCoreApplication application(argc, argv);
-  CommandLine line("Makes a database of this program of one of an older version, which stays as it is.");
+  CommandLine line(TheProgram(),
+                   "Makes a database of this program of one of an older version, which stays as it is.");
   line.AddWord("OLD", "The database of the older version.", "OLD");
   line.AddValue("to", "The new file.", "NEW");
   return line.Run(QCoreApplication::arguments(), [&] {

@@ -98,6 +98,7 @@ int RunBatch(const BatchOptions& options) {
 int main(int argc, char** argv) {
   using namespace orv;
   CommandLine line(
+      TheProgram(),
       "Writes out all cards of a set, without a window. Needed are --set, and --to where the set has no "
       "folder "
       "stored. Options marked * are stored in the set; one that is not given keeps what the set holds.");

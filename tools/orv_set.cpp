@@ -2,13 +2,14 @@
 #include <QCoreApplication>
 #include <QDir>
 
-#include "CommandLine.h"
 #include "base/App.h"
+#include "base/CommandLine.h"
 #include "base/Files.h"
 #include "base/RuntimeError.h"
 #include "exchange/Copies.h"
 #include "exchange/SetFile.h"
 #include "exchange/SetTexts.h"
+#include "state/Product.h"
 #include "state/ProgramFolder.h"
 #include "state/modData.h"
 
@@ -113,7 +114,7 @@ class Command {
 int main(int argc, char** argv) {
   using namespace orv;
   const QCoreApplication application(argc, argv);
-  CommandLine line(kDescription);
+  CommandLine line(TheProgram(), kDescription);
   line.AddWord("COMMAND", "One of the above.", "COMMAND");
   line.AddWord("FILE", "Its file.", "[FILE]");
   line.AddValue("database", "The database; the program's own without it.", "FILE");

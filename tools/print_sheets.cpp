@@ -58,7 +58,7 @@ int RunPrint(const PrintCommand& command) {
 
 int main(int argc, char** argv) {
   using namespace orv;
-  CommandLine line("Writes the cards of a set as sheets for print, a PDF file.");
+  CommandLine line(TheProgram(), "Writes the cards of a set as sheets for print, a PDF file.");
   DeclarePrintCommand(line);
   return RunTool(argc, argv, line, ReadPrintCommand, RunPrint);
 }

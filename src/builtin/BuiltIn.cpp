@@ -3,18 +3,22 @@
 #include <QFile>
 
 // A static library's resources are not registered by themselves, and the macro wants no namespace.
-static void RegisterBitmaps() {
+static void RegisterFiles() {
   Q_INIT_RESOURCE(builtin);
 }
 
 namespace orv::builtin {
 namespace {
 
-QByteArray Bitmap(const QString& name) {
-  RegisterBitmaps();
-  QFile file(":/builtin/" + name + ".bmp");
+QByteArray Content(const QString& name) {
+  RegisterFiles();
+  QFile file(":/builtin/" + name);
   file.open(QIODevice::ReadOnly);
   return file.readAll();
+}
+
+QByteArray Bitmap(const QString& name) {
+  return Content(name + ".bmp");
 }
 
 }  // namespace
@@ -30,6 +34,10 @@ QByteArray CardFace3rd() {
 }
 QByteArray CharacterSheet() {
   return Bitmap("CharacterSheet");
+}
+
+QByteArray Copyright() {
+  return Content("copyright");
 }
 
 }  // namespace orv::builtin

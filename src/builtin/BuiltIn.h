@@ -11,4 +11,7 @@ QByteArray CardBack3rd();     // 161 x 245
 QByteArray CardFace3rd();     // 161 x 245, the preview's face until a card is drawn
 QByteArray CharacterSheet();  // 302 x 254
 
+// The licences of the program and of what it links and carries, as its package tells them, in UTF-8.
+QByteArray Copyright();
+
 }  // namespace orv::builtin

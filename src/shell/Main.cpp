@@ -9,18 +9,42 @@
 #include "editors/frmCard2nd.h"
 #include "editors/frmCharacter2nd.h"
 #include "editors/frmLarge2nd.h"
+#include "forms/Application.h"
 #include "forms/Dialogs.h"
+#include "forms/OpenedFiles.h"
 #include "shell/frmMaster.h"
 #include "shell/inner/BringOverOldDatabase.h"
 #include "shell/inner/Manual.h"
+#include "shell/inner/SetMenu.h"
 #include "state/ProgramFolder.h"
 #include "state/modData.h"
 
 namespace orv {
-bool Main() {
+namespace {
+
+// Whether another window has the file, or was to have it and doesn't answer.
+bool IsTakenElsewhere(const QString& file) {
+  if (file.isEmpty()) return false;
+  const HandedOver result = HandFileOver(modData::DatabasePath(), file);
+  if (result == HandedOver::NoAnswer) {
+    MsgBox(QStringLiteral(
+               "The program runs already and doesn't answer, so the file was not opened, and nothing "
+               "has changed.\r\n\r\nWait until its window answers again, or end it, and open the file "
+               "once more:\r\n") +
+               file,
+           Icon::Exclamation, QStringLiteral("Open a set"));
+    Application::Quit(1);
+  }
+  return result != HandedOver::NobodyThere;
+}
+
+}  // namespace
+
+bool Main(const QString& file) {
   HelpAsked = ShowManual;
   TellWhenDatabaseIsInUse();
   const ProgramFolder folder = SettleProgramFolder();
+  if (IsTakenElsewhere(file)) return false;
   if (!folder.news.isEmpty()) MsgBox(folder.news, Icon::Information, QStringLiteral("New folder"));
   if (!BringOverOldDatabase()) return false;
   if (folder.usable) modData::OpenDatabase(CountStart);
@@ -36,6 +60,11 @@ bool Main() {
   frmCharacter2nd.Load();
   frmLarge2nd.Load();
   return true;
+}
+
+void OfferSetOfFile(const QString& file) {
+  frmMaster->ComeToFront();
+  frmMaster->ShowBroughtIn(OfferSet(file));
 }
 
 namespace {

@@ -1,6 +1,9 @@
 #include "shell/inner/SetMenu.h"
 
+#include <QFileInfo>
+
 #include "base/FileName.h"
+#include "base/Files.h"
 #include "base/Quietly.h"
 #include "base/RuntimeError.h"
 #include "database/ListHelpers.h"
@@ -16,6 +19,9 @@ namespace {
 const QString kSave = QStringLiteral("Save set as");
 const QString kBring = QStringLiteral("Bring in a set");
 const QString kCopy = QStringLiteral("Copy");
+const QString kGap = QStringLiteral("\r\n\r\n");
+constexpr int kNamesToTell = 20;
+constexpr int kLettersToTell = 80;
 
 CommonDialog FileDialog(const QString& title) {
   CommonDialog dialog;
@@ -34,9 +40,37 @@ bool Try(const QString& title, const QString& failure, Action action) {
     action();
     return true;
   } catch (const RuntimeError& error) {
-    MsgBox(failure + QStringLiteral("\r\n\r\n") + error.NumberAndDescription(), Icon::Critical, title);
+    MsgBox(failure + kGap + error.NumberAndDescription(), Icon::Critical, title);
     return false;
   }
+}
+
+QString NotBroughtIn(const QString& path) {
+  return QStringLiteral("\"%1\" could not be brought in, and nothing has changed.").arg(FilePart(path));
+}
+
+// The key of the first, 0 for none.
+std::int32_t BringIn(const QString& path) {
+  std::vector<std::int32_t> keys;
+  Try(kBring, NotBroughtIn(path), [&] { keys = BringInSets(modData::cn, path); });
+  return keys.empty() ? 0 : keys.front();
+}
+
+// A file from elsewhere may hold any number of names of any length.
+QString Question(const QStringList& names, const QString& path) {
+  QStringList lines;
+  for (const QString& name : names.mid(0, kNamesToTell)) {
+    const QString line = name.simplified();
+    lines.append(line.size() > kLettersToTell ? line.left(kLettersToTell) + QChar(0x2026) : line);
+  }
+  if (names.size() > kNamesToTell)
+    lines.append(QStringLiteral("and %1 more").arg(names.size() - kNamesToTell));
+  const QString question = names.size() == 1 ? QStringLiteral("Bring in this set?")
+                                             : QStringLiteral("Bring in these %1 sets?").arg(names.size());
+  return question + kGap + lines.join(QStringLiteral("\r\n")) + kGap +
+         (names.size() == 1 ? QStringLiteral("It is in the file ")
+                            : QStringLiteral("They are in the file ")) +
+         path;
 }
 
 RecordEditor* EditorInFront() {
@@ -103,10 +137,26 @@ std::int32_t BringInSet() {
   CommonDialog dialog = FileDialog(kBring);
   dialog.CancelError = true;
   if (!Quietly({kErrCancel}, [&] { dialog.ShowOpen(); })) return 0;
-  std::vector<std::int32_t> keys;
-  Try(kBring, QStringLiteral("The file could not be brought in, and nothing has changed."),
-      [&] { keys = BringInSets(modData::cn, dialog.FileName); });
-  return keys.empty() ? 0 : keys.front();
+  return BringIn(dialog.FileName);
+}
+
+std::int32_t OfferSet(const QString& path) {
+  const QFileInfo file(path);
+  QString why = file.isDir()     ? QStringLiteral("It is a folder.")
+                : !file.exists() ? QStringLiteral("There is no such file.")
+                                 : QString();
+  QStringList names;
+  if (why.isEmpty()) {
+    const bool read = Try(kBring, NotBroughtIn(path), [&] { names = SetsInFile(path); });
+    if (!read) return 0;
+    if (names.isEmpty()) why = QStringLiteral("There is no set in it.");
+  }
+  if (!why.isEmpty()) {
+    MsgBox(NotBroughtIn(path) + kGap + why, Icon::Critical, kBring);
+    return 0;
+  }
+  const bool wanted = MsgBox(Question(names, path), Icon::Question, kBring, Buttons::YesNo) == Answer::Yes;
+  return wanted ? BringIn(path) : 0;
 }
 
 void DuplicateInEditor() {

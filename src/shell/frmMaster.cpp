@@ -26,6 +26,7 @@
 #include "shell/frmCreate.h"
 #include "shell/frmPrint.h"
 #include "shell/frmSetName.h"
+#include "shell/inner/About.h"
 #include "shell/inner/Manual.h"
 #include "shell/inner/SetMenu.h"
 #include "state/modData.h"
@@ -127,7 +128,8 @@ void MasterForm::Arrange() {
                 {QStringLiteral("duplicate"), QStringLiteral("&Duplicate\tCtrl+D")},
                 {QStringLiteral("copytoset"), QStringLiteral("&Copy to another set...")},
                 {},
-                {QStringLiteral("manual"), QStringLiteral("&Manual\tF1")}});
+                {QStringLiteral("manual"), QStringLiteral("&Manual\tF1")},
+                {QStringLiteral("about"), QStringLiteral("&About...")}});
   DockTop(tbar);
 
   picSet.Place(0, 0, 12180, 1035);
@@ -385,6 +387,10 @@ void MasterForm::tbar_ButtonClick(const QString& key) {
   if (key == u"duplicate") DuplicateInEditor();
   if (key == u"copytoset") CopyToAnotherSet();
   if (key == u"manual") ShowManual(nullptr);
+  if (key == u"about") {
+    frmAbout->ShowModal();
+    frmAbout.Unload();
+  }
 }
 
 void MasterForm::ShowBroughtIn(std::int32_t set_id) {

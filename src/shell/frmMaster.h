@@ -21,6 +21,8 @@ class MasterForm : public Form {
   void FocusSets();
   // Makes the editors follow the current set.
   void SetChange();
+  // Makes a set current that has come in; nothing for 0.
+  void ShowBroughtIn(std::int32_t set_id);
   // Sets the toolbar button that belongs to a form to pressed (1) or released (0); no button for an unknown
   // name.
   void FixButton(const QString& form_name, int value);
@@ -50,7 +52,6 @@ class MasterForm : public Form {
   void LoadWindowPosition();
   void SaveWindowPosition();
   void ExportToText();
-  void ShowBroughtIn(std::int32_t set_id);
   void PrintSheetsOfSet();
   void WriteSet();
   void ShowSymbol(const Picture& symbol, bool use);

@@ -8,6 +8,8 @@ Program TheProgram() {
   return {.name = QStringLiteral("Varnholt Card Set Creator"),
           .settings_name = QStringLiteral("ORV2"),
           .package_name = QStringLiteral("varnholt-card-set-creator"),
+          .desktop_id = QStringLiteral("org.varnholt.card_set_creator"),
+          .version = QStringLiteral("%1.%2").arg(kMajor).arg(kMinor),
           .usual_face = QStringLiteral("Small Fonts"),
           .faces = builtin::FaceFiles(),
           .plain_family = builtin::kPlainFamily,

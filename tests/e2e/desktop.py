@@ -174,6 +174,8 @@ class Program:
             self.database = os.path.join(folder, "data", "varnholt-card-set-creator", "orv.mdb")
         os.makedirs(os.path.join(folder, "settings", "ORV2"))
         os.makedirs(os.path.join(folder, "home"))
+        self.runtime = os.path.join(folder, "run")
+        os.makedirs(self.runtime, mode=0o700)
         self.write_settings()
 
     def write_settings(self, starts=0):
@@ -195,13 +197,14 @@ class Program:
         with open(path, "w", encoding="ascii") as file:
             store.write(file, space_around_delimiters=False)
 
-    def start(self):
+    def start(self, *arguments):
         environment = {**self.display.environment(), "QT_QPA_PLATFORM": "xcb",
                        "XDG_CONFIG_HOME": os.path.join(self.folder, "settings"),
-                       "XDG_DATA_HOME": os.path.join(self.folder, "data"), "HOME": os.path.join(self.folder, "home")}
+                       "XDG_DATA_HOME": os.path.join(self.folder, "data"), "HOME": os.path.join(self.folder, "home"),
+                       "XDG_RUNTIME_DIR": self.runtime}
         environment.pop("QT_SCALE_FACTOR", None)
         with open(self.log_path, "ab") as log:
-            self.process = subprocess.Popen([self.executable], env=environment, stdout=log, stderr=log)
+            self.process = subprocess.Popen([self.executable, *arguments], cwd=self.folder, env=environment, stdout=log, stderr=log)
         Program.started.append(self.process)
 
     def beside(self):

@@ -109,6 +109,7 @@ def test_full_disk(display, executable, database, folder):
     with nearly_full_disk(executable, database, folder) as disk:
         program = Program(display, executable, database, disk.folder)
         program.set("Database", "NoRoomForCopy", "told")
+        program.log_path = os.path.join(folder, "log")  # what it tells needs room, too
         window = Window(display, program)
         fail(window, 61, "Disk full", disk.fill, os.remove)
 

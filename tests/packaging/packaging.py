@@ -5,6 +5,7 @@ usage: packaging.py BUILD_FOLDER VERSION PROGRAM...; the first program is the wi
 """
 
 import gzip
+import os
 import pathlib
 import re
 import struct
@@ -15,6 +16,8 @@ import xml.etree.ElementTree as xml
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 NAME = "varnholt-card-set-creator"
+ID = "org.varnholt.card_set_creator"
+MIME_TYPE = "application/x-varnholt-card-set"
 
 
 def run(*command):
@@ -22,6 +25,11 @@ def run(*command):
     if done.returncode != 0:
         raise AssertionError(f"{' '.join(map(str, command))}: {done.stdout}")
     return done.stdout
+
+
+def as_desktop(share, *command):
+    """Runs what knows of the installed programs alone."""
+    return run("env", f"PATH={share.parent}/bin:{os.environ['PATH']}", f"XDG_DATA_DIRS={share}", f"XDG_DATA_HOME={share}/none", *command)
 
 
 def expect(true, what):
@@ -34,9 +42,10 @@ def options(text):
 
 
 def check_desktop(share, _, programs):
-    run("desktop-file-validate", share / "applications" / f"{NAME}.desktop")
-    entry = dict(line.split("=", 1) for line in (share / "applications" / f"{NAME}.desktop").read_text().splitlines()[1:])
-    expect(entry["Exec"] == programs[0], f"it starts {entry['Exec']}")
+    path = share / "applications" / f"{ID}.desktop"
+    run("desktop-file-validate", path)
+    entry = dict(line.split("=", 1) for line in path.read_text().splitlines()[1:])
+    expect(entry["Exec"] == f"{programs[0]} %f", f"it starts {entry['Exec']}")
     for size in (16, 22, 24, 32, 48, 64, 128, 256, 512):
         head = (share / "icons/hicolor" / f"{size}x{size}" / "apps" / f"{entry['Icon']}.png").read_bytes()
         expect(struct.unpack(">8x4x4sII", head[:24]) == (b"IHDR", size, size), f"the icon of {size} pixels")
@@ -44,9 +53,12 @@ def check_desktop(share, _, programs):
 
 
 def check_metainfo(share, version, programs):
-    path = share / "metainfo" / f"{NAME}.metainfo.xml"
+    path = share / "metainfo" / f"{ID}.metainfo.xml"
     run("appstreamcli", "validate", "--no-net", "--pedantic", path)
     component = xml.parse(path).getroot()
+    expect(component.findtext("id") == ID and component.findtext("launchable") == f"{ID}.desktop", "whose entry it is")
+    for image in component.iter("image"):
+        expect((ROOT / image.text.removeprefix(component.findtext("url"))).is_file(), f"no picture behind {image.text}")
     expect([binary.text for binary in component.iter("binary")] == programs, "the programs it names")
     changes = re.findall(r"^## \[(\d.*)\] - (\S+)$", (ROOT / "CHANGELOG.md").read_text(), re.M)
     releases = [(release.get("version"), release.get("date")) for release in component.iter("release")]
@@ -55,8 +67,15 @@ def check_metainfo(share, version, programs):
 
 def check_mime_type(share, *_):
     run("update-mime-database", share / "mime")
-    expect("application/x-varnholt-card-set:*.orvset" in (share / "mime/globs2").read_text(), "no file type for *.orvset")
-    expect("application/x-varnholt-card-set application/vnd.sqlite3" in (share / "mime/subclasses").read_text(), "whose file it is")
+    run("update-desktop-database", share / "applications")
+    expect(f"{MIME_TYPE}:*.orvset" in (share / "mime/globs2").read_text(), "no file type for *.orvset")
+    expect(f"{MIME_TYPE} application/vnd.sqlite3" in (share / "mime/subclasses").read_text(), "whose file it is")
+    # As a desktop asks which program opens a file.
+    (share / "set.orvset").write_bytes(b"SQLite format 3\0")
+    told = as_desktop(share, "gio", "info", "-a", "standard::content-type", share / "set.orvset")
+    expect(MIME_TYPE in told, f"the type of a file: {told}")
+    told = as_desktop(share, "gio", "mime", MIME_TYPE)
+    expect(f"{ID}.desktop" in told, f"who opens it: {told}")
 
 
 def check_manual(share, version, programs):
@@ -67,8 +86,11 @@ def check_manual(share, version, programs):
         expect(not warnings, f"{page.name}: {warnings}")
         expect(f'Creator {version}"' in text, f"{page.name} is of another version")
         told = options(text.replace("\\-", "-"))
-        offered = options(run(share.parent / "bin" / program, "--help")) if program != programs[0] else set()
+        # None of them needs a display for that.
+        offered = options(run("env", "-u", "QT_QPA_PLATFORM", "-u", "DISPLAY", "-u", "WAYLAND_DISPLAY", share.parent / "bin" / program, "--help"))
         expect(told == offered, f"{program}: options in the manual or in --help alone: {sorted(told ^ offered)}")
+        told_version = run("env", "-u", "QT_QPA_PLATFORM", share.parent / "bin" / program, "--version")
+        expect(told_version.endswith(f"{program} (Varnholt Card Set Creator) {version}\n"), f"the version that {program} tells: {told_version}")
 
 
 def check_licences(share, _, programs):

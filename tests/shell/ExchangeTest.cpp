@@ -52,8 +52,62 @@ TEST_F(ExchangeTest, ASetIsSavedAndBroughtIn) {
   ReplaceFile(path, QByteArray("no database"));
   dialogs_.files = {path};
   ChooseInMenu("Bring in a set");
-  EXPECT_TRUE(dialogs_.LastPrompt().startsWith("The file could not be brought in, and nothing has changed."));
+  EXPECT_TRUE(
+      dialogs_.LastPrompt().startsWith("\"bay.orvset\" could not be brought in, and nothing has changed."));
   EXPECT_EQ(frmMaster->cboSet.ListCount(), 2);
+}
+
+// What the user opens from the desktop.
+TEST_F(ExchangeTest, AFileThatIsOpenedIsAskedAbout) {
+  const int set = database_.AddSet("Bay", 2);
+  const int other = database_.AddSet(QString(200, 'x'), 2);
+  const QString one = database_.Path("one.orvset"), two = database_.Path("two.orvset");
+  Start();
+  for (const QString& path : {one, two}) SaveSet(modData::cn, set, path);
+  {
+    const Connection second = Connection::Open(two);
+    for (const char* name : {"Eel\nbay", "%1"})
+      second.Execute("INSERT INTO tblSet (SetName, EditionID) VALUES (?1, 2)", {Value(QString(name))});
+  }
+  SaveSet(modData::cn, other, database_.Path("long.orvset"));
+  struct Case {
+    QString file, told;
+    Answer answer;
+    int more;
+  };
+  database_.WriteFile("empty.orvset", {});
+  database_.WriteFile("text.orvset", "no set\n");
+  const QByteArray whole = ReadWhole(one);
+  database_.WriteFile("short.orvset", whole.chopped(5000));
+  QByteArray damaged = whole;
+  damaged.replace(4096, 20000, QByteArray(20000, '\xff'));
+  database_.WriteFile("damaged.orvset", damaged);
+  const QString refused = "\"%1\" could not be brought in, and nothing has changed.\r\n\r\n";
+  const auto path = [this](const char* name) { return database_.Path(name); };
+  const Case cases[] = {
+      {one, "Bring in this set?\r\n\r\nBay\r\n\r\nIt is in the file " + one, Answer::No, 0},
+      {two, "Bring in these 3 sets?\r\n\r\n%1\r\nBay\r\nEel bay\r\n\r\nThey are in the file ", Answer::Yes,
+       3},
+      {path("long.orvset"), "Bring in this set?\r\n\r\n" + QString(80, 'x') + QChar(0x2026) + "\r\n",
+       Answer::No, 0},
+      {path("none.orvset"), refused.arg("none.orvset") + "There is no such file.", Answer::Yes, 0},
+      {path("."), refused.arg(".") + "It is a folder.", Answer::Yes, 0},
+      {path("empty.orvset"), refused.arg("empty.orvset") + "3000, ", Answer::Yes, 0},
+      {path("text.orvset"), refused.arg("text.orvset") + "3000, ", Answer::Yes, 0},
+      {path("short.orvset"), refused.arg("short.orvset") + "3000, ", Answer::Yes, 0},
+      {path("damaged.orvset"), refused.arg("damaged.orvset") + "3000, ", Answer::Yes, 0},
+      {path("orv.mdb"), refused.arg("orv.mdb") + "3000, The file is the open database itself.", Answer::Yes,
+       0}};
+  int sets = 2;
+  for (const Case& each : cases) {
+    SCOPED_TRACE(each.file.toStdString());
+    dialogs_.answers = {each.answer};
+    OfferSetOfFile(each.file);
+    EXPECT_TRUE(dialogs_.LastPrompt().startsWith(each.told)) << dialogs_.LastPrompt().toStdString();
+    sets += each.more;
+    EXPECT_EQ(frmMaster->cboSet.ListCount(), sets);
+    EXPECT_EQ(Scalar("SELECT COUNT(*) FROM tblSet"), QString::number(sets));
+  }
 }
 
 TEST_F(ExchangeTest, ARecordIsDuplicatedByKeyAndByMenu) {

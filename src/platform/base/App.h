@@ -12,9 +12,11 @@ struct Program {
     QString face;
     QString family;
   };
-  QString name;                    // the title of boxes that have none of their own
-  QString settings_name;           // under which the user's settings are kept
-  QString package_name;            // of its package, and so of its folders and its desktop file
+  QString name;           // the title of boxes that have none of their own
+  QString settings_name;  // under which the user's settings are kept
+  QString package_name;   // of its package, and so of its folders
+  QString desktop_id;     // of its entry in the menu of programs
+  QString version;
   QString usual_face;              // of a surface that is given no font
   QStringList faces;               // files of the faces that the program carries
   QString plain_family;            // of these, for a face that is neither installed nor stood in for

@@ -9,6 +9,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <new>
+#include <optional>
 #include <utility>
 
 #include "base/App.h"
@@ -24,7 +25,7 @@
 namespace orv {
 namespace {
 
-bool quit_asked = false;
+std::optional<int> quit_status;
 bool has_display = true;
 
 // What a run-time error does that nobody catches. Every edit is stored already, so there is nothing to
@@ -79,9 +80,9 @@ Application::Application(int& argc, char** argv, Display display, const Program&
   if (display == Offscreen) qputenv("QT_QPA_PLATFORM", "offscreen");
   QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
   impl_ = std::make_unique<Impl>(argc, argv);
-  quit_asked = false;
+  quit_status.reset();
   QApplication::setApplicationName(program.name);
-  QApplication::setDesktopFileName(program.package_name);
+  QApplication::setDesktopFileName(program.desktop_id);
   QApplication::setQuitOnLastWindowClosed(false);
   CarryFaces(program.faces);
   new CommandKeys;
@@ -97,7 +98,7 @@ Application::~Application() {
 int Application::Run(const std::function<void()>& main) {
   return RunOnce([&main] {
     main();
-    return quit_asked ? 0 : QApplication::exec();
+    return quit_status ? *quit_status : QApplication::exec();
   });
 }
 
@@ -117,11 +118,11 @@ void Application::HandleInput() {
   QApplication::processEvents();
 }
 
-void Application::Quit() {
-  quit_asked = true;
+void Application::Quit(int status) {
+  if (!quit_status) quit_status = status;
   UnloadAll();
   // Asks no window any more.
-  QApplication::exit();
+  QApplication::exit(*quit_status);
 }
 
 namespace Screen {

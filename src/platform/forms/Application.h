@@ -26,8 +26,8 @@ class Application {
   int RunOnce(const std::function<int()>& action);
   // Deals with what the user has done meanwhile, for a long operation that can be stopped.
   static void HandleInput();
-  // Unloads all forms and ends the loop.
-  static void Quit();
+  // Unloads all forms and ends the loop; the exit status is that of the first call.
+  static void Quit(int status = 0);
   // Shows and draws what waits for it, during a long piece of work; what the user does meanwhile waits on.
   static void DrawNow();
 

@@ -65,6 +65,7 @@ class TextBox : public Control {
   int SelLength() const;
   void SetSelStart(int start);
   void SetSelLength(int length);
+  void SetLocked(bool locked);  // the user may read and copy, and not type
   Event<> Change;
 
  protected:

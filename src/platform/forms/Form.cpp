@@ -254,6 +254,13 @@ void Form::Show() {
   }
 }
 
+void Form::ComeToFront() {
+  QWidget* const window = Window();
+  window->setWindowState(window->windowState() & ~Qt::WindowMinimized);
+  window->raise();
+  window->activateWindow();
+}
+
 void Form::ShowBehind() {
   if (impl_->child == nullptr || ChildArea() == nullptr) return Show();
   if (impl_->child->isVisible()) return;

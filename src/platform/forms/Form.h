@@ -44,8 +44,9 @@ class Form : public Container {
   bool IsActive() const;
   // Modeless; brings it to the front. The main window grows to show a child as far as the screen allows.
   void Show();
-  void ShowBehind();  // child, modeless: below the others and without the keyboard
-  void ShowModal();   // returns when the form is hidden or closed
+  void ShowBehind();   // child, modeless: below the others and without the keyboard
+  void ComeToFront();  // of the desktop, also when it was minimised
+  void ShowModal();    // returns when the form is hidden or closed
   void Hide();
 
   // Main: puts a control of a fixed height over the area for children. In the order of the calls.

@@ -157,6 +157,10 @@ void TextBox::SetSelLength(int length) {
   Select(SelStart(), length);
 }
 
+void TextBox::SetLocked(bool locked) {
+  kind_ == SingleLine ? Line(*this).setReadOnly(locked) : Lines(*this).setReadOnly(locked);
+}
+
 void TextBox::Select(int start, int length) {
   const int size = static_cast<int>(Text().size());
   start = std::clamp(start, 0, size);
@@ -175,7 +179,8 @@ void TextBox::Select(int start, int length) {
 
 bool TextBox::Filter(QObject* object, QEvent* event) {
   // With Shift the key would make a break within the paragraph, which is no line end of the text.
-  if (kind_ == MultiLine && object == Handle() && event->type() == QEvent::KeyPress) {
+  if (kind_ == MultiLine && object == Handle() && event->type() == QEvent::KeyPress &&
+      !Lines(*this).isReadOnly()) {
     const auto& key = *static_cast<QKeyEvent*>(event);
     const bool enter = key.key() == Qt::Key_Return || key.key() == Qt::Key_Enter;
     if (enter && key.modifiers().testFlag(Qt::ShiftModifier)) {

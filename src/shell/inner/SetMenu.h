@@ -29,6 +29,9 @@ inline FormInstance<ChooseSetForm> frmChooseSet;
 void SaveSetAs();
 // Adds the set of a file that the user chooses; its key, 0 for none.
 std::int32_t BringInSet();
+// Asks whether to add the sets of a file that the user has opened, and does so; the key of the first, 0 for
+// none.
+std::int32_t OfferSet(const QString& path);
 // Puts a copy of the record in the editor in front behind it.
 void DuplicateInEditor();
 // Puts a copy of that record at the end of a set that the user chooses.

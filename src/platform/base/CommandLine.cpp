@@ -1,4 +1,4 @@
-#include "CommandLine.h"
+#include "base/CommandLine.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -15,7 +15,8 @@ void Tell(const QString& text) {
   QTextStream(stdout) << text << Qt::endl;
 }
 
-CommandLine::CommandLine(const QString& description) {
+CommandLine::CommandLine(const Program& program, const QString& description)
+    : product_(QStringLiteral("(%1) %2").arg(program.name, program.version)) {
   parser_.setApplicationDescription(description);
 }
 
@@ -32,12 +33,33 @@ void CommandLine::AddWord(const char* name, const QString& help, const char* syn
   ++most_words_;
 }
 
+void CommandLine::PassToolkitOptions() {
+  parser_.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
+  const auto pass = [this](const QString& name, const QString& value) {
+    QCommandLineOption option(name, {}, value);
+    option.setFlags(QCommandLineOption::HiddenFromHelp);
+    parser_.addOption(option);
+  };
+  for (const char* name : {"display", "geometry", "icon", "name", "platform", "platformpluginpath",
+                           "platformtheme", "plugin", "qmljsdebugger", "qwindowgeometry", "qwindowicon",
+                           "qwindowtitle", "session", "style", "stylesheet", "title"})
+    pass(QString::fromLatin1(name), QStringLiteral("VALUE"));
+  for (const char* name : {"reverse", "widgetcount"}) pass(QString::fromLatin1(name), {});
+}
+
 int CommandLine::Run(const QStringList& arguments, const std::function<int()>& action) {
-  parser_.addHelpOption();
+  parser_.addOption({{QStringLiteral("h"), QStringLiteral("help")}, QStringLiteral("Displays the options.")});
+  parser_.addOption(
+      {{QStringLiteral("v"), QStringLiteral("version")}, QStringLiteral("Displays the version.")});
+  const QString name = QFileInfo(arguments.value(0)).fileName();
   try {
     if (!parser_.parse(arguments)) throw WrongUsage{parser_.errorText()};
     if (Has("help")) {
       Tell(parser_.helpText());
+      return 0;
+    }
+    if (Has("version")) {
+      Tell(name + u' ' + product_);
       return 0;
     }
     if (Words().size() > most_words_)
@@ -45,7 +67,7 @@ int CommandLine::Run(const QStringList& arguments, const std::function<int()>& a
     return action();
   } catch (const WrongUsage& wrong) {
     Complain(wrong.message);
-    Complain(QStringLiteral("What it takes: %1 --help").arg(QFileInfo(arguments.value(0)).fileName()));
+    Complain(QStringLiteral("What it takes: %1 --help").arg(name));
     return kWrongUsage;
   }
 }
