@@ -16,6 +16,7 @@
 #include "shell/frmMaster.h"
 #include "shell/frmPrint.h"
 #include "shell/frmSetName.h"
+#include "shell/inner/About.h"
 #include "shell/inner/BringOverOldDatabase.h"
 #include "shell/inner/SetMenu.h"
 
@@ -55,6 +56,7 @@ constexpr struct {
     {Is<CompactForm>, "your_data.md#compacting"},
     {Is<BringOverForm>, "old_files.md"},
     {Is<ManualForm>, "index.md"},
+    {Is<AboutForm>, "index.md"},
 };
 
 }  // namespace
