@@ -14,6 +14,7 @@
 #include "forms/OpenedFiles.h"
 #include "shell/frmMaster.h"
 #include "shell/inner/BringOverOldDatabase.h"
+#include "shell/inner/Manual.h"
 #include "shell/inner/SetMenu.h"
 #include "state/ProgramFolder.h"
 #include "state/modData.h"
@@ -40,6 +41,7 @@ bool IsTakenElsewhere(const QString& file) {
 }  // namespace
 
 bool Main(const QString& file) {
+  HelpAsked = ShowManual;
   TellWhenDatabaseIsInUse();
   const ProgramFolder folder = SettleProgramFolder();
   if (IsTakenElsewhere(file)) return false;

@@ -27,6 +27,7 @@
 #include "shell/frmPrint.h"
 #include "shell/frmSetName.h"
 #include "shell/inner/About.h"
+#include "shell/inner/Manual.h"
 #include "shell/inner/SetMenu.h"
 #include "state/modData.h"
 
@@ -127,6 +128,7 @@ void MasterForm::Arrange() {
                 {QStringLiteral("duplicate"), QStringLiteral("&Duplicate\tCtrl+D")},
                 {QStringLiteral("copytoset"), QStringLiteral("&Copy to another set...")},
                 {},
+                {QStringLiteral("manual"), QStringLiteral("&Manual\tF1")},
                 {QStringLiteral("about"), QStringLiteral("&About...")}});
   DockTop(tbar);
 
@@ -384,6 +386,7 @@ void MasterForm::tbar_ButtonClick(const QString& key) {
   if (key == u"bringin") ShowBroughtIn(BringInSet());
   if (key == u"duplicate") DuplicateInEditor();
   if (key == u"copytoset") CopyToAnotherSet();
+  if (key == u"manual") ShowManual(nullptr);
   if (key == u"about") {
     frmAbout->ShowModal();
     frmAbout.Unload();

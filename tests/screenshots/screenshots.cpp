@@ -1,6 +1,7 @@
 // Makes a picture of each window, filled from a copy of the delivered database, without a display.
 // Usage: screenshots DATABASE FOLDER [dark]
 #include <QApplication>
+#include <QContextMenuEvent>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QKeyEvent>
@@ -30,6 +31,7 @@
 #include "shell/frmMaster.h"
 #include "shell/frmPrint.h"
 #include "shell/frmSetName.h"
+#include "shell/inner/Manual.h"
 #include "state/Product.h"
 #include "state/modData.h"
 
@@ -80,6 +82,27 @@ void GrabMenu(const char* name) {
   }
 }
 
+// A card with the menu that its picture has behind the right button.
+void GrabPictureMenu(CardEditor& editor, const char* name) {
+  editor.Show();
+  Settle();
+  QWidget* const window = frmMaster->Handle()->window();
+  QWidget& card = *editor.viewCard.Handle();
+  const QPoint at(90, 90);
+  QContextMenuEvent asked(QContextMenuEvent::Mouse, at, card.mapToGlobal(at));
+  QApplication::sendEvent(&card, &asked);
+  Settle();
+  QWidget* const menu = QApplication::activePopupWidget();
+  if (menu == nullptr) return;
+  QPixmap picture = window->grab();
+  const QPoint corner = card.mapTo(window, QPoint());
+  QPainter(&picture).drawPixmap(corner + at, menu->grab());
+  menu->close();
+  const QPoint first = corner - QPoint(12, 12);
+  Save(picture.copy(QRect(first, QSize(420, 324)).intersected(picture.rect())), name);
+  editor.Hide();
+}
+
 // Walks down a list as a user does.
 void WalkDown(const ListView& list, int times) {
   list.Handle()->setFocus();
@@ -112,6 +135,7 @@ int GrabAll(const QString& database) {
   frmMaster->SetHeight(720 * 15);
   GrabMenu("set_menu");
   GrabEditor(*frmCard2nd, 1, "card2nd");
+  GrabPictureMenu(*frmCard2nd, "picture_menu");
   GrabEditor(*frmCharacter2nd, 0, "character2nd");
   GrabEditor(*frmLarge2nd, 1, "large2nd");
   frmSetName->Init(QStringLiteral("The Saltwind Coast"), 1, 2);
@@ -130,6 +154,9 @@ int GrabAll(const QString& database) {
   WalkDown(frmCardList->lvCard, 3);
   GrabDialog(*frmCardList, "card_list");
   GrabDialog(*frmCR, "compact");
+  ShowManual(frmCard2nd.operator->());
+  Grab(*frmManual, "manual");
+  frmManual->Hide();
   frmMaster->cboSet.SetListIndex(1);
   GrabEditor(*frmCard3rd, 1, "card3rd");
   return 0;

@@ -71,6 +71,8 @@ struct Form::Impl {
 
 Form::Form(FormKind kind) : kind_(kind), impl_(std::make_unique<Impl>()) {
   auto* const content = new FormWindow;
+  content->form = this;
+  content->usable_beside_modal = kind == FormKind::Aside;
   content->closed = [this] { ClosedByFrame(); };
   content->inside_changed = [this] { FollowInside(); };
   content->key_left = [this](const KeyEvent& key) { Form_KeyDown(key); };
@@ -125,7 +127,7 @@ void Form::SetCaption(const QString& caption) {
 
 void Form::SetClientSize(int width, int height, bool resizable) {
   const QSize size(Pixels(width), Pixels(height));
-  const bool least = !resizable || kind_ != FormKind::Main;
+  const bool least = !resizable || kind_ == FormKind::Dialog || kind_ == FormKind::Child;
   Handle()->setMinimumSize(least ? size : QSize(0, 0));
   Handle()->setMaximumSize(resizable ? QSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX) : size);
   if (impl_->child == nullptr) Handle()->resize(size);

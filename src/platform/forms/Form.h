@@ -10,8 +10,9 @@
 namespace orv {
 
 // Dialog: a window of its own, usually shown modally. Child: lies inside the main window, when there
-// is one. Main: the main window with an area for children under what is docked at its top.
-enum class FormKind { Dialog, Child, Main };
+// is one. Main: the main window with an area for children under what is docked at its top. Aside: a window
+// of its own that can be used while another one is modal.
+enum class FormKind { Dialog, Child, Main, Aside };
 
 // A window. A program's form derives from it, has its controls as members and its handlers as functions,
 // and exists through a FormInstance.
@@ -22,8 +23,8 @@ class Form : public Container {
 
   QString Caption() const;
   void SetCaption(const QString& caption);
-  // The inside, in twips; `resizable` keeps it as the least size only. For a main window it is the size to
-  // start with.
+  // The inside, in twips; `resizable` keeps it as the least size only. For a main window and one aside it is
+  // the size to start with.
   void SetClientSize(int width, int height, bool resizable = false);
   // Place and size of the window in twips; for a child within the main window. Width and Height are
   // without the frame that a desktop draws around a window, so that a stored placement is found again.
@@ -77,6 +78,10 @@ class Form : public Container {
   struct Impl;
   std::unique_ptr<Impl> impl_;
 };
+
+// F1 was pressed: the form that has the keyboard, or over which a box stands that has it; none for a window
+// that is no form.
+inline Event<const Form*> HelpAsked;
 
 // The one instance of a form: comes into being at its first use, which runs Form_Load, and again after
 // it was unloaded.

@@ -2,9 +2,11 @@
 
 #include <QCloseEvent>
 #include <QDropEvent>
+#include <QGuiApplication>
 #include <QKeyEvent>
 #include <QPushButton>
 #include <QScrollBar>
+#include <QWindow>
 #include <algorithm>
 
 #include "forms/inner/ButtonRoles.h"
@@ -22,7 +24,14 @@ bool CanPress(const QAbstractButton* button) {
 bool FormWindow::event(QEvent* event) {
   const bool done = QWidget::event(event);
   if (event->type() == QEvent::LayoutRequest) inside_changed();
+  if (event->type() == QEvent::WindowBlocked && usable_beside_modal) JoinModal();
   return done;
+}
+
+// A modal window blocks all but those that belong to it.
+void FormWindow::JoinModal() {
+  QWindow* const modal = QGuiApplication::modalWindow();
+  if (modal != nullptr && modal != windowHandle()) windowHandle()->setTransientParent(modal);
 }
 
 void FormWindow::closeEvent(QCloseEvent* event) {

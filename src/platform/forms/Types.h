@@ -42,6 +42,7 @@ enum KeyCode : int {
   kKey2 = 50,
   kKeyC = 67,
   kKeyD = 68,
+  kKeyF = 70,
   kKeyN = 78,
   kKeyS = 83,
   kKeyV = 86,

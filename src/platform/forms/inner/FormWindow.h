@@ -12,10 +12,14 @@
 
 namespace orv {
 
+class Form;
+
 // The inside of a form, and the window itself unless the form is a child.
 class FormWindow : public QWidget {
  public:
   FormWindow() { setAcceptDrops(true); }
+  const Form* form = nullptr;  // that it belongs to
+  bool usable_beside_modal = false;
   std::function<void()> closed;                   // by the frame
   std::function<void()> inside_changed;           // what it asks for may be another size
   std::function<void(const KeyEvent&)> key_left;  // that its controls and buttons did not use
@@ -31,6 +35,7 @@ class FormWindow : public QWidget {
 
  private:
   bool PressButton(int key) const;
+  void JoinModal();
 };
 
 // Takes a child's inside and scrolls it where the window is too small.
