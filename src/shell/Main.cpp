@@ -11,10 +11,11 @@
 #include "editors/frmLarge2nd.h"
 #include "forms/Application.h"
 #include "forms/Dialogs.h"
+#include "forms/HelpKey.h"
 #include "forms/OpenedFiles.h"
+#include "shell/Manual.h"
 #include "shell/frmMaster.h"
 #include "shell/inner/BringOverOldDatabase.h"
-#include "shell/inner/Manual.h"
 #include "shell/inner/SetMenu.h"
 #include "state/ProgramFolder.h"
 #include "state/modData.h"
@@ -41,7 +42,7 @@ bool IsTakenElsewhere(const QString& file) {
 }  // namespace
 
 bool Main(const QString& file) {
-  HelpAsked = ShowManual;
+  SetHelp(ShowManual);
   TellWhenDatabaseIsInUse();
   const ProgramFolder folder = SettleProgramFolder();
   if (IsTakenElsewhere(file)) return false;

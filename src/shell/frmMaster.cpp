@@ -19,6 +19,7 @@
 #include "forms/Application.h"
 #include "forms/ControlHelpers.h"
 #include "forms/Dialogs.h"
+#include "forms/HelpKey.h"
 #include "output/modFile.h"
 #include "pictures/DroppedPicture.h"
 #include "pictures/FittedPicture.h"
@@ -27,7 +28,6 @@
 #include "shell/frmPrint.h"
 #include "shell/frmSetName.h"
 #include "shell/inner/About.h"
-#include "shell/inner/Manual.h"
 #include "shell/inner/SetMenu.h"
 #include "state/modData.h"
 
@@ -386,7 +386,7 @@ void MasterForm::tbar_ButtonClick(const QString& key) {
   if (key == u"bringin") ShowBroughtIn(BringInSet());
   if (key == u"duplicate") DuplicateInEditor();
   if (key == u"copytoset") CopyToAnotherSet();
-  if (key == u"manual") ShowManual(nullptr);
+  if (key == u"manual") AskForHelp(nullptr);
   if (key == u"about") {
     frmAbout->ShowModal();
     frmAbout.Unload();

@@ -27,11 +27,11 @@
 #include "forms/Application.h"
 #include "icons/Icons.h"
 #include "shell/Main.h"
+#include "shell/Manual.h"
 #include "shell/frmCreate.h"
 #include "shell/frmMaster.h"
 #include "shell/frmPrint.h"
 #include "shell/frmSetName.h"
-#include "shell/inner/Manual.h"
 #include "state/Product.h"
 #include "state/modData.h"
 

@@ -1,4 +1,4 @@
-#include "shell/inner/Manual.h"
+#include "shell/Manual.h"
 
 #include <QApplication>
 #include <QDir>

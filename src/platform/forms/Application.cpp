@@ -19,7 +19,6 @@
 #include "forms/Lifetime.h"
 #include "forms/inner/CarriedFaces.h"
 #include "forms/inner/CommandKeys.h"
-#include "forms/inner/HelpKey.h"
 #include "forms/inner/Style.h"
 
 namespace orv {
@@ -86,7 +85,6 @@ Application::Application(int& argc, char** argv, Display display, const Program&
   QApplication::setQuitOnLastWindowClosed(false);
   CarryFaces(program.faces);
   new CommandKeys;
-  new HelpKey;
   QApplication::setStyle(NewStyle());
   QApplication::setFont(InterfaceFont());
 }

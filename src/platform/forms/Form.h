@@ -79,10 +79,6 @@ class Form : public Container {
   std::unique_ptr<Impl> impl_;
 };
 
-// F1 was pressed: the form that has the keyboard, or over which a box stands that has it; none for a window
-// that is no form.
-inline Event<const Form*> HelpAsked;
-
 // The one instance of a form: comes into being at its first use, which runs Form_Load, and again after
 // it was unloaded.
 template <class T>
