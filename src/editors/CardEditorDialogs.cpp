@@ -51,9 +51,7 @@ void CardEditor::cmdSort_Click() {
   if (frmCardList->GoTo) {
     const int card = frmCardList->SelectedCardID;
     OpenCards();
-    modData::rsCard.Find(QStringLiteral("CardID = %1").arg(card));
-    if (modData::rsCard.IsEOF()) modData::rsCard.MoveFirst();
-    ShowCurrent();
+    ShowRecord(card);
   }
   frmCardList.Unload();
 }

@@ -118,7 +118,7 @@ void RecordEditor::Form_Load() {
 }
 
 void RecordEditor::Form_Unload() {
-  EditorClosed(QString::fromLatin1(kind_.form_name));
+  EditorClosed(FormName());
 }
 
 void RecordEditor::Form_KeyDown(const KeyEvent& key) {
@@ -202,6 +202,14 @@ void RecordEditor::ShowCurrent() {
   record_.Note();
   DrawRecord();
   ShowCard();
+}
+
+void RecordEditor::ShowRecord(std::int32_t key) {
+  Recordset& rows = kind_.rows;
+  if (!rows.IsOpen() || rows.IsEmpty()) return;
+  FindByKey(rows, kind_.key, key);
+  if (rows.IsEOF()) rows.MoveFirst();
+  ShowCurrent();
 }
 
 void RecordEditor::ShowWhatIsLeft() {

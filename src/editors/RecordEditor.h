@@ -54,6 +54,12 @@ class RecordEditor : public Form {
   virtual void DrawRecord() = 0;
   // Shows again what may have changed elsewhere, on the same record.
   void UpdateDisplay();
+  // The key of the record on show; 0 before the first.
+  std::int32_t ShownKey() const { return record_.Key(); }
+  // Shows the record with a key, or the first one where there is none with it.
+  void ShowRecord(std::int32_t key);
+  // Its name, such as "frmCard2nd".
+  QString FormName() const { return QString::fromLatin1(kind_.form_name); }
   // The editor that has the keyboard, or had it last, and a record to show; nothing without.
   static RecordEditor* InFront();
   // Puts a copy of the record on show behind it and shows the copy.

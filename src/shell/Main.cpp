@@ -60,6 +60,7 @@ bool Main(const QString& file) {
   frmCard2nd.Load();
   frmCharacter2nd.Load();
   frmLarge2nd.Load();
+  frmMaster->ShowWhereLeft();
   return true;
 }
 

@@ -28,6 +28,7 @@
 #include "shell/frmPrint.h"
 #include "shell/frmSetName.h"
 #include "shell/inner/About.h"
+#include "shell/inner/LeftOff.h"
 #include "shell/inner/SetMenu.h"
 #include "state/modData.h"
 
@@ -57,6 +58,16 @@ void Toggle(FormInstance<T>& form) {
   }
   form->FollowSet();
   form->Show();
+}
+
+// The editor of a name, made now if need be; nothing where the set has no such editor.
+RecordEditor* EditorOf(const QString& form_name) {
+  const bool second = modData::CurrentEditionID == 2;
+  if (form_name == u"frmCard2nd" && second) return &*frmCard2nd;
+  if (form_name == u"frmCard3rd" && !second) return &*frmCard3rd;
+  if (form_name == u"frmCharacter2nd") return &*frmCharacter2nd;
+  if (form_name == u"frmLarge2nd") return &*frmLarge2nd;
+  return nullptr;
 }
 
 // An editor that is loaded now shows the current set by that.
@@ -182,6 +193,7 @@ void MasterForm::Form_Load() {
 void MasterForm::Form_Unload() {
   EditorClosed = nullptr;
   SaveWindowPosition();
+  KeepWhereLeft();
   Application::Quit();
 }
 
@@ -446,6 +458,40 @@ void MasterForm::FixButton(const QString& form_name, int value) {
        {Pair{"frmCard2nd", 3}, {"frmCard3rd", 3}, {"frmCharacter2nd", 4}, {"frmLarge2nd", 5}}) {
     if (form_name == QLatin1String(pair.form)) tbar.SetValue(pair.button, value);
   }
+}
+
+void MasterForm::ShowWhereLeft() {
+  const LeftOff left = LeftOff::Of(modData::DatabasePath());
+  if (modData::CurrentSetID == 0 || left.set == 0) return;
+  if (modData::CurrentSetID != left.set) SelectItemData(cboSet, left.set);
+  if (modData::CurrentSetID != left.set) return;
+  for (const LeftOff::Editor& each : left.editors) {
+    RecordEditor* const editor = EditorOf(each.form);
+    if (editor == nullptr) continue;
+    editor->FollowSet();
+    editor->Show();
+    editor->ShowRecord(each.record);
+    FixButton(each.form, 1);
+  }
+}
+
+// Where the user's folder is full or can't be written to, the program opens on the first set the next time.
+void MasterForm::KeepWhereLeft() const {
+  if (!modData::DatabaseFound) return;
+  LeftOff left;
+  left.set = modData::CurrentSetID;
+  const auto add = [&left](auto& form) {
+    if (form.IsVisible()) left.editors.push_back({form->FormName(), form->ShownKey()});
+  };
+  add(frmCard2nd);
+  add(frmCard3rd);
+  add(frmCharacter2nd);
+  add(frmLarge2nd);
+  if (const RecordEditor* const front = RecordEditor::InFront()) {
+    std::ranges::stable_partition(
+        left.editors, [&](const LeftOff::Editor& each) { return each.form != front->FormName(); });
+  }
+  Quietly({kErrPathFileAccess}, [&] { left.Keep(modData::DatabasePath()); });
 }
 
 void MasterForm::LoadWindowPosition() {

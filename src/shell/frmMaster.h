@@ -21,6 +21,8 @@ class MasterForm : public Form {
   void FocusSets();
   // Makes the editors follow the current set.
   void SetChange();
+  // The set, the editors and their records as the user left this database, as far as they are still there.
+  void ShowWhereLeft();
   // Makes a set current that has come in; nothing for 0.
   void ShowBroughtIn(std::int32_t set_id);
   // Sets the toolbar button that belongs to a form to pressed (1) or released (0); no button for an unknown
@@ -51,6 +53,7 @@ class MasterForm : public Form {
   void RedrawEditors();
   void LoadWindowPosition();
   void SaveWindowPosition();
+  void KeepWhereLeft() const;
   void ExportToText();
   void PrintSheetsOfSet();
   void WriteSet();

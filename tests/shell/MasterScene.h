@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "base/Settings.h"
 #include "forms/Application.h"
 #include "shell/Main.h"
 #include "shell/frmMaster.h"
@@ -16,7 +17,12 @@ namespace orv {
 // The program as it starts, with its main window.
 class MasterScene {
  protected:
+  // For the first time, whatever an earlier start has left.
   void Start() {
+    SaveSetting("LeftOff", "Databases", {});
+    StartAgain();
+  }
+  void StartAgain() {
     modData::cn = Connection();
     ASSERT_TRUE(Main());
   }

@@ -4,11 +4,16 @@
 #include <QClipboard>
 #include <QTest>
 
+#include "base/App.h"
 #include "base/Files.h"
 #include "base/Settings.h"
 #include "editors/frmCard2nd.h"
 #include "editors/frmCard3rd.h"
+#include "editors/frmLarge2nd.h"
+#include "forms/Lifetime.h"
 #include "shell/frmCreate.h"
+#include "shell/inner/About.h"
+#include "shell/inner/LeftOff.h"
 #include "support/Errors.h"
 #include "support/Gestures.h"
 
@@ -215,6 +220,91 @@ TEST_F(MasterTest, ThePlacementIsKeptAndBroughtOntoTheScreen) {
   frmMaster->SetWidth(7500);
   frmMaster.Unload();
   EXPECT_EQ(GetSetting("MainWindow", "WidthPos"), "7500");
+}
+
+TEST_F(MasterTest, TheProgramOpensWhereItWasLeft) {
+  int sets[3];
+  for (int i = 0; i < 3; ++i) {
+    sets[i] = database_.AddSet(QString(QChar('A' + i)), i == 2 ? 3 : 2);
+    for (int nr = 1; nr <= 3; ++nr)
+      database_.AddCard(sets[i], nr, QString("%1%2").arg(QChar('A' + i)).arg(nr));
+    database_.AddLargeCard(sets[i], 1, "Large");
+  }
+  const auto expect = [](int set, const QString& card, bool large_is_open) {
+    EXPECT_EQ(modData::CurrentSetID, set);
+    EXPECT_EQ(frmMaster->cboSet.ListIndex(), set - 1);
+    EXPECT_EQ(frmCard2nd.IsVisible(), !card.isEmpty());
+    if (!card.isEmpty()) {
+      EXPECT_EQ(frmCard2nd->txtTitle.Text(), card);
+    }
+    EXPECT_EQ(frmMaster->tbar.Value(3), frmCard2nd.IsVisible() || frmCard3rd.IsVisible() ? 1 : 0);
+    EXPECT_EQ(frmLarge2nd.IsVisible(), large_is_open);
+    EXPECT_EQ(frmMaster->tbar.Value(5), large_is_open ? 1 : 0);
+  };
+  const auto leave = [] {
+    frmMaster.Unload();
+    UnloadAll();
+  };
+  Start();
+  expect(sets[0], "", false);
+  Choose(frmMaster->cboSet, 1);
+  frmMaster->tbar.ButtonClick("large2nd");
+  frmMaster->tbar.ButtonClick("card2nd");
+  ClickOn(frmCard2nd->cmdCardNav[3]);
+  leave();
+  StartAgain();
+  expect(sets[1], "B3", true);
+  EXPECT_EQ(RecordEditor::InFront(), &*frmCard2nd);
+  Retype(frmCard2nd->txtTitle, "typed");
+  EXPECT_EQ(Scalar("SELECT Title FROM tblCard WHERE CardID = 6"), "typed");
+  leave();
+  database_.Execute("DELETE FROM tblCard WHERE CardID = 6");
+  StartAgain();
+  expect(sets[1], "B1", true);
+  Choose(frmMaster->cboSet, 2);
+  frmCard2nd->Hide();
+  frmMaster->tbar.ButtonClick("card2nd");
+  leave();
+  StartAgain();
+  expect(sets[2], "", true);
+  EXPECT_TRUE(frmCard3rd.IsVisible());
+  leave();
+  database_.Execute("DELETE FROM tblSet WHERE SetName = 'C'");
+  StartAgain();
+  expect(sets[0], "", false);
+  EXPECT_FALSE(frmCard3rd.IsVisible());
+  leave();
+  for (const char* nonsense : {"{", "[1,null,{}]", R"([{"database":7,"set":{}}])"}) {
+    SaveSetting("LeftOff", "Databases", nonsense);
+    StartAgain();
+    expect(sets[0], "", false);
+    leave();
+  }
+}
+
+TEST_F(MasterTest, TheDatabasesThatWereLeftLongestAgoAreForgotten) {
+  const auto path = [this](int i) { return database_.WriteFile(QString("%1.mdb").arg(i), "x"); };
+  for (int i = 1; i <= 21; ++i) LeftOff{.set = i, .editors = {{"frmLarge2nd", i}}}.Keep(path(i));
+  LeftOff{.set = 30, .editors = {}}.Keep(path(3));
+  EXPECT_EQ(LeftOff::Of(path(1)).set, 0);
+  EXPECT_EQ(LeftOff::Of(path(2)).editors.front().record, 2);
+  EXPECT_EQ(LeftOff::Of(path(3)).set, 30);
+  EXPECT_EQ(LeftOff::Of(path(21)).set, 21);
+}
+
+TEST_F(MasterTest, AboutTellsVersionAndLicences) {
+  Start();
+  dialogs_.modals = {[](Form&) {
+    EXPECT_TRUE(frmAbout->lblVersion.Caption().endsWith(App::Running().version));
+    const QString licences = frmAbout->txtLicences.Text();
+    for (const char* part : {"GPL-3+", "OFL-1.1", "libjpeg"}) EXPECT_TRUE(licences.contains(part)) << part;
+    PressKey(frmAbout->txtLicences, Qt::Key_X);
+    EXPECT_EQ(frmAbout->txtLicences.Text(), licences);
+    PressKey(frmAbout->txtLicences, Qt::Key_Escape);
+    EXPECT_FALSE(frmAbout.IsVisible());
+  }};
+  frmMaster->tbar.ButtonClick("about");
+  EXPECT_TRUE(dialogs_.modals.empty());
 }
 
 TEST_F(MasterTest, AFileThatIsNoWholeDatabaseIsMissingAndLeftAsItWas) {

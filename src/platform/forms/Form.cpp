@@ -26,6 +26,12 @@ QPointer<QMdiArea>& ChildArea() {
   return area;
 }
 
+bool NoChildIsShown() {
+  const QList<QMdiSubWindow*> children =
+      ChildArea() != nullptr ? ChildArea()->subWindowList() : QList<QMdiSubWindow*>();
+  return std::ranges::none_of(children, [](const QMdiSubWindow* child) { return child->isVisible(); });
+}
+
 // What the area offers; as much as is wanted while it isn't on show.
 QSize ChildRoom(const QSize& wanted) {
   return ChildArea() != nullptr && ChildArea()->isVisible() ? ChildArea()->viewport()->size() : wanted;
@@ -65,6 +71,7 @@ struct Form::Impl {
   bool sized = false;           // the program has chosen its size
   bool shown = false;           // has been shown before
   bool makes_room = false;      // of a child: the main window grows for it
+  bool fills = false;           // of a child: it was opened alone and has all the area
   QSize wanted;                 // of a child: the largest size that its inside has asked for
   QSize fitted;                 // of a child: the size that it was last given by itself
 };
@@ -182,11 +189,13 @@ bool Form::IsActive() const {
   return impl_->child != nullptr && ChildArea() != nullptr && ChildArea()->currentSubWindow() == impl_->child;
 }
 
-// A child takes the size of its inside, as far as there is room. Its frame forgets a size that it was given
-// before it was shown in a visible area, so this comes when it is shown.
+// A child takes the size of its inside, as far as there is room, and all of it if it is opened alone. Its
+// frame forgets a size that it was given before it was shown in a visible area, so this comes when it is
+// shown.
 void Form::SizeChild() {
   if (impl_->child->isVisible() || impl_->sized) return;
   const bool first = !std::exchange(impl_->shown, true);
+  impl_->fills = impl_->makes_room && NoChildIsShown();
   impl_->child->show();
   if (first) impl_->fitted = impl_->child->size();
   FollowInside();
@@ -217,6 +226,7 @@ void Form::FitChild(bool make_room) {
   }
   const QSize room = ChildRoom(impl_->wanted);
   impl_->fitted = child.WithBars(impl_->wanted, room).boundedTo(room).expandedTo(least);
+  if (impl_->fills) impl_->fitted = impl_->fitted.expandedTo(room);
   child.resize(impl_->fitted);
   if (child.size() != before) child.move(Within(QRect(QPoint(0, 0), room), child.geometry()));
 }
