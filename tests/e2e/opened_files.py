@@ -7,6 +7,7 @@ usage: opened_files.py EXECUTABLE DATABASE        (orv_set lies beside EXECUTABL
 import contextlib
 import os
 import pathlib
+import shutil
 import signal
 import socket
 import subprocess
@@ -28,9 +29,10 @@ class Desk:
         self.display = display
         self.program = Program(display, executable, database, folder)
         self.file = os.path.join(folder, "roads.orvset")
+        source = shutil.copyfile(database, os.path.join(folder, "source.mdb"))  # an installed program makes its own at the first start
         subprocess.run([os.path.join(os.path.dirname(executable), "orv_set"), "save", self.file, "--set", SET,
-                        "--database", self.program.database], check=True)
-        self.before = self.program.value(SETS)
+                        "--database", source], check=True)
+        self.before = 2
 
     def start(self, *arguments):
         program = self.program.beside()
@@ -55,7 +57,9 @@ class Desk:
         self.display.gone(title)
 
     def expect_sets(self, more):
-        self.program.wait_value(self.before + more, SETS)
+        if not os.path.exists(self.program.database):
+            return check(more == 0, "no window has opened yet")
+        return self.program.wait_value(self.before + more, SETS)
 
 
 def test_without_a_window(*scene):
