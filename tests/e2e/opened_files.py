@@ -133,6 +133,16 @@ def test_peers_that_send_anything(*scene):
     check(first.process.poll() is None, first.log())
 
 
+def test_no_way_to_a_window(*scene):
+    """What is missing is told, in place of a crash."""
+    desk = Desk(*scene)
+    for platform in ("wayland", "xcb"):
+        environment = {key: value for key, value in os.environ.items() if key not in ("DISPLAY", "WAYLAND_DISPLAY")}
+        done = subprocess.run([desk.program.executable], env={**environment, "QT_QPA_PLATFORM": platform}, text=True,
+                              capture_output=True, check=False, timeout=20)
+        check(done.returncode == 1 and "libqt6gui6" in done.stderr, f"{platform}: {done.returncode} {done.stderr!r}")
+
+
 def test_wrong_usage(*scene):
     """Told without a display, and nothing is started."""
     desk = Desk(*scene)
@@ -145,4 +155,4 @@ def test_wrong_usage(*scene):
 
 if __name__ == "__main__":
     sys.exit(run_on_displays([test_without_a_window, test_the_window_that_runs_takes_it, test_a_window_that_hangs,
-                              test_peers_that_send_anything, test_wrong_usage], *map(os.path.abspath, sys.argv[1:])))
+                              test_peers_that_send_anything, test_no_way_to_a_window, test_wrong_usage], *map(os.path.abspath, sys.argv[1:])))

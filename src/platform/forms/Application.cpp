@@ -52,6 +52,30 @@ bool has_display = true;
   }
 }
 
+// While the application comes into being, the toolkit ends the process with a crash where it finds no plug-in
+// for the platform, or the plug-in no display.
+class PlatformWatch {
+ public:
+  PlatformWatch() { former_ = qInstallMessageHandler(Handle); }
+  ~PlatformWatch() { qInstallMessageHandler(former_); }
+  PlatformWatch(const PlatformWatch&) = delete;
+  PlatformWatch& operator=(const PlatformWatch&) = delete;
+
+ private:
+  static void Handle(QtMsgType type, const QMessageLogContext& context, const QString& text) {
+    if (type != QtFatalMsg) return former_(type, context, text);
+    std::fprintf(
+        stderr,
+        "%s\n\nThe program can't open a window. Either there is no display, or the plug-in of Qt for it is "
+        "missing: on Debian, that for X11 is in the package libqt6gui6, that for Wayland in qt6-wayland, and "
+        "QT_QPA_PLATFORM=xcb in the environment asks for the former.\n",
+        qUtf8Printable(text));
+    std::_Exit(1);
+  }
+
+  static inline QtMessageHandler former_ = nullptr;
+};
+
 class DesktopApplication : public QApplication {
  public:
   using QApplication::QApplication;
@@ -78,12 +102,19 @@ Application::Application(int& argc, char** argv, Display display, const Program&
   qunsetenv("FREETYPE_PROPERTIES");  // would draw the letters of a card by other rules
   if (display == Offscreen) qputenv("QT_QPA_PLATFORM", "offscreen");
   QGuiApplication::setHighDpiScaleFactorRoundingPolicy(Qt::HighDpiScaleFactorRoundingPolicy::PassThrough);
-  impl_ = std::make_unique<Impl>(argc, argv);
+  {
+    const PlatformWatch watch;
+    impl_ = std::make_unique<Impl>(argc, argv);
+  }
   quit_status.reset();
   QApplication::setApplicationName(program.name);
   QApplication::setDesktopFileName(program.desktop_id);
   QApplication::setQuitOnLastWindowClosed(false);
-  CarryFaces(program.faces);
+  try {
+    CarryFaces(program.faces);
+  } catch (const RuntimeError& error) {
+    EndProgram(error);
+  }
   new CommandKeys;
   QApplication::setStyle(NewStyle());
   QApplication::setFont(InterfaceFont());
