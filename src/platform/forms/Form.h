@@ -2,6 +2,7 @@
 
 #include <functional>
 #include <memory>
+#include <vector>
 
 #include "forms/Control.h"
 #include "forms/DataObject.h"
@@ -12,6 +13,9 @@ namespace orv {
 // Dialog: a window of its own, usually shown modally. Child: lies inside the main window, when there
 // is one. Main: the main window with an area for children under what is docked at its top.
 enum class FormKind { Dialog, Child, Main };
+
+// The keys that lead between the parts of the main window.
+std::vector<CommandKey> WindowKeys();
 
 // A window. A program's form derives from it, has its controls as members and its handlers as functions,
 // and exists through a FormInstance.
@@ -55,6 +59,8 @@ class Form : public Container {
   // only hidden, so that its caller can still read it).
   virtual void Form_Load() {}
   virtual void Form_Unload() {}
+  // Whether a key is a command of the form, and so not for the control with the focus.
+  virtual bool Claims(const KeyEvent&) const { return false; }
   // A key that the control with the focus did not use.
   virtual void Form_KeyDown(const KeyEvent&) {}
   // Files or a picture were dropped where no control takes them.
