@@ -63,42 +63,48 @@ void PictureFitter::ShowReadout() {
                                 .arg(std::lround(kDotsPerInch / picture_.Scale())));
 }
 
+struct PictureFitter::Command {
+  enum Needs { Picture, Scaling, Clipboard };
+  const char* caption;
+  const char* keys;
+  Needs needs;
+  void (*run)(PictureFitter& fitter);
+};
+
+const PictureFitter::Command PictureFitter::kCommands[] = {
+    {"&Fit the frame", "Ctrl+1", Command::Scaling, [](PictureFitter& f) { f.Fit(Fitting::Inside); }},
+    {"F&ill the frame", "Ctrl+2", Command::Scaling, [](PictureFitter& f) { f.Fit(Fitting::Over); }},
+    {"&Natural size", "Ctrl+0", Command::Scaling, [](PictureFitter& f) { f.Natural(); }},
+    {"&Larger", "Ctrl++", Command::Scaling, [](PictureFitter& f) { f.Step(1, f.Middle()); }},
+    {"S&maller", "Ctrl+-", Command::Scaling, [](PictureFitter& f) { f.Step(-1, f.Middle()); }},
+    {"&Paste", "Ctrl+V", Command::Clipboard, [](PictureFitter& f) { f.Paste(); }},
+    {"&Copy", "Ctrl+C", Command::Picture, [](PictureFitter& f) { f.Copy(); }},
+    {"&Save picture as...", "Ctrl+S", Command::Picture, [](PictureFitter& f) { f.Save(); }},
+    {"&Remove", "Del", Command::Picture, [](PictureFitter& f) { f.frame_.remove(); }},
+};
+
+std::vector<CommandKey> PictureFitter::Commands() {
+  std::vector<CommandKey> keys;
+  for (const Command& command : kCommands)
+    keys.push_back({QLatin1String(command.keys), QString::fromLatin1(command.caption).remove(u'&')});
+  return keys;
+}
+
+bool PictureFitter::CanRun(const Command& command) const {
+  if (command.needs == Command::Clipboard) return Clipboard::HasData();
+  return HasPicture() && (command.needs == Command::Picture || picture_.CanScale());
+}
+
 bool PictureFitter::KeyDown(const KeyEvent& key) {
-  if (key.Shift == 0 && key.KeyCode == kKeyDelete) {
-    if (HasPicture()) frame_.remove();
-    return true;
-  }
   // A plus needs Shift on some keyboards.
   const bool plus = key.KeyCode == kKeyPlus && (key.Shift & ~kShift) == kCtrl;
-  if (key.Shift != kCtrl && !plus) return false;
-  switch (key.KeyCode) {
-    case kKeyPlus:
-      Step(1, Middle());
-      return true;
-    case kKeyMinus:
-      Step(-1, Middle());
-      return true;
-    case kKey0:
-      Natural();
-      return true;
-    case kKey1:
-      Fit(Fitting::Inside);
-      return true;
-    case kKey2:
-      Fit(Fitting::Over);
-      return true;
-    case kKeyC:
-      Copy();
-      return true;
-    case kKeyV:
-      Paste();
-      return true;
-    case kKeyS:
-      Save();
-      return true;
-    default:
-      return false;
+  const KeyEvent meant{key.KeyCode, plus ? kCtrl : key.Shift};
+  for (const Command& command : kCommands) {
+    if (KeyOf(QLatin1String(command.keys)) != meant) continue;
+    if (CanRun(command)) command.run(*this);
+    return true;
   }
+  return false;
 }
 
 PictureFitter::Point PictureFitter::Middle() const {
@@ -218,20 +224,11 @@ void PictureFitter::Save() {
 }
 
 void PictureFitter::FillMenu(std::vector<MenuItem>& items) {
-  const bool has = HasPicture(), scales = has && picture_.CanScale();
-  const auto add = [&](const char* caption, const char* keys, bool enabled, std::function<void()> click) {
-    items.push_back({QString::fromLatin1(caption), QString::fromLatin1(keys), enabled, std::move(click)});
-  };
-  add("&Fit the frame", "Ctrl+1", scales, [this] { Fit(Fitting::Inside); });
-  add("F&ill the frame", "Ctrl+2", scales, [this] { Fit(Fitting::Over); });
-  add("&Natural size", "Ctrl+0", scales, [this] { Natural(); });
-  add("&Larger", "Ctrl++", scales, [this] { Step(1, Middle()); });
-  add("S&maller", "Ctrl+-", scales, [this] { Step(-1, Middle()); });
-  items.push_back({});
-  add("&Paste", "Ctrl+V", Clipboard::HasData(), [this] { Paste(); });
-  add("&Copy", "Ctrl+C", has, [this] { Copy(); });
-  add("&Save picture as...", "Ctrl+S", has, [this] { Save(); });
-  add("&Remove", "Del", has, [this] { frame_.remove(); });
+  for (const Command& command : kCommands) {
+    if (command.needs == Command::Clipboard) items.push_back({});
+    items.push_back({QLatin1String(command.caption), QLatin1String(command.keys), CanRun(command),
+                     [this, run = command.run] { run(*this); }});
+  }
 }
 
 QSize InsideOf(const Surface& frame) {

@@ -35,7 +35,9 @@ class PictureFitter {
   void Attach();
   // A record is on show, or its picture was chosen or removed.
   void Show();
-  // True where the key is one of the fitter's.
+  // Its keys while the picture has the focus.
+  static std::vector<CommandKey> Commands();
+  // True where the key is one of them.
   bool KeyDown(const KeyEvent& key);
   // Puts a picture into the record so that it fills the frame; tells of one that can't be read, and changes
   // nothing then.
@@ -59,6 +61,9 @@ class PictureFitter {
   void Save();
   void FillMenu(std::vector<MenuItem>& items);
   void ShowReadout();
+  struct Command;
+  static const Command kCommands[];
+  bool CanRun(const Command& command) const;
   bool HasPicture() const { return !frame_.image.Picture().IsEmpty(); }
 
   const FittedFrame frame_;

@@ -2,6 +2,7 @@
 
 #include <QFileInfo>
 #include <QScopedValueRollback>
+#include <algorithm>
 
 #include "base/Rounding.h"
 #include "base/RuntimeError.h"
@@ -121,9 +122,33 @@ void RecordEditor::Form_Unload() {
   EditorClosed(FormName());
 }
 
+struct RecordEditor::Command {
+  const char* keys;
+  const char* words;
+  void (RecordEditor::*run)();
+};
+
+const RecordEditor::Command RecordEditor::kCommands[] = {
+    {"Ctrl+N", "Add one at the end", &RecordEditor::Add},
+    {"Ctrl+D", "Duplicate the one on show", &RecordEditor::Duplicate},
+};
+
+std::vector<CommandKey> RecordEditor::Commands() {
+  std::vector<CommandKey> keys;
+  for (const Command& command : kCommands)
+    keys.push_back({QLatin1String(command.keys), QLatin1String(command.words)});
+  return keys;
+}
+
+bool RecordEditor::Claims(const KeyEvent& key) const {
+  return std::ranges::any_of(
+      kCommands, [&](const Command& command) { return KeyOf(QLatin1String(command.keys)) == key; });
+}
+
 void RecordEditor::Form_KeyDown(const KeyEvent& key) {
-  if (key.KeyCode == kKeyN && key.Shift == kCtrl) Add();
-  if (key.KeyCode == kKeyD && key.Shift == kCtrl) Duplicate();
+  for (const Command& command : kCommands) {
+    if (KeyOf(QLatin1String(command.keys)) == key) return (this->*command.run)();
+  }
 }
 
 void RecordEditor::Initialise() {
@@ -255,13 +280,15 @@ void RecordEditor::Add() {
   FirstField().SetFocus();
 }
 
+RecordEditor* RecordEditor::Active() {
+  const auto active = [](const RecordEditor* editor) { return editor->IsShown() && editor->IsActive(); };
+  const auto editor = std::ranges::find_if(Living(), active);
+  return editor == Living().end() ? nullptr : *editor;
+}
+
 RecordEditor* RecordEditor::InFront() {
-  for (RecordEditor* editor : Living()) {
-    if (editor->IsShown() && editor->IsActive() && editor->kind_.rows.IsOpen() &&
-        !editor->kind_.rows.IsEmpty())
-      return editor;
-  }
-  return nullptr;
+  RecordEditor* const editor = Active();
+  return editor != nullptr && editor->kind_.rows.IsOpen() && !editor->kind_.rows.IsEmpty() ? editor : nullptr;
 }
 
 void RecordEditor::Duplicate() {

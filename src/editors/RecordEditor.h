@@ -45,7 +45,10 @@ class RecordEditor : public Form {
 
   void Form_Load() override;
   void Form_Unload() override;
+  bool Claims(const KeyEvent& key) const override;
   void Form_KeyDown(const KeyEvent& key) override;
+  // The keys that it claims, wherever the focus is in it.
+  static std::vector<CommandKey> Commands();
 
   // Follows the current set, if the editor was set up for another one or for another language or edition of
   // it.
@@ -60,7 +63,9 @@ class RecordEditor : public Form {
   void ShowRecord(std::int32_t key);
   // Its name, such as "frmCard2nd".
   QString FormName() const { return QString::fromLatin1(kind_.form_name); }
-  // The editor that has the keyboard, or had it last, and a record to show; nothing without.
+  // The editor that has the keyboard, or had it last; nothing without.
+  static RecordEditor* Active();
+  // The same if it has a record to show.
   static RecordEditor* InFront();
   // Puts a copy of the record on show behind it and shows the copy.
   void Duplicate();
@@ -149,6 +154,8 @@ class RecordEditor : public Form {
   // The recordset was opened anew or has grown: tells the other editors of it.
   void TellOthers();
   static std::vector<RecordEditor*>& Living();
+  struct Command;
+  static const Command kCommands[];
 
   void CloseGap(int deleted);
   void AddFromPictures(const DataObject& data);

@@ -190,6 +190,16 @@ void MasterForm::Form_Load() {
   LoadWindowPosition();
 }
 
+bool MasterForm::Claims(const KeyEvent& key) const {
+  const RecordEditor* const editor = RecordEditor::Active();
+  return editor != nullptr && editor->Claims(key);
+}
+
+void MasterForm::Form_KeyDown(const KeyEvent& key) {
+  RecordEditor* const editor = RecordEditor::Active();
+  if (editor != nullptr) editor->Form_KeyDown(key);
+}
+
 void MasterForm::Form_Unload() {
   EditorClosed = nullptr;
   SaveWindowPosition();

@@ -14,6 +14,9 @@ class MasterForm : public Form {
   MasterForm();
   void Form_Load() override;
   void Form_Unload() override;
+  // The commands of the editor in front work in the toolbar and the panel, too.
+  bool Claims(const KeyEvent& key) const override;
+  void Form_KeyDown(const KeyEvent& key) override;
 
   // Opens rsSet anew and fills the list of sets; the current set, or the first by name, is chosen.
   void InitialiseSet();

@@ -9,6 +9,9 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "forms/WindowKeys.h"
+#include "forms/inner/FormWindow.h"
+
 namespace orv {
 namespace {
 
@@ -49,15 +52,33 @@ void TakeFocus(QWidget& part, Qt::FocusPolicy how) {
   (control != nullptr ? control : &part)->setFocus(Qt::ActiveWindowFocusReason);
 }
 
+struct ChildFocus::Key {
+  const char* keys;
+  const char* words;
+  void (*press)(ChildFocus& focus);
+};
+
+const ChildFocus::Key ChildFocus::kKeys[] = {
+    {"F6", "From an editor to the panel, to the toolbar and back", [](ChildFocus& focus) { focus.Walk(-1); }},
+    {"Shift+F6", "The same the other way round", [](ChildFocus& focus) { focus.Walk(1); }},
+    {"Ctrl+Tab", "To the next editor", [](ChildFocus& focus) { focus.area_.activateNextSubWindow(); }},
+    {"Ctrl+Shift+Tab", "To the editor before",
+     [](ChildFocus& focus) { focus.area_.activatePreviousSubWindow(); }},
+};
+
+std::vector<CommandKey> WindowKeys() {
+  std::vector<CommandKey> keys;
+  for (const ChildFocus::Key& key : ChildFocus::kKeys)
+    keys.push_back({QLatin1String(key.keys), QLatin1String(key.words)});
+  keys.push_back({QLatin1String(kCloseChildKeys), QStringLiteral("Close the editor")});
+  return keys;
+}
+
 ChildFocus::ChildFocus(QVBoxLayout& rows, QMdiArea& area) : QObject(&area), rows_(rows), area_(area) {
-  const auto on = [this, &area](const char* keys, auto action) {
-    auto* const shortcut = new QShortcut(QKeySequence(QLatin1String(keys)), area.window());
-    connect(shortcut, &QShortcut::activated, this, action);
-  };
-  on("F6", [this] { Walk(-1); });
-  on("Shift+F6", [this] { Walk(1); });
-  on("Ctrl+Tab", [&area] { area.activateNextSubWindow(); });
-  on("Ctrl+Shift+Tab", [&area] { area.activatePreviousSubWindow(); });
+  for (const Key& key : kKeys) {
+    auto* const shortcut = new QShortcut(QKeySequence(QLatin1String(key.keys)), area.window());
+    connect(shortcut, &QShortcut::activated, this, [this, press = key.press] { press(*this); });
+  }
   QApplication::instance()->installEventFilter(this);
 }
 

@@ -7,6 +7,9 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 
+#include "forms/inner/FormWindow.h"
+#include "forms/inner/Keys.h"
+
 namespace orv {
 namespace {
 
@@ -30,6 +33,21 @@ bool WouldTakeIt(const QObject* object, bool alt) {
                  qobject_cast<const QPlainTextEdit*>(object) != nullptr);
 }
 
+// A key goes outwards from the widget with the focus and no further than its window.
+const FormWindow* FormAround(const QWidget* widget) {
+  for (; widget != nullptr; widget = widget->isWindow() ? nullptr : widget->parentWidget()) {
+    if (const auto* const form = dynamic_cast<const FormWindow*>(widget)) return form;
+  }
+  return nullptr;
+}
+
+// The form to which an object belongs claims the key, or the one around the box whose open list it is.
+bool IsClaimed(const QObject* object, const QKeyEvent& event) {
+  const QComboBox* const box = BoxOfOpenList(object);
+  const FormWindow* const form = FormAround(box != nullptr ? box : static_cast<const QWidget*>(object));
+  return form != nullptr && form != object && form->claims(KeyEventFrom(event));
+}
+
 }  // namespace
 
 CommandKeys::CommandKeys() : QObject(QApplication::instance()) {
@@ -37,14 +55,17 @@ CommandKeys::CommandKeys() : QObject(QApplication::instance()) {
 }
 
 bool CommandKeys::eventFilter(QObject* object, QEvent* event) {
-  if (event->type() != QEvent::KeyPress || !IsCommand(*static_cast<QKeyEvent*>(event))) return false;
-  if (QComboBox* const box = BoxOfOpenList(object)) {
+  const bool asked = event->type() == QEvent::ShortcutOverride;
+  if (!object->isWidgetType() || (event->type() != QEvent::KeyPress && !asked)) return false;
+  const auto& key = *static_cast<QKeyEvent*>(event);
+  const bool claimed = IsClaimed(object, key);
+  if (!claimed && (asked || !IsCommand(key))) return false;
+  if (QComboBox* const box = asked ? nullptr : BoxOfOpenList(object)) {
     box->hidePopup();
     QApplication::sendEvent(box, event);
     return true;
   }
-  if (!WouldTakeIt(object, static_cast<QKeyEvent*>(event)->modifiers().testFlag(Qt::AltModifier)))
-    return false;
+  if (!claimed && !WouldTakeIt(object, key.modifiers().testFlag(Qt::AltModifier))) return false;
   event->ignore();
   return true;
 }

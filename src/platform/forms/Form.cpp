@@ -82,6 +82,7 @@ Form::Form(FormKind kind) : kind_(kind), impl_(std::make_unique<Impl>()) {
   content->usable_beside_modal = kind == FormKind::Aside;
   content->closed = [this] { ClosedByFrame(); };
   content->inside_changed = [this] { FollowInside(); };
+  content->claims = [this](const KeyEvent& key) { return Claims(key); };
   content->key_left = [this](const KeyEvent& key) { Form_KeyDown(key); };
   content->takes_drops = [this] { return bool{Drop}; };
   content->dropped = [this](const DataObject& data) { Drop(data); };

@@ -56,6 +56,8 @@ class Form : public Container {
   // only hidden, so that its caller can still read it).
   virtual void Form_Load() {}
   virtual void Form_Unload() {}
+  // Whether a key is a command of the form, and so not for the control with the focus.
+  virtual bool Claims(const KeyEvent&) const { return false; }
   // A key that the control with the focus did not use.
   virtual void Form_KeyDown(const KeyEvent&) {}
   // Files or a picture were dropped where no control takes them.

@@ -1,6 +1,7 @@
 #include "forms/inner/Keys.h"
 
 #include <QKeyEvent>
+#include <QKeySequence>
 
 namespace orv {
 namespace {
@@ -77,6 +78,13 @@ int ShiftStateFrom(const QInputEvent& event) {
   const Qt::KeyboardModifiers held = event.modifiers();
   return (held.testFlag(Qt::ShiftModifier) ? kShift : 0) | (held.testFlag(Qt::ControlModifier) ? kCtrl : 0) |
          (held.testFlag(Qt::AltModifier) ? kAlt : 0);
+}
+
+KeyEvent KeyOf(const QString& keys) {
+  const QKeySequence sequence = QKeySequence::fromString(keys, QKeySequence::PortableText);
+  if (sequence.isEmpty()) return {};
+  const QKeyEvent event(QEvent::KeyPress, sequence[0].key(), sequence[0].keyboardModifiers());
+  return KeyEventFrom(event);
 }
 
 KeyEvent KeyEventFrom(const QKeyEvent& event) {

@@ -23,6 +23,7 @@ struct MouseEvent {
 struct KeyEvent {
   int KeyCode = 0;
   int Shift = 0;
+  bool operator==(const KeyEvent&) const = default;
 };
 enum KeyCode : int {
   kKeyReturn = 13,
@@ -50,5 +51,13 @@ enum KeyCode : int {
   kKeyMinus = 189,
 };
 enum ShiftState : int { kShift = 1, kCtrl = 2, kAlt = 4 };
+
+// A key that is a command of the program, such as "Ctrl+D", and what it does in a user's words.
+struct CommandKey {
+  QString keys;
+  QString words;
+};
+// The key that is written so.
+KeyEvent KeyOf(const QString& keys);
 
 }  // namespace orv

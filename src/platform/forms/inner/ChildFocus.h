@@ -1,6 +1,9 @@
 #pragma once
 
 #include <QObject>
+#include <vector>
+
+#include "forms/Types.h"
 
 class QMdiArea;
 class QVBoxLayout;
@@ -22,6 +25,9 @@ class ChildFocus : public QObject {
   bool eventFilter(QObject* object, QEvent* event) override;
 
  private:
+  struct Key;
+  static const Key kKeys[];
+  friend std::vector<CommandKey> WindowKeys();
   void Walk(int step);
   void LeaveChild();
   bool Enter(int row);

@@ -22,6 +22,7 @@ class FormWindow : public QWidget {
   bool usable_beside_modal = false;
   std::function<void()> closed;                   // by the frame
   std::function<void()> inside_changed;           // what it asks for may be another size
+  std::function<bool(const KeyEvent&)> claims;    // a command, not for its controls
   std::function<void(const KeyEvent&)> key_left;  // that its controls and buttons did not use
   std::function<bool()> takes_drops;
   std::function<void(const DataObject&)> dropped;  // where no control takes it
@@ -46,13 +47,15 @@ class FormScroller : public QScrollArea {
   QSize LeastSize() const;  // that needs no scroll bar
 };
 
+inline constexpr const char* kCloseChildKeys = "Ctrl+F4";
+
 // The frame around a child within the main window.
 class ChildWindow : public QMdiSubWindow {
  public:
   // The keyboard is never on the frame itself, where no control and no form would see a key.
   ChildWindow() {
     setFocusPolicy(Qt::NoFocus);
-    systemMenu()->actions().constLast()->setShortcut(QKeySequence(QStringLiteral("Ctrl+F4")));
+    systemMenu()->actions().constLast()->setShortcut(QKeySequence(QLatin1String(kCloseChildKeys)));
   }
   // The size with what scroll bars take that it needs in a room, so that no bar is needed because of another.
   QSize WithBars(const QSize& size, const QSize& room) const;
