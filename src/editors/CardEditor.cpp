@@ -301,6 +301,26 @@ QSize CardEditor::PictureRoom() const {
   return {across, frame.InsideHeight()};
 }
 
+struct CardEditor::HandleKey {
+  const char* keys;
+  double (*top)(double top, const CardLayout& layout);  // of the handle, in pixels, from where it is
+};
+
+const CardEditor::HandleKey CardEditor::kHandleKeys[] = {
+    {"Shift+Up",
+     [](double top, const CardLayout& layout) { return top > layout.handle_lowest ? top - 1 : top; }},
+    {"Shift+Down",
+     [](double top, const CardLayout& layout) { return top < layout.handle_highest ? top + 1 : top; }},
+    {"Shift+Home", [](double, const CardLayout& layout) { return double(layout.handle_lowest); }},
+    {"Shift+End", [](double, const CardLayout& layout) { return double(layout.handle_highest); }},
+};
+
+QStringList CardEditor::HandleCommands() {
+  QStringList keys;
+  for (const HandleKey& key : kHandleKeys) keys += QLatin1String(key.keys);
+  return keys;
+}
+
 void CardEditor::picImage_KeyDown(const KeyEvent& key) {
   if (fitter_.KeyDown(key)) return;
   if (!Record().Hold()) return;
@@ -308,14 +328,8 @@ void CardEditor::picImage_KeyDown(const KeyEvent& key) {
   const CardLayout& layout = preview_.Layout();
   if (key.Shift == 0) mover_.Nudge(key.KeyCode);
   if (key.Shift == kShift) {
-    if (key.KeyCode == kKeyUp && handle.Top() > layout.handle_lowest) {
-      handle.SetTop(handle.Top() - 1);
-    } else if (key.KeyCode == kKeyDown && handle.Top() < layout.handle_highest) {
-      handle.SetTop(handle.Top() + 1);
-    } else if (key.KeyCode == kKeyEnd) {
-      handle.SetTop(layout.handle_highest);
-    } else if (key.KeyCode == kKeyHome) {
-      handle.SetTop(layout.handle_lowest);
+    for (const HandleKey& each : kHandleKeys) {
+      if (KeyOf(QLatin1String(each.keys)) == key) handle.SetTop(each.top(handle.Top(), layout));
     }
     FrameResized();
   }

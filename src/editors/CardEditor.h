@@ -79,6 +79,8 @@ class CardEditor : public RecordEditor {
   CommandButton cmdStat;
 
   CardPreview& Preview() { return preview_; }
+  // The keys that change the frame's size while the picture has the focus.
+  static QStringList HandleCommands();
 
  protected:
   explicit CardEditor(const CardEditorKind& kind);
@@ -124,6 +126,8 @@ class CardEditor : public RecordEditor {
   void cmdLastBackPic_Click();
   void cmdDelBackPic_Click();
   void cmdColour_Click();
+  struct HandleKey;
+  static const HandleKey kHandleKeys[];
   void picImage_KeyDown(const KeyEvent& key);
   void cmdSort_Click();
   void cmdStat_Click();

@@ -83,10 +83,9 @@ const PictureFitter::Command PictureFitter::kCommands[] = {
     {"&Remove", "Del", Command::Picture, [](PictureFitter& f) { f.frame_.remove(); }},
 };
 
-std::vector<CommandKey> PictureFitter::Commands() {
-  std::vector<CommandKey> keys;
-  for (const Command& command : kCommands)
-    keys.push_back({QLatin1String(command.keys), QString::fromLatin1(command.caption).remove(u'&')});
+QStringList PictureFitter::Commands() {
+  QStringList keys;
+  for (const Command& command : kCommands) keys += QLatin1String(command.keys);
   return keys;
 }
 

@@ -36,7 +36,7 @@ class PictureFitter {
   // A record is on show, or its picture was chosen or removed.
   void Show();
   // Its keys while the picture has the focus.
-  static std::vector<CommandKey> Commands();
+  static QStringList Commands();
   // True where the key is one of them.
   bool KeyDown(const KeyEvent& key);
   // Puts a picture into the record so that it fills the frame; tells of one that can't be read, and changes

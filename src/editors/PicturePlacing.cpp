@@ -37,37 +37,38 @@ void PictureMover::MouseMove(const MouseEvent& event) {
   place_();
 }
 
-void PictureMover::Nudge(int key_code) {
-  const double left = record_[left_column_].NumberOr(0);
-  const double top = record_[top_column_].NumberOr(0);
-  switch (key_code) {
-    case kKeyPageUp:
-      SetOffset(top_column_, 0);
-      break;
+struct PictureMover::Key {
+  const char* keys;
+  void (*move)(PictureMover& mover);
+};
+
+const PictureMover::Key PictureMover::kKeys[] = {
+    {"Left", [](PictureMover& m) { m.Move(m.left_column_, -kTwipsPerPixel); }},
+    {"Right", [](PictureMover& m) { m.Move(m.left_column_, kTwipsPerPixel); }},
+    {"Up", [](PictureMover& m) { m.Move(m.top_column_, -kTwipsPerPixel); }},
+    {"Down", [](PictureMover& m) { m.Move(m.top_column_, kTwipsPerPixel); }},
+    {"Home", [](PictureMover& m) { m.SetOffset(m.left_column_, 0); }},
+    {"End",
+     [](PictureMover& m) {
+       m.SetOffset(m.left_column_, (m.frame_.Width() - 1) * kTwipsPerPixel - m.image_.Width());
+     }},
+    {"PgUp", [](PictureMover& m) { m.SetOffset(m.top_column_, 0); }},
     // The lower edge is met two pixels earlier than the right one.
-    case kKeyPageDown:
-      SetOffset(top_column_, (frame_.Height() - 3) * kTwipsPerPixel - image_.Height());
-      break;
-    case kKeyEnd:
-      SetOffset(left_column_, (frame_.Width() - 1) * kTwipsPerPixel - image_.Width());
-      break;
-    case kKeyHome:
-      SetOffset(left_column_, 0);
-      break;
-    case kKeyLeft:
-      SetOffset(left_column_, left - kTwipsPerPixel);
-      break;
-    case kKeyUp:
-      SetOffset(top_column_, top - kTwipsPerPixel);
-      break;
-    case kKeyRight:
-      SetOffset(left_column_, left + kTwipsPerPixel);
-      break;
-    case kKeyDown:
-      SetOffset(top_column_, top + kTwipsPerPixel);
-      break;
-    default:
-      break;
+    {"PgDown",
+     [](PictureMover& m) {
+       m.SetOffset(m.top_column_, (m.frame_.Height() - 3) * kTwipsPerPixel - m.image_.Height());
+     }},
+};
+
+QStringList PictureMover::Commands() {
+  QStringList keys;
+  for (const Key& key : kKeys) keys += QLatin1String(key.keys);
+  return keys;
+}
+
+void PictureMover::Nudge(int key_code) {
+  for (const Key& key : kKeys) {
+    if (KeyOf(QLatin1String(key.keys)).KeyCode == key_code) return key.move(*this);
   }
 }
 
@@ -78,6 +79,10 @@ void PictureMover::KeyDown(const KeyEvent& key) {
     record_.Update();
   }
   place_();
+}
+
+void PictureMover::Move(const char* column, double twips) {
+  SetOffset(column, record_[column].NumberOr(0) + twips);
 }
 
 void PictureMover::SetOffset(const char* column, double twips) {

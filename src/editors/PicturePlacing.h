@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QStringList>
 #include <functional>
 
 #include "editors/ShownRecord.h"
@@ -20,6 +21,8 @@ class PictureMover {
   void Attach();
   void MouseDown(const MouseEvent& event);
   void MouseMove(const MouseEvent& event);
+  // The keys that move the picture while it has the focus.
+  static QStringList Commands();
   // The keys without a shift state: arrows by one pixel, Home and Page Up to the left and upper edges, End
   // and Page Down to the right and lower ones. Changes the fields and does not update the record.
   void Nudge(int key_code);
@@ -28,6 +31,9 @@ class PictureMover {
   void KeyDown(const KeyEvent& key);
 
  private:
+  struct Key;
+  static const Key kKeys[];
+  void Move(const char* column, double twips);
   void SetOffset(const char* column, double twips);
 
   ShownRecord& record_;

@@ -124,19 +124,17 @@ void RecordEditor::Form_Unload() {
 
 struct RecordEditor::Command {
   const char* keys;
-  const char* words;
   void (RecordEditor::*run)();
 };
 
 const RecordEditor::Command RecordEditor::kCommands[] = {
-    {"Ctrl+N", "Add one at the end", &RecordEditor::Add},
-    {"Ctrl+D", "Duplicate the one on show", &RecordEditor::Duplicate},
+    {"Ctrl+N", &RecordEditor::Add},
+    {"Ctrl+D", &RecordEditor::Duplicate},
 };
 
-std::vector<CommandKey> RecordEditor::Commands() {
-  std::vector<CommandKey> keys;
-  for (const Command& command : kCommands)
-    keys.push_back({QLatin1String(command.keys), QLatin1String(command.words)});
+QStringList RecordEditor::Commands() {
+  QStringList keys;
+  for (const Command& command : kCommands) keys += QLatin1String(command.keys);
   return keys;
 }
 

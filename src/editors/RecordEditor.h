@@ -48,7 +48,7 @@ class RecordEditor : public Form {
   bool Claims(const KeyEvent& key) const override;
   void Form_KeyDown(const KeyEvent& key) override;
   // The keys that it claims, wherever the focus is in it.
-  static std::vector<CommandKey> Commands();
+  static QStringList Commands();
 
   // Follows the current set, if the editor was set up for another one or for another language or edition of
   // it.

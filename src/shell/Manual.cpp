@@ -1,6 +1,7 @@
 #include "shell/Manual.h"
 
 #include <QRegularExpression>
+#include <algorithm>
 
 #include "catalogues/frmCardBacks.h"
 #include "catalogues/frmCardType.h"
@@ -153,11 +154,32 @@ void ManualForm::cmdFind_Click() {
   lblFound.SetCaption(found || txtFind.Text().isEmpty() ? QString() : QStringLiteral("Not found"));
 }
 
+struct ManualForm::Key {
+  const char* keys;
+  void (*press)(ManualForm& form);
+};
+
+const ManualForm::Key ManualForm::kKeys[] = {
+    {"Alt+Left", [](ManualForm& form) { form.pages.GoBack(); }},
+    {"Alt+Right", [](ManualForm& form) { form.pages.GoForward(); }},
+    {"Ctrl+F", [](ManualForm& form) { form.txtFind.SetFocus(); }},
+    {"Esc", [](ManualForm&) { frmManual.Unload(); }},
+};
+
+QStringList ManualForm::Commands() {
+  QStringList keys;
+  for (const Key& key : kKeys) keys += QLatin1String(key.keys);
+  return keys;
+}
+
+bool ManualForm::Claims(const KeyEvent& key) const {
+  return std::ranges::any_of(kKeys, [&](const Key& each) { return KeyOf(QLatin1String(each.keys)) == key; });
+}
+
 void ManualForm::Form_KeyDown(const KeyEvent& key) {
-  if (key.KeyCode == kKeyEscape && key.Shift == 0) frmManual.Unload();
-  if (key.KeyCode == kKeyF && key.Shift == kCtrl) txtFind.SetFocus();
-  if (key.KeyCode == kKeyLeft && key.Shift == kAlt) pages.GoBack();
-  if (key.KeyCode == kKeyRight && key.Shift == kAlt) pages.GoForward();
+  for (const Key& each : kKeys) {
+    if (KeyOf(QLatin1String(each.keys)) == key) return each.press(*this);
+  }
 }
 
 }  // namespace orv

@@ -13,7 +13,10 @@ namespace orv {
 class ManualForm : public Form {
  public:
   ManualForm();
+  bool Claims(const KeyEvent& key) const override;
   void Form_KeyDown(const KeyEvent& key) override;
+  // Its keys.
+  static QStringList Commands();
 
   CommandButton cmdBack;
   CommandButton cmdForward;
@@ -25,6 +28,8 @@ class ManualForm : public Form {
   PageBrowser pages;
 
  private:
+  struct Key;
+  static const Key kKeys[];
   void Arrange();
   void FillContents();
   void pages_Opened();

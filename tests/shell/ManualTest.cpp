@@ -12,7 +12,11 @@
 
 #include "MasterScene.h"
 #include "base/Files.h"
+#include "editors/PictureFitter.h"
+#include "editors/PicturePlacing.h"
 #include "editors/frmCard2nd.h"
+#include "forms/HelpKey.h"
+#include "forms/WindowKeys.h"
 #include "shell/frmCreate.h"
 
 namespace orv {
@@ -81,6 +85,21 @@ TEST(ManualPagesTest, EachFormOfTheProgramHasAPage) {
     ASSERT_EQ(page.size(), 1) << qPrintable(form);
     ExpectTarget({}, page.front());
   }
+}
+
+// What every program takes, and so needs no command of ours.
+const QStringList kUsualKeys = {"Alt", "Tab", "Shift+Tab", "Esc", "Enter"};
+
+TEST(ManualPagesTest, TheKeysAreThoseThatTheProgramTakes) {
+  QStringList told;
+  for (const QString& row : Captured(TextOfFile(kPages + "/keys.md"), "^\\| (\\*\\*[^|]*) \\|"))
+    told += Captured(row, "\\*\\*([^*]+)\\*\\*");
+  const QStringList taken = QStringList{kHelpKeys} + WindowKeys() + RecordEditor::Commands() +
+                            PictureFitter::Commands() + PictureMover::Commands() +
+                            CardEditor::HandleCommands() + ManualForm::Commands();
+  for (const QString& key : taken) EXPECT_TRUE(told.contains(key)) << "isn't told: " << qPrintable(key);
+  for (const QString& key : told)
+    EXPECT_TRUE(taken.contains(key) || kUsualKeys.contains(key)) << "isn't taken: " << qPrintable(key);
 }
 
 class ManualTest : public testing::Test, protected MasterScene {

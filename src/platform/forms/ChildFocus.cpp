@@ -54,23 +54,20 @@ void TakeFocus(QWidget& part, Qt::FocusPolicy how) {
 
 struct ChildFocus::Key {
   const char* keys;
-  const char* words;
   void (*press)(ChildFocus& focus);
 };
 
 const ChildFocus::Key ChildFocus::kKeys[] = {
-    {"F6", "From an editor to the panel, to the toolbar and back", [](ChildFocus& focus) { focus.Walk(-1); }},
-    {"Shift+F6", "The same the other way round", [](ChildFocus& focus) { focus.Walk(1); }},
-    {"Ctrl+Tab", "To the next editor", [](ChildFocus& focus) { focus.area_.activateNextSubWindow(); }},
-    {"Ctrl+Shift+Tab", "To the editor before",
-     [](ChildFocus& focus) { focus.area_.activatePreviousSubWindow(); }},
+    {"F6", [](ChildFocus& focus) { focus.Walk(-1); }},
+    {"Shift+F6", [](ChildFocus& focus) { focus.Walk(1); }},
+    {"Ctrl+Tab", [](ChildFocus& focus) { focus.area_.activateNextSubWindow(); }},
+    {"Ctrl+Shift+Tab", [](ChildFocus& focus) { focus.area_.activatePreviousSubWindow(); }},
 };
 
-std::vector<CommandKey> WindowKeys() {
-  std::vector<CommandKey> keys;
-  for (const ChildFocus::Key& key : ChildFocus::kKeys)
-    keys.push_back({QLatin1String(key.keys), QLatin1String(key.words)});
-  keys.push_back({QLatin1String(kCloseChildKeys), QStringLiteral("Close the editor")});
+QStringList WindowKeys() {
+  QStringList keys;
+  for (const ChildFocus::Key& key : ChildFocus::kKeys) keys += QLatin1String(key.keys);
+  keys += QLatin1String(kCloseChildKeys);
   return keys;
 }
 

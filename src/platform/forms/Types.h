@@ -52,12 +52,7 @@ enum KeyCode : int {
 };
 enum ShiftState : int { kShift = 1, kCtrl = 2, kAlt = 4 };
 
-// A key that is a command of the program, such as "Ctrl+D", and what it does in a user's words.
-struct CommandKey {
-  QString keys;
-  QString words;
-};
-// The key that is written so.
+// The key that is written so, such as "Ctrl+D".
 KeyEvent KeyOf(const QString& keys);
 
 }  // namespace orv

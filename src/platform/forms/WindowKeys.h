@@ -1,12 +1,10 @@
 #pragma once
 
-#include <vector>
-
-#include "forms/Types.h"
+#include <QStringList>
 
 namespace orv {
 
 // The keys that lead between the parts of a main window and its children, and close a child.
-std::vector<CommandKey> WindowKeys();
+QStringList WindowKeys();
 
 }  // namespace orv

@@ -1,9 +1,7 @@
 #pragma once
 
 #include <QObject>
-#include <vector>
-
-#include "forms/Types.h"
+#include <QStringList>
 
 class QMdiArea;
 class QVBoxLayout;
@@ -27,7 +25,7 @@ class ChildFocus : public QObject {
  private:
   struct Key;
   static const Key kKeys[];
-  friend std::vector<CommandKey> WindowKeys();
+  friend QStringList WindowKeys();
   void Walk(int step);
   void LeaveChild();
   bool Enter(int row);
