@@ -112,6 +112,17 @@ class Walk:
             self.display.key("BackSpace")
             self.program.wait_value(title, which, SAMPLE)
 
+    def duplicate_from_a_field(self):
+        """The desktop has a meaning of its own for the key in a text, which it must not get."""
+        texts = "SELECT group_concat(Title || Information) FROM (SELECT * FROM tblCard ORDER BY CardID LIMIT {})"
+        for field in (TITLE, INFORMATION):
+            count = self.program.value("SELECT COUNT(*) FROM tblCard")
+            before = self.program.value(texts.format(count))
+            self.click(field)
+            self.display.key("ctrl+a", "ctrl+d")
+            self.program.wait_value(count + 1, "SELECT COUNT(*) FROM tblCard")
+            check(self.program.value(texts.format(count)) == before, "the key has changed a text")
+
     def make_set(self):
         """Step 4: by the mouse but for the name."""
         self.click(((480 + 1095 // 2) // 15, PANEL_Y + (480 + 375 // 2) // 15))
@@ -466,6 +477,7 @@ class Walk:
     def run(self):
         self.start()
         self.see_sample()
+        self.duplicate_from_a_field()
         self.make_set()
         self.make_cards()
         self.choose_in_list(TYPE, "CardTypeID")
