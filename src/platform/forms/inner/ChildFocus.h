@@ -29,6 +29,7 @@ class ChildFocus : public QObject {
   static const Key kKeys[];
   friend std::vector<CommandKey> WindowKeys();
   void Walk(int step);
+  void Turn(int step);
   void LeaveChild();
   bool Enter(int row);
   QVBoxLayout& rows_;
