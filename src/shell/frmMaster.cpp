@@ -126,6 +126,7 @@ void MasterForm::Arrange() {
                 {},
                 {QStringLiteral("duplicate"), QStringLiteral("&Duplicate\tCtrl+D")},
                 {QStringLiteral("copytoset"), QStringLiteral("&Copy to another set...")},
+                {QStringLiteral("delete"), QString()},
                 {},
                 {QStringLiteral("about"), QStringLiteral("&About...")}});
   DockTop(tbar);
@@ -153,6 +154,11 @@ void MasterForm::Arrange() {
 
 void MasterForm::Subscribe() {
   tbar.ButtonClick = [this](const QString& key) { tbar_ButtonClick(key); };
+  tbar.MenuOpens = [this] {
+    const RecordEditor* const editor = RecordEditor::InFront();
+    const QString noun = editor != nullptr ? editor->Noun() : QStringLiteral("card");
+    tbar.SetEntryText(QStringLiteral("delete"), QStringLiteral("D&elete this %1...").arg(noun));
+  };
   cboSet.Click = [this] { cboSet_Click(); };
   cmdNew.Click = [this] { cmdNew_Click(); };
   cmdEdit.Click = [this] { cmdEdit_Click(); };
@@ -330,6 +336,7 @@ void MasterForm::cmdDelete_Click() {
   modData::CurrentSetID = 0;
   InitialiseSet();
   UpdateSetDisplay();
+  FocusSets();
 }
 
 void MasterForm::chkAutonumber_Click() {
@@ -376,6 +383,7 @@ void MasterForm::cmdSymbolDel_Click() {
   modData::rsSet["UseSymbol"] = false;
   modData::rsSet.Update();
   RedrawEditors();
+  cmdSymbolAdd.SetFocus();
 }
 
 void MasterForm::tbar_ButtonClick(const QString& key) {
@@ -394,6 +402,7 @@ void MasterForm::tbar_ButtonClick(const QString& key) {
   if (key == u"bringin") ShowBroughtIn(BringInSet());
   if (key == u"duplicate") DuplicateInEditor();
   if (key == u"copytoset") CopyToAnotherSet();
+  if (key == u"delete") DeleteInEditor();
   if (key == u"about") {
     frmAbout->ShowModal();
     frmAbout.Unload();
