@@ -34,6 +34,10 @@ qsizetype LineLength(QStringView paragraph, double box_width, const Surface& sur
 
 }  // namespace
 
+QString WrappablePart(const QString& text) {
+  return text.left(kMostCounted - 1);
+}
+
 void WrapText(const QString& text, const Label& box, const Surface& surface,
               const std::function<void(const QString&, int)>& place) {
   qsizetype lines = 0;

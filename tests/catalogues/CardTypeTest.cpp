@@ -1,5 +1,8 @@
 #include "CatalogueScene.h"
 
+#include <QWidget>
+#include <cstdlib>
+
 namespace orv {
 namespace {
 
@@ -134,6 +137,35 @@ TEST_F(CardTypeTest, LocksAndReleases) {
     EXPECT_EQ(Form().cmdSet.Caption(), step.caption);
     EXPECT_EQ(Column(Entries(), 6)[2], step.global);
     EXPECT_EQ(Form().lvType.SelectedIndex(), 2);
+  }
+}
+
+TEST_F(CardTypeTest, WhatIsAddedIsChosenAndAfterDeletingEnterDeletesNoMore) {
+  Fill("NEW", "", "", "", "1");
+  ClickOn(Form().cmdNew);
+  EXPECT_EQ(Entries().SelectedItem().Text, "NEW");
+  EXPECT_EQ(EnabledButtons(), "1111");
+  Form().cmdDelete.SetFocus();
+  ClickOn(Form().cmdDelete);
+  EXPECT_TRUE(Entries().HasFocus());
+}
+
+// By rows: of two places on one height the left one comes first.
+TEST_F(CardTypeTest, TabGoesAsOneReads) {
+  std::vector<QPoint> places;
+  QWidget* const window = Form().Handle();
+  for (QWidget* next = Form().txtUL.Handle();;) {
+    places.push_back(next->mapTo(window, QPoint()));
+    do next = next->nextInFocusChain();
+    while (!(next->focusPolicy() & Qt::TabFocus) || !next->isVisibleTo(window) ||
+           next->focusProxy() != nullptr);
+    if (next->parentWidget() != Form().Frame1.Handle()) break;
+  }
+  EXPECT_EQ(places.size(), 8u);
+  for (std::size_t i = 1; i < places.size(); ++i) {
+    const bool below = places[i].y() > places[i - 1].y() + 4;
+    const bool beside = std::abs(places[i].y() - places[i - 1].y()) <= 8 && places[i].x() > places[i - 1].x();
+    EXPECT_TRUE(below || beside) << i;
   }
 }
 

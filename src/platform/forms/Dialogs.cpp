@@ -53,7 +53,9 @@ BesideBoxes::~BesideBoxes() {
   beside.removeLast();
 }
 QString BesideBoxes::Text() {
-  return beside.join(QStringLiteral("\r\n"));
+  QStringList lines = beside;
+  lines.removeAll(QString());
+  return lines.join(QStringLiteral("\r\n"));
 }
 
 DialogResponderScope::DialogResponderScope(DialogResponder& installed)
@@ -77,6 +79,7 @@ Answer MsgBox(const QString& prompt, Icon icon, const QString& title, Buttons bu
   box.setTextInteractionFlags(Qt::TextSelectableByMouse);
   box.setText(WithLineFeeds(Clipped(prompt, kMostLetters)));
   box.setInformativeText(WithLineFeeds(Clipped(BesideBoxes::Text(), kMostLetters)));
+  for (auto* const label : box.findChildren<QLabel*>()) label->setTextFormat(Qt::PlainText);
   if (buttons == Buttons::Ok) {
     box.setStandardButtons(QMessageBox::Ok);
     box.exec();
