@@ -2,7 +2,7 @@
 
 #include "editors/PictureFitter.h"
 #include "editors/RecordEditor.h"
-#include "forms/Form.h"
+#include "forms/WindowKeys.h"
 
 namespace orv {
 

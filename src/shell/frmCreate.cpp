@@ -99,6 +99,8 @@ void CreateForm::Arrange() {
   cmdDone.Place(5280, 5085, 1800, 435);
   cmdDone.SetCancel(true);
   Explain(cmdSaveTo, QStringLiteral("Choose the folder"));
+  SetTabOrder(txtFilenamePrefix, cboSaveFormat);
+  SetTabOrder(cboSaveFormat, chkFileNr);
   lblSaveTo.SetBuddy(txtSaveTo);
   lblFilenamePrefix.SetBuddy(txtFilenamePrefix);
   lblSaveFormat.SetBuddy(cboSaveFormat);

@@ -1,8 +1,5 @@
 #include "CatalogueScene.h"
 
-#include <QWidget>
-#include <cstdlib>
-
 namespace orv {
 namespace {
 
@@ -148,25 +145,6 @@ TEST_F(CardTypeTest, WhatIsAddedIsChosenAndAfterDeletingEnterDeletesNoMore) {
   Form().cmdDelete.SetFocus();
   ClickOn(Form().cmdDelete);
   EXPECT_TRUE(Entries().HasFocus());
-}
-
-// By rows: of two places on one height the left one comes first.
-TEST_F(CardTypeTest, TabGoesAsOneReads) {
-  std::vector<QPoint> places;
-  QWidget* const window = Form().Handle();
-  for (QWidget* next = Form().txtUL.Handle();;) {
-    places.push_back(next->mapTo(window, QPoint()));
-    do next = next->nextInFocusChain();
-    while (!(next->focusPolicy() & Qt::TabFocus) || !next->isVisibleTo(window) ||
-           next->focusProxy() != nullptr);
-    if (next->parentWidget() != Form().Frame1.Handle()) break;
-  }
-  EXPECT_EQ(places.size(), 8u);
-  for (std::size_t i = 1; i < places.size(); ++i) {
-    const bool below = places[i].y() > places[i - 1].y() + 4;
-    const bool beside = std::abs(places[i].y() - places[i - 1].y()) <= 8 && places[i].x() > places[i - 1].x();
-    EXPECT_TRUE(below || beside) << i;
-  }
 }
 
 }  // namespace

@@ -9,7 +9,6 @@
 #include "editors/Commands.h"
 #include "editors/frmCard2nd.h"
 #include "forms/ControlHelpers.h"
-#include "forms/inner/Keys.h"
 #include "platform/forms/TestWindow.h"
 
 namespace orv {

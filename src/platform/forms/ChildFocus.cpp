@@ -9,7 +9,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
-#include "forms/Form.h"
+#include "forms/WindowKeys.h"
 #include "forms/inner/FormWindow.h"
 
 namespace orv {

@@ -2,12 +2,12 @@
 
 #include <QAbstractItemView>
 #include <QApplication>
+#include <QClipboard>
 #include <QComboBox>
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QPlainTextEdit>
 
-#include "forms/Application.h"
 #include "forms/inner/FormWindow.h"
 #include "forms/inner/Keys.h"
 
@@ -39,7 +39,7 @@ bool PastesNothing(const QObject* object, const QKeyEvent& event) {
   const auto* const box = qobject_cast<const QComboBox*>(object);
   const bool types = (box != nullptr && box->isEditable()) || object->inherits("QLineEdit") ||
                      object->inherits("QPlainTextEdit");
-  return types && event.matches(QKeySequence::Paste) && !Clipboard::HasText();
+  return types && event.matches(QKeySequence::Paste) && QGuiApplication::clipboard()->text().isEmpty();
 }
 
 // A key goes outwards from the widget with the focus and no further than its window.

@@ -2,7 +2,6 @@
 
 #include <functional>
 #include <memory>
-#include <vector>
 
 #include "forms/Control.h"
 #include "forms/DataObject.h"
@@ -13,9 +12,6 @@ namespace orv {
 // Dialog: a window of its own, usually shown modally. Child: lies inside the main window, when there
 // is one. Main: the main window with an area for children under what is docked at its top.
 enum class FormKind { Dialog, Child, Main };
-
-// The keys that lead between the parts of the main window.
-std::vector<CommandKey> WindowKeys();
 
 // A window. A program's form derives from it, has its controls as members and its handlers as functions,
 // and exists through a FormInstance.

@@ -59,7 +59,7 @@ constexpr int kWheelStep = 120;  // eighths of a degree
 
 // The nearest item, from one on outwards, with a handler for an event.
 template <class E>
-SurfaceItem* Handling(SurfaceItem* item, E SurfaceItem::*event) {
+SurfaceItem* Handling(SurfaceItem* item, E SurfaceItem::* event) {
   while (item != nullptr && !(item->*event)) item = item->Container();
   return item;
 }
