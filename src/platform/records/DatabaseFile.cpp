@@ -88,7 +88,7 @@ void CheckWhole(int descriptor) {
   CheckMagic(header);
   // Other programs may leave a page count behind that is out of date, and say so.
   if (Number(header, kChangeCounterAt) != Number(header, kCountedAtChange)) return;
-  struct stat file {};
+  struct stat file{};
   if (::fstat(descriptor, &file) != 0) throw RuntimeError(kErrPathFileAccess);
   if (file.st_size < PageSize(header) * Number(header, kPageCountAt))
     Refuse(QStringLiteral("the file is cut short"));
