@@ -1,10 +1,9 @@
 #pragma once
 
 #include <QString>
-#include <QStringList>
-#include <vector>
 
 #include "forms/Dialogs.h"
+#include "output/RunTally.h"
 
 namespace orv {
 
@@ -13,9 +12,7 @@ namespace orv {
 // output.
 class BatchReport : public DialogResponder {
  public:
-  // Follows the save operations while it lives.
   BatchReport();
-  ~BatchReport() override;
 
   Answer OnMsgBox(const QString& prompt, Icon icon, const QString& title, Buttons buttons) override;
   QString OnInputBox(const QString& prompt, const QString& title, const QString& initial) override;
@@ -34,15 +31,7 @@ class BatchReport : public DialogResponder {
   bool ToldFailure() const { return told_failure_; }
 
  private:
-  struct Sheet {
-    QString path;
-    QString record;
-    bool written;
-  };
-  void Saved(const QString& path, const QString& kind_and_name, bool saved);
-
-  std::vector<Sheet> sheets_;
-  QString record_;  // that the run is at
+  RunTally tally_;
   bool told_failure_ = false;
 };
 

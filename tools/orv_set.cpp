@@ -24,6 +24,15 @@ constexpr const char* kDescription =
     "it\n"
     "restore [COPY]       tells the copies of the database, or puts one in its place; what was there is kept";
 
+// A failure in words that name the file.
+struct NamedFailure {
+  QString words;
+};
+
+QString Naming(const QString& file, const RuntimeError& error) {
+  return QDir::toNativeSeparators(file) + QStringLiteral(": ") + error.Description();
+}
+
 class Command {
  public:
   explicit Command(const CommandLine& line) : line_(line) {}
@@ -44,7 +53,11 @@ class Command {
           words.size() > command.most)
         continue;
       file_ = words.value(1);
-      (this->*command.run)();
+      try {
+        (this->*command.run)();
+      } catch (const RuntimeError& error) {
+        throw NamedFailure{file_.isEmpty() ? error.Description() : Naming(file_, error)};
+      }
       return 0;
     }
     throw WrongUsage{QStringLiteral("Which command?")};
@@ -59,9 +72,14 @@ class Command {
   }
 
   Connection Open() const {
-    const Connection connection = Connection::Open(Database());
-    modData::CheckSchema(connection);
-    return connection;
+    const QString database = Database();
+    try {
+      const Connection connection = Connection::Open(database);
+      modData::CheckSchema(connection);
+      return connection;
+    } catch (const RuntimeError& error) {
+      throw NamedFailure{Naming(database, error)};
+    }
   }
 
   std::int32_t Set(const Connection& connection) const {
@@ -123,6 +141,9 @@ int main(int argc, char** argv) {
   return line.Run(QCoreApplication::arguments(), [&] {
     try {
       return Command(line).Run();
+    } catch (const NamedFailure& failure) {
+      Complain(failure.words);
+      return kFailureTold;
     } catch (const RuntimeError& error) {
       Complain(error.Description());
       return kFailureTold;

@@ -63,7 +63,9 @@ void CatalogueForm::RefillSorted(std::int32_t shown) {
 
 void CatalogueForm::RefillWithAdded() {
   rows_.MoveLast();
-  RefillSorted(rows_[kind_.id_column].Int32());
+  const std::int32_t added = rows_[kind_.id_column].Int32();
+  RefillSorted(added);
+  Choose(added);
 }
 
 void CatalogueForm::Choose(std::int32_t id) {
@@ -112,6 +114,7 @@ void CatalogueForm::cmdDelete_Click() {
   FindRow(id);
   rows_.Delete();
   RefillSorted();
+  lvEntries.SetFocus();  // not on the button, where the next Enter would delete one more
 }
 
 void CatalogueForm::cmdDefault_Click() {

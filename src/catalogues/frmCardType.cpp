@@ -84,6 +84,8 @@ void CardTypeForm::Arrange() {
   viewCard.Place(4680, 3600, 2280, 2400);
   cmdSet.SetEnabled(false);
   optGlobal.SetValue(true);
+  SetTabOrder(txtUL, txtNr);
+  SetTabOrder(txtNr, txtUR);
   SetTabOrder(cmdDefault, cmdSet);  // the rest follows as it was made
   const char* const names[] = {"Upper left", "Upper right", "Number", "Lower left", "Lower right"};
   for (std::size_t i = 0; i < Texts().size(); ++i) {

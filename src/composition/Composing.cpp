@@ -54,7 +54,7 @@ void PrintRight(Surface& surface, const Label& label, const QString& text) {
 }
 
 void PrintLines(Surface& surface, const Label& box, const QString& text, Origin origin) {
-  WrapText(text, box, surface, [&](const QString& line, int number) {
+  WrapText(WrappablePart(text), box, surface, [&](const QString& line, int number) {
     PrintLeft(surface, box, line, {origin.x, origin.y + number * surface.TextHeight(line)});
   });
 }

@@ -49,7 +49,7 @@ class LargeCardComposer {
   void PrintTitle() {
     form_.ApplySlot("CardLargeTitleFontID");
     const Label& box = preview_.lblTitleLarge;
-    WrapText(card_["Title"].Text(), box, target_, [&](const QString& line, int number) {
+    WrapText(WrappablePart(card_["Title"].Text()), box, target_, [&](const QString& line, int number) {
       const double indent = box.Width() / 2 - target_.TextWidth(line) / 2;
       PrintLeft(target_, box, line, {indent, number * target_.TextHeight(line)});
     });

@@ -12,35 +12,43 @@ namespace {
 
 const QString kBreakCharacters = QStringLiteral(" .:,;-_!?()/&%<>+*@$[]{}");
 
-// More lines than any card shows, and more letters than a line takes: what is beyond is clipped unseen.
 constexpr int kMostCounted = std::numeric_limits<std::int16_t>::max();
+
+// Counts one more, as far as 16 bits do.
+void Count(qsizetype& counter) {
+  if (++counter > kMostCounted) throw RuntimeError(kErrOverflow);
+}
 
 // The length of the line with which a paragraph starts.
 qsizetype LineLength(QStringView paragraph, double box_width, const Surface& surface) {
-  const QStringView shown = paragraph.first(std::min<qsizetype>(paragraph.size(), kMostCounted));
-  const qsizetype length = surface.TextFitting(shown, box_width);
-  if (length == shown.size()) return length;
+  qsizetype length =
+      surface.TextFitting(paragraph.first(std::min<qsizetype>(paragraph.size(), kMostCounted)), box_width);
+  if (length == paragraph.size()) return length;
+  qsizetype tried = length;
+  Count(tried);
   // A break character that itself overflows still ends the line.
-  qsizetype last_break = length + 1;
+  qsizetype last_break = tried;
   while (last_break > 0 && !kBreakCharacters.contains(paragraph[last_break - 1])) --last_break;
   return last_break == 0 ? length : last_break;
 }
 
 }  // namespace
 
+QString WrappablePart(const QString& text) {
+  return text.left(kMostCounted - 1);
+}
+
 void WrapText(const QString& text, const Label& box, const Surface& surface,
               const std::function<void(const QString&, int)>& place) {
-  int lines = 0;
+  qsizetype lines = 0;
   for (QStringView paragraph : QStringView(text).split(QStringLiteral("\r\n"))) {
-    if (paragraph.isEmpty()) ++lines;
-    while (!paragraph.isEmpty() && lines < kMostCounted) {
+    if (paragraph.isEmpty()) Count(lines);
+    while (!paragraph.isEmpty()) {
       const qsizetype length = LineLength(paragraph, box.Width(), surface);
-      // A letter as wide as the box: line after line would stay empty, until no number is left for one.
-      if (length == 0) throw RuntimeError(kErrOverflow);
-      place(paragraph.first(length).toString(), lines++);
+      place(paragraph.first(length).toString(), static_cast<int>(lines));
+      Count(lines);
       paragraph = paragraph.sliced(length);
     }
-    if (lines >= kMostCounted) return;
   }
 }
 

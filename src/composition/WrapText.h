@@ -15,4 +15,7 @@ namespace orv {
 void WrapText(const QString& text, const Label& box, const Surface& surface,
               const std::function<void(const QString& line, int number)>& place);
 
+// As much of a text of any length as a card could show of it, in any font, and as 16 bits can count.
+QString WrappablePart(const QString& text);
+
 }  // namespace orv

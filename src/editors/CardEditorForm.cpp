@@ -181,6 +181,14 @@ void CardEditor::SubscribeTexts() {
   txtInfo.Change = [this] { WriteText("Information", txtInfo, preview_.lblInformation); };
   txtBold.Change = [this] { txtBold_Change(); };
   txtArtist.Change = [this] { txtArtist_Change(); };
+  LeadTo(preview_.lblTitle, txtTitle);
+  LeadTo(preview_.lblNumber, cboNumber);
+  LeadTo(preview_.lblBold, txtBold);
+  LeadTo(preview_.lblInformation, txtInfo);
+  LeadTo(preview_.picArtistDest, txtArtist);
+  for (const auto& label : preview_.lblType) {
+    if (label != nullptr) LeadTo(*label, cboType);
+  }
   txtTitle.GotFocus = [this] { SelectText(txtTitle); };
   txtBold.GotFocus = [this] { SelectText(txtBold); };
   txtArtist.GotFocus = [this] { SelectText(txtArtist); };
@@ -192,10 +200,16 @@ void CardEditor::SubscribePicture() {
   chkFrame.Click = [this] { chkFrame_Click(); };
   chkResize.Click = [this] { chkResize_Click(); };
   cmdGetPic.Click = [this] { cmdGetPic_Click(); };
-  cmdDelPic.Click = [this] { cmdDelPic_Click(); };
+  cmdDelPic.Click = [this] {
+    cmdDelPic_Click();
+    cmdGetPic.SetFocus();
+  };
   cmdBackPic.Click = [this] { cmdBackPic_Click(); };
   cmdLastBackPic.Click = [this] { cmdLastBackPic_Click(); };
-  cmdDelBackPic.Click = [this] { cmdDelBackPic_Click(); };
+  cmdDelBackPic.Click = [this] {
+    cmdDelBackPic_Click();
+    cmdBackPic.SetFocus();
+  };
   cmdColour.Click = [this] { cmdColour_Click(); };
   picColour.Click = [this] { cmdColour_Click(); };
   mover_.Attach();

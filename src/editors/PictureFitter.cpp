@@ -100,7 +100,7 @@ bool PictureFitter::KeyDown(const KeyEvent& key) {
   const KeyEvent meant{key.KeyCode, plus ? kCtrl : key.Shift};
   for (const Command& command : kCommands) {
     if (KeyOf(QLatin1String(command.keys)) != meant) continue;
-    if (CanRun(command)) command.run(*this);
+    if (command.needs != Command::Clipboard && CanRun(command)) command.run(*this);
     return true;
   }
   return false;
@@ -181,21 +181,25 @@ void PictureFitter::Store(double scale, double left, double top) {
 }
 
 void PictureFitter::Take(const DataObject& data) {
-  if (data.IsEmpty() || !frame_.record.Hold()) return;
+  if (Fill(data)) frame_.image.SetFocus();
+}
+
+bool PictureFitter::Fill(const DataObject& data) {
+  if (data.IsEmpty() || !frame_.record.Hold()) return false;
   try {
     const QByteArray bytes = BytesOf(data);
     const WaitCursor hourglass;
     picture_.Take(bytes);
   } catch (const RuntimeError& error) {
     TellUnreadable(data, error);
-    return;
+    return false;
   }
   FitPrepared(Fitting::Over);
-  frame_.image.SetFocus();
+  return true;
 }
 
 void PictureFitter::Paste() {
-  Take(Clipboard::GetData());
+  Fill(Clipboard::GetData());
 }
 
 void PictureFitter::Copy() const {

@@ -37,11 +37,14 @@ class PictureFitter {
   void Show();
   // Its keys while the picture has the focus.
   static QStringList Commands();
-  // True where the key is one of them.
+  // True where the key is one of them. The editor pastes, wherever the focus is.
   bool KeyDown(const KeyEvent& key);
   // Puts a picture into the record so that it fills the frame; tells of one that can't be read, and changes
   // nothing then.
   void Take(const DataObject& data);
+  // What is on the clipboard, if it is a picture. The focus stays where it is.
+  void Paste();
+  bool HasFocus() const { return frame_.image.HasFocus(); }
 
  private:
   // A point of the frame's inside, in twips.
@@ -56,7 +59,7 @@ class PictureFitter {
   void FitPrepared(Fitting fitting);
   void Store(double scale, double left, double top);
   bool MayScaleTo(double scale) const;
-  void Paste();
+  bool Fill(const DataObject& data);
   void Copy() const;
   void Save();
   void FillMenu(std::vector<MenuItem>& items);

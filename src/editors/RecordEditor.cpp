@@ -6,10 +6,12 @@
 
 #include "base/Rounding.h"
 #include "base/RuntimeError.h"
+#include "base/Shortened.h"
 #include "database/CurrentSet.h"
 #include "database/ListHelpers.h"
 #include "editors/PictureFitter.h"
 #include "exchange/CopyRecord.h"
+#include "forms/Application.h"
 #include "forms/ControlHelpers.h"
 #include "forms/Dialogs.h"
 #include "forms/Layout.h"
@@ -125,11 +127,23 @@ void RecordEditor::Form_Unload() {
 struct RecordEditor::Command {
   const char* keys;
   void (RecordEditor::*run)();
+  bool (*claims)() = [] { return true; };
 };
+
+namespace {
+
+// A field takes what has words, too.
+bool OnlyAPictureToPaste() {
+  return Clipboard::HasData() && !Clipboard::HasText();
+}
+
+}  // namespace
 
 const RecordEditor::Command RecordEditor::kCommands[] = {
     {"Ctrl+N", &RecordEditor::Add},
     {"Ctrl+D", &RecordEditor::Duplicate},
+    {"Ctrl+V", &RecordEditor::Paste, OnlyAPictureToPaste},
+    {"Shift+Ins", &RecordEditor::Paste, OnlyAPictureToPaste},
 };
 
 QStringList RecordEditor::Commands() {
@@ -139,8 +153,9 @@ QStringList RecordEditor::Commands() {
 }
 
 bool RecordEditor::Claims(const KeyEvent& key) const {
-  return std::ranges::any_of(
-      kCommands, [&](const Command& command) { return KeyOf(QLatin1String(command.keys)) == key; });
+  return std::ranges::any_of(kCommands, [&](const Command& command) {
+    return KeyOf(QLatin1String(command.keys)) == key && command.claims();
+  });
 }
 
 void RecordEditor::Form_KeyDown(const KeyEvent& key) {
@@ -274,8 +289,7 @@ void RecordEditor::Add() {
   EnableCardControls(true);
   ShowCurrent();
   ShowPosition(last + 1, last + 1);
-  SelectText(FirstField());
-  FirstField().SetFocus();
+  FocusFirstField();
 }
 
 RecordEditor* RecordEditor::Active() {
@@ -298,6 +312,17 @@ void RecordEditor::Duplicate() {
   FindByKey(rows, kind_.key, copy);
   ShowCurrent();
   ShowPosition(rows["Nr"].Int16Or(0), HighestNumber());
+}
+
+void RecordEditor::Paste() {
+  if (kind_.rows.IsOpen() && !kind_.rows.IsEmpty()) PastedPicture().Paste();
+}
+
+void RecordEditor::DeleteAfterQuestion() {
+  if (kind_.rows.IsEmpty() || !record_.Hold()) return;
+  const QString question = QStringLiteral("Delete this %1? It can not be brought back.\r\n\r\n%2")
+                               .arg(Noun(), Shortened(kind_.rows[kind_.title].TextOrEmpty()));
+  if (MsgBox(question, Icon::Question, QStringLiteral("Delete"), Buttons::NoYes) == Answer::Yes) Delete();
 }
 
 void RecordEditor::CopyToSet(std::int32_t set_id) {
@@ -343,6 +368,7 @@ void RecordEditor::Delete() {
   OpenCards();
   if (rows.IsEmpty()) {
     ShowPosition(0, 0);
+    cmdCardAdd.SetFocus();
     EnableCardControls(false);
     return;
   }
@@ -352,6 +378,13 @@ void RecordEditor::Delete() {
   if (rows.IsEOF()) rows.MoveLast();
   ShowCurrent();
   ShowPosition(rows["Nr"].Int16Or(0), last);
+  // Not on the button, where the next Enter would delete one more.
+  FocusFirstField();
+}
+
+void RecordEditor::FocusFirstField() {
+  SelectText(FirstField());
+  FirstField().SetFocus();
 }
 
 // The records behind the deleted one move up by one, as far as their numbers follow each other. Each

@@ -69,6 +69,10 @@ class RecordEditor : public Form {
   static RecordEditor* InFront();
   // Puts a copy of the record on show behind it and shows the copy.
   void Duplicate();
+  // Deletes the record on show if the user says so.
+  void DeleteAfterQuestion();
+  // What a user calls its records.
+  QString Noun() const { return QLatin1String(kind_.noun); }
   // Puts a copy of it at the end of another set.
   void CopyToSet(std::int32_t set_id);
   // A run over all records is over, and the last one is drawn and current: shows it in the fields too, and
@@ -109,6 +113,8 @@ class RecordEditor : public Form {
   virtual TextBox& FirstField() = 0;
   // The picture that a record made of a file gets.
   virtual class PictureFitter& FirstPicture() = 0;
+  // The picture that takes what is pasted.
+  virtual PictureFitter& PastedPicture() { return FirstPicture(); }
 
   // Arranges the bar: the navigation, and more buttons of the kind behind it.
   void ArrangeBar(std::initializer_list<Control*> more);
@@ -158,6 +164,8 @@ class RecordEditor : public Form {
   static const Command kCommands[];
 
   void CloseGap(int deleted);
+  void Paste();
+  void FocusFirstField();
   void AddFromPictures(const DataObject& data);
   const RecordKind kind_;
   ShownRecord record_;

@@ -79,6 +79,9 @@ class Character2ndForm : public RecordEditor {
   void ShowCard() override;
   TextBox& FirstField() override { return txtCharName; }
   PictureFitter& FirstPicture() override { return picture_fitter_; }
+  PictureFitter& PastedPicture() override {
+    return piece_fitter_.HasFocus() ? piece_fitter_ : picture_fitter_;
+  }
 
  private:
   void Arrange();

@@ -158,6 +158,11 @@ void Character2ndForm::ArrangeTextAndBack() {
 }
 
 void Character2ndForm::Subscribe() {
+  LeadTo(preview_.lblCharacter, txtCharName);
+  LeadTo(preview_.lblPlayingPieceName, txtCharName);
+  LeadTo(preview_.lblStart, cboStartArea);
+  LeadTo(preview_.lblAlignment, cboAlignment);
+  LeadTo(preview_.lblSpecial, txtSpecialAbilities);
   SubscribePictures();
   txtCharName.Change = [this] { txtCharName_Change(); };
   txtCharName.GotFocus = [this] { SelectText(txtCharName); };
@@ -176,11 +181,20 @@ void Character2ndForm::SubscribePictures() {
   chkShowPictureCharacter.Click = [this] { chkShowPictureCharacter_Click(); };
   chkFrameCharacter.Click = [this] { chkFrameCharacter_Click(); };
   cmdGetCharPic.Click = [this] { cmdGetCharPic_Click(); };
-  cmdDelCharPic.Click = [this] { cmdDelCharPic_Click(); };
+  cmdDelCharPic.Click = [this] {
+    cmdDelCharPic_Click();
+    cmdGetCharPic.SetFocus();
+  };
   cmdGetPlayingPiecePic.Click = [this] { cmdGetPlayingPiecePic_Click(); };
-  cmdDelPlayingPiecePic.Click = [this] { cmdDelPlayingPiecePic_Click(); };
+  cmdDelPlayingPiecePic.Click = [this] {
+    cmdDelPlayingPiecePic_Click();
+    cmdGetPlayingPiecePic.SetFocus();
+  };
   cmdBackCharPic.Click = [this] { cmdBackCharPic_Click(); };
-  cmdDelBackCharPic.Click = [this] { cmdDelBackCharPic_Click(); };
+  cmdDelBackCharPic.Click = [this] {
+    cmdDelBackCharPic_Click();
+    cmdBackCharPic.SetFocus();
+  };
   picture_mover_.Attach();
   piece_mover_.Attach();
   picture_fitter_.Attach();

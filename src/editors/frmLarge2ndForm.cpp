@@ -120,6 +120,8 @@ void Large2ndForm::ArrangeBack() {
 void Large2ndForm::Subscribe() {
   SubscribePicture();
   txtTitleLarge.Change = [this] { WriteText("Title", txtTitleLarge, preview_.lblTitleLarge); };
+  LeadTo(preview_.lblTitleLarge, txtTitleLarge);
+  LeadTo(preview_.lblInformationLarge, txtInfoLarge);
   txtTitleLarge.GotFocus = [this] { SelectText(txtTitleLarge); };
   txtInfoLarge.Change = [this] { WriteText("Information", txtInfoLarge, preview_.lblInformationLarge); };
   udCopyLarge.Change = [this] {
@@ -134,11 +136,20 @@ void Large2ndForm::SubscribePicture() {
   chkFrameLarge.Click = [this] { chkFrameLarge_Click(); };
   chkResizeLarge.Click = [this] { chkResizeLarge_Click(); };
   cmdGetPicLarge.Click = [this] { cmdGetPicLarge_Click(); };
-  cmdDelPicLarge.Click = [this] { cmdDelPicLarge_Click(); };
+  cmdDelPicLarge.Click = [this] {
+    cmdDelPicLarge_Click();
+    cmdGetPicLarge.SetFocus();
+  };
   cmdBackPicLarge.Click = [this] { cmdBackPicLarge_Click(); };
-  cmdDelBackPicLarge.Click = [this] { cmdDelBackPicLarge_Click(); };
+  cmdDelBackPicLarge.Click = [this] {
+    cmdDelBackPicLarge_Click();
+    cmdBackPicLarge.SetFocus();
+  };
   cmdCardbackLarge.Click = [this] { cmdCardbackLarge_Click(); };
-  cmdDelCardbackLarge.Click = [this] { cmdDelCardbackLarge_Click(); };
+  cmdDelCardbackLarge.Click = [this] {
+    cmdDelCardbackLarge_Click();
+    cmdCardbackLarge.SetFocus();
+  };
   mover_.Attach();
   fitter_.Attach();
   TakeFillingPictures(preview_.picCardLarge, Record(), "BGPicture");

@@ -1,5 +1,8 @@
 #include "exchange/SetFile.h"
 
+#include <QHash>
+#include <QSet>
+#include <algorithm>
 #include <optional>
 
 #include "base/Files.h"
@@ -20,13 +23,25 @@ Recordset Sets(const Connection& connection) {
                                  QStringLiteral("SELECT SetID, SetName FROM tblSet ORDER BY SetName"));
 }
 
-QString FreeName(const Connection& connection, const QString& name) {
-  const QStringList taken = SetNames(connection);
-  QString free = name;
-  for (int n = 2; taken.contains(free, Qt::CaseInsensitive); ++n)
-    free = QStringLiteral("%1 (%2)").arg(name).arg(n);
-  return free;
-}
+// Names for sets that come in, each other than all before.
+class FreeNames {
+ public:
+  explicit FreeNames(const QStringList& taken) {
+    for (const QString& name : taken) taken_.insert(name.toCaseFolded());
+  }
+  QString For(const QString& name) {
+    int& n = next_[name.toCaseFolded()];
+    QString free = n == 0 ? name : Numbered(name, n);
+    for (n = std::max(n, 2); taken_.contains(free.toCaseFolded()); ++n) free = Numbered(name, n);
+    taken_.insert(free.toCaseFolded());
+    return free;
+  }
+
+ private:
+  static QString Numbered(const QString& name, int n) { return QStringLiteral("%1 (%2)").arg(name).arg(n); }
+  QSet<QString> taken_;
+  QHash<QString, int> next_;  // the number to try first
+};
 
 Connection OpenSetFile(const QString& path) {
   Connection connection = Connection::OpenToRead(path);
@@ -83,9 +98,10 @@ std::vector<std::int32_t> BringInSets(const Connection& to, const QString& path)
   const ReadScope one_state(from);
   Transaction transaction(to);
   std::vector<std::int32_t> keys;
+  FreeNames names(SetNames(to));
   for (Recordset sets = Sets(from); !sets.IsEOF(); sets.MoveNext()) {
     RowCopier copier(from, to, RowCopier::Keys::kNew);
-    const QString name = FreeName(to, sets["SetName"].TextOrEmpty());
+    const QString name = names.For(sets["SetName"].TextOrEmpty());
     keys.push_back(
         copier.CopySet(sets["SetID"].Int32(), {{kSaveTo, Value()}, {QStringLiteral("SetName"), name}}));
   }

@@ -23,6 +23,13 @@ QString WithoutFolders(QString name) {
   return name.replace(QDir::separator(), u':');
 }
 
+// Why a file can't be written: for its name, which the writer refuses, or else for another reason.
+QString ReasonIn(const QString& name, const QString& other) {
+  return name.contains(QDir::separator())
+             ? QStringLiteral("A file's name can not hold \"%1\".").arg(QDir::separator())
+             : other;
+}
+
 void DrawOutline(Surface& sheet, const Corners& corners) {
   sheet.LineB(corners.left, corners.top, corners.right, corners.bottom, kBlack);
 }
@@ -88,10 +95,12 @@ void SaveSheet(const SheetKind& kind, const SheetFormat& format) {
     const QString folder = SaveFolder();
     path = folder + WithoutFolders(NamedFile(name, number, kind_code, format.extension));
     AssembleSheet(kind, WantsBack(kind));
+    const BesideBoxes reason(ReasonIn(name, {}));
     saved = WriteSheet(format, path) && format.format != nullptr;
   } catch (const RuntimeError& error) {
     QString text = QStringLiteral("Something went wrong.");
     if (kind.tells_cause) text += QStringLiteral("\r\n\r\n") + error.NumberAndDescription();
+    const BesideBoxes reason(ReasonIn(name, kind.tells_cause ? QString() : error.NumberAndDescription()));
     MsgBox(text, Icon::Critical, QString::fromLatin1(kind.box_title));
   }
   SheetSaved(path, kind_code + u' ' + name, saved);

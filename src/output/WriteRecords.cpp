@@ -5,6 +5,8 @@
 #include <vector>
 
 #include "base/Rounding.h"
+#include "base/Shortened.h"
+#include "forms/Dialogs.h"
 #include "pictures/PicturesAhead.h"
 #include "state/modData.h"
 
@@ -54,7 +56,9 @@ QString WordsFor(const OutputKind& kind) {
 }
 
 void WriteRecord(const OutputKind& kind, const SheetFormat& format, PicturesAhead& ahead) {
-  RecordBegun(WordsFor(kind));
+  const QString words = WordsFor(kind);
+  RecordBegun(words);
+  const BesideBoxes record(Shortened(words));
   {
     const ReadScope reading(modData::cn);
     ahead.Advance(PicturesOfNext(kind));

@@ -140,7 +140,8 @@ class Finder {
 
   void Block(const char* what, const Label& box) {
     int lines = 0;
-    WrapText(box.Caption(), box, Front(), [&](const QString&, int number) { lines = number + 1; });
+    WrapText(WrappablePart(box.Caption()), box, Front(),
+             [&](const QString&, int number) { lines = number + 1; });
     if (lines * Front().TextHeight({}) > box.Height() && lines > 0) RunsOver(what);
   }
 

@@ -6,6 +6,7 @@
 #include "base/Files.h"
 #include "base/Quietly.h"
 #include "base/RuntimeError.h"
+#include "base/Shortened.h"
 #include "database/ListHelpers.h"
 #include "editors/RecordEditor.h"
 #include "exchange/SetFile.h"
@@ -21,7 +22,6 @@ const QString kBring = QStringLiteral("Bring in a set");
 const QString kCopy = QStringLiteral("Copy");
 const QString kGap = QStringLiteral("\r\n\r\n");
 constexpr int kNamesToTell = 20;
-constexpr int kLettersToTell = 80;
 
 CommonDialog FileDialog(const QString& title) {
   CommonDialog dialog;
@@ -59,10 +59,7 @@ std::int32_t BringIn(const QString& path) {
 // A file from elsewhere may hold any number of names of any length.
 QString Question(const QStringList& names, const QString& path) {
   QStringList lines;
-  for (const QString& name : names.mid(0, kNamesToTell)) {
-    const QString line = name.simplified();
-    lines.append(line.size() > kLettersToTell ? line.left(kLettersToTell) + QChar(0x2026) : line);
-  }
+  for (const QString& name : names.mid(0, kNamesToTell)) lines.append(Shortened(name));
   if (names.size() > kNamesToTell)
     lines.append(QStringLiteral("and %1 more").arg(names.size() - kNamesToTell));
   const QString question = names.size() == 1 ? QStringLiteral("Bring in this set?")
@@ -161,6 +158,16 @@ std::int32_t OfferSet(const QString& path) {
 
 void DuplicateInEditor() {
   if (RecordEditor* const editor = EditorInFront()) editor->Duplicate();
+}
+
+void DeleteInEditor() {
+  RecordEditor* const editor = RecordEditor::InFront();
+  if (editor == nullptr) {
+    MsgBox(QStringLiteral("Open an editor on what is to be deleted first."), Icon::Exclamation,
+           QStringLiteral("Delete"));
+  } else {
+    editor->DeleteAfterQuestion();
+  }
 }
 
 void CopyToAnotherSet() {

@@ -1,6 +1,7 @@
 #include "shell/frmCreate.h"
 
 #include "base/Rounding.h"
+#include "base/Shortened.h"
 #include "database/ListHelpers.h"
 #include "editors/frmCard2nd.h"
 #include "editors/frmCard3rd.h"
@@ -10,6 +11,7 @@
 #include "forms/ControlHelpers.h"
 #include "forms/Dialogs.h"
 #include "forms/Layout.h"
+#include "output/RunTally.h"
 #include "output/WriteRecords.h"
 #include "pictures/modDirBrowse.h"
 #include "state/modData.h"
@@ -18,11 +20,20 @@ namespace orv {
 namespace {
 
 const QString kTitle = QStringLiteral("Create cards");
+constexpr int kNewsToTell = 20;
 
 // Stores one option in the record of the current set.
 void Store(const char* column, const Value& value) {
   modData::rsSet[column] = value;
   modData::rsSet.Update();
+}
+
+// A run may have any number of them.
+QString WordsOf(const QStringList& news) {
+  QStringList lines;
+  for (const QString& line : news.mid(0, kNewsToTell)) lines.append(Shortened(line, 160));
+  if (news.size() > kNewsToTell) lines.append(QStringLiteral("and %1 more").arg(news.size() - kNewsToTell));
+  return lines.join(QStringLiteral("\r\n"));
 }
 
 }  // namespace
@@ -88,6 +99,8 @@ void CreateForm::Arrange() {
   cmdDone.Place(5280, 5085, 1800, 435);
   cmdDone.SetCancel(true);
   Explain(cmdSaveTo, QStringLiteral("Choose the folder"));
+  SetTabOrder(txtFilenamePrefix, cboSaveFormat);
+  SetTabOrder(cboSaveFormat, chkFileNr);
   lblSaveTo.SetBuddy(txtSaveTo);
   lblFilenamePrefix.SetBuddy(txtFilenamePrefix);
   lblSaveFormat.SetBuddy(cboSaveFormat);
@@ -168,6 +181,7 @@ void CreateForm::CreateAllCards(bool Card2nd, bool Character2nd, bool LargeCard2
   };
   for (FormLabel* label : {&lblNr2ndCards, &lblNr2ndChar, &lblNr2ndLarge}) label->SetCaption(QString());
   SetLabelColour(Rgb(0xFF, 0, 0));
+  const RunTally tally;
   for (const auto& pass : passes) {
     if (!pass.wanted || !pass.kind.records.IsOpen() || pass.kind.records.IsEmpty()) continue;
     RecordEditor& editor = pass.editor();  // made now, it opens the records anew
@@ -178,6 +192,7 @@ void CreateForm::CreateAllCards(bool Card2nd, bool Character2nd, bool LargeCard2
     }));
   }
   SetLabelColour(kBlack);
+  const BesideBoxes news(WordsOf(tally.Conclude().news));
   MsgBox(QStringLiteral("Done creating cards."), Icon::Information, kTitle);
 }
 

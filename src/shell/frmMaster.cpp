@@ -138,6 +138,7 @@ void MasterForm::Arrange() {
                 {},
                 {QStringLiteral("duplicate"), QStringLiteral("&Duplicate\tCtrl+D")},
                 {QStringLiteral("copytoset"), QStringLiteral("&Copy to another set...")},
+                {QStringLiteral("delete"), QString()},
                 {},
                 {QStringLiteral("manual"), QStringLiteral("&Manual\tF1")},
                 {QStringLiteral("about"), QStringLiteral("&About...")}});
@@ -166,6 +167,11 @@ void MasterForm::Arrange() {
 
 void MasterForm::Subscribe() {
   tbar.ButtonClick = [this](const QString& key) { tbar_ButtonClick(key); };
+  tbar.MenuOpens = [this] {
+    const RecordEditor* const editor = RecordEditor::InFront();
+    const QString noun = editor != nullptr ? editor->Noun() : QStringLiteral("card");
+    tbar.SetEntryText(QStringLiteral("delete"), QStringLiteral("D&elete this %1...").arg(noun));
+  };
   cboSet.Click = [this] { cboSet_Click(); };
   cmdNew.Click = [this] { cmdNew_Click(); };
   cmdEdit.Click = [this] { cmdEdit_Click(); };
@@ -344,6 +350,7 @@ void MasterForm::cmdDelete_Click() {
   modData::CurrentSetID = 0;
   InitialiseSet();
   UpdateSetDisplay();
+  FocusSets();
 }
 
 void MasterForm::chkAutonumber_Click() {
@@ -390,6 +397,7 @@ void MasterForm::cmdSymbolDel_Click() {
   modData::rsSet["UseSymbol"] = false;
   modData::rsSet.Update();
   RedrawEditors();
+  cmdSymbolAdd.SetFocus();
 }
 
 void MasterForm::tbar_ButtonClick(const QString& key) {
@@ -409,6 +417,7 @@ void MasterForm::tbar_ButtonClick(const QString& key) {
   if (key == u"duplicate") DuplicateInEditor();
   if (key == u"copytoset") CopyToAnotherSet();
   if (key == u"manual") AskForHelp(nullptr);
+  if (key == u"delete") DeleteInEditor();
   if (key == u"about") {
     frmAbout->ShowModal();
     frmAbout.Unload();

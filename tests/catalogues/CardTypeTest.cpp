@@ -137,5 +137,15 @@ TEST_F(CardTypeTest, LocksAndReleases) {
   }
 }
 
+TEST_F(CardTypeTest, WhatIsAddedIsChosenAndAfterDeletingEnterDeletesNoMore) {
+  Fill("NEW", "", "", "", "1");
+  ClickOn(Form().cmdNew);
+  EXPECT_EQ(Entries().SelectedItem().Text, "NEW");
+  EXPECT_EQ(EnabledButtons(), "1111");
+  Form().cmdDelete.SetFocus();
+  ClickOn(Form().cmdDelete);
+  EXPECT_TRUE(Entries().HasFocus());
+}
+
 }  // namespace
 }  // namespace orv

@@ -122,13 +122,36 @@ def test_bring_over(tools, delivered, folder):
     check(not (folder / "no.mdb").exists(), "half a file")
 
 
+def test_refusals(tools, delivered, folder):
+    """Whatever is wrong with a file is told in words of its own, with the file's name."""
+    database, set_file = folder / "orv.mdb", folder / "coast.orvset"
+    shutil.copyfile(delivered, database)
+    tools.sets("save", set_file, "--database", database, "--set", SETS[0])
+
+    def refused(file, words):
+        told = tools.sets("bring", set_file, "--database", database, status=1).stderr
+        check(told.startswith(f"{file}: ") and words in told, f"what is told of {file.name} is {told!r}")
+
+    for file in (database, set_file):
+        with contextlib.closing(sqlite3.connect(file, isolation_level=None)) as other:
+            other.execute("BEGIN EXCLUSIVE")
+            refused(file, "another program is using")
+        whole = file.read_bytes()
+        file.write_bytes(whole[:18] + b"\3\3" + whole[20:])
+        refused(file, "newer version")
+        file.write_bytes(whole)
+    database.chmod(0o444)
+    if os.geteuid() != 0:  # who may write to everything
+        refused(database, "can only be read")
+
+
 def main():
     if len(sys.argv) != 3:
         print(__doc__, file=sys.stderr)
         return 2
     tools = Tools(pathlib.Path(sys.argv[1]).parent)
     failed = False
-    for test in (test_round_trip, test_texts, test_bring_over):
+    for test in (test_round_trip, test_texts, test_bring_over, test_refusals):
         with tempfile.TemporaryDirectory() as folder:
             try:
                 test(tools, pathlib.Path(sys.argv[2]), pathlib.Path(folder))

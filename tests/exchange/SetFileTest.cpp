@@ -378,5 +378,18 @@ TEST_F(SetFileTest, ACopyInAnotherSetHasItsLockedType) {
   EXPECT_EQ(Scalar("SELECT COUNT(*) FROM tblCardType WHERE UpperLeft = 'TIDE'"), "2");
 }
 
+TEST_F(SetFileTest, TenThousandSetsOfOneNameComeInWithinSeconds) {
+  SaveSet(modData::cn, set_, File());
+  Tamper(File(),
+         "WITH RECURSIVE n(i) AS (SELECT 1 UNION ALL SELECT i + 1 FROM n WHERE i < 9999) "
+         "INSERT INTO tblSet (SetName, LanguageID, EditionID, PicFormatID) SELECT 'HARBOUR', 1, 2, 1 FROM n");
+  QElapsedTimer time;
+  time.start();
+  EXPECT_EQ(BringInSets(modData::cn, File()).size(), 10000u);
+  EXPECT_LT(time.elapsed(), 60'000);
+  EXPECT_EQ(Scalar("SELECT count(DISTINCT lower(SetName)) FROM tblSet"), "10002");
+  EXPECT_EQ(Scalar("SELECT count(*) FROM tblSet WHERE SetName IN ('Harbour (2)', 'HARBOUR (10001)')"), "2");
+}
+
 }  // namespace
 }  // namespace orv

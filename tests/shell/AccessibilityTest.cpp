@@ -5,6 +5,7 @@
 #include <QMdiSubWindow>
 #include <QToolButton>
 #include <QWidget>
+#include <algorithm>
 
 #include "catalogues/frmCardBacks.h"
 #include "catalogues/frmCardType.h"
@@ -16,6 +17,7 @@
 #include "editors/frmLarge2nd.h"
 #include "shell/frmCreate.h"
 #include "shell/frmMaster.h"
+#include "shell/frmPrint.h"
 #include "shell/frmSetName.h"
 #include "support/TestDatabase.h"
 
@@ -83,6 +85,32 @@ TEST(AccessibilityTest, WordsAndCountersOfTheBatchFit) {
            &form.lblNr2ndChar, &form.lblNr2ndLarge}) {
     EXPECT_LE(control->Handle()->sizeHint().width(), control->Handle()->width())
         << NameOf(control->Handle()).toStdString();
+  }
+}
+
+// Within one container a step of Tab leads to the right, or down, or to the top of what stands to the right.
+TEST(AccessibilityTest, TabGoesAsOneReads) {
+  TestDatabase database;
+  database.SelectSet(database.AddSet(QStringLiteral("Set"), 2));
+  frmCardBacks->InitBacks(2);
+  frmSetName->Init(QStringLiteral("Set"), 1, 2);
+  Form* const forms[] = {&*frmCardList, &*frmCardType, &*frmCardBacks, &*frmSetName, &*frmCreate, &*frmPrint};
+  for (Form* form : forms) {
+    form->Show();
+    std::vector<QWidget*> stops = TabStops(*form);
+    QWidget* const window = form->Handle();
+    const QWidget* last = nullptr;
+    for (QWidget* next = window->nextInFocusChain(); next != window; next = next->nextInFocusChain()) {
+      if (std::ranges::find(stops, next) == stops.end()) continue;
+      if (last != nullptr && last->parentWidget() == next->parentWidget()) {
+        const QPoint from = last->geometry().center(), to = next->geometry().center();
+        const bool right = to.x() > from.x(), down = to.y() > from.y() + 8;
+        EXPECT_TRUE(right || down) << form->Caption().toStdString() << ": "
+                                   << NameOf(const_cast<QWidget*>(last)).toStdString() << " -> "
+                                   << NameOf(next).toStdString();
+      }
+      last = next;
+    }
   }
 }
 

@@ -77,5 +77,19 @@ TEST_F(CreateCardsTest, TheDialogStoresItsOptionsAtOnce) {
   EXPECT_EQ(dialogs_.LastPrompt(), "You must firstselect a folder to save your cards in.");
 }
 
+TEST_F(CreateCardsTest, FailuresAndNamesThatRecordsShareAreTold) {
+  Open(2, 0);
+  for (const char* title : {"A/B", "TWIN", "TWIN"}) database_.AddCard(set_, 1, title);
+  database_.SelectSet(set_);
+  Create();
+  ASSERT_EQ(dialogs_.boxes.size(), 2u);
+  const QString failure = dialogs_.boxes[0].beside;
+  EXPECT_TRUE(failure.contains("C2 001 A/B")) << failure.toStdString();
+  EXPECT_TRUE(failure.contains("\"/\"")) << failure.toStdString();
+  const QString news = dialogs_.boxes[1].beside;
+  EXPECT_TRUE(news.contains("No file for C2 001 A/B")) << news.toStdString();
+  EXPECT_TRUE(news.contains("C2 003 TWIN has replaced the file of C2 002 TWIN")) << news.toStdString();
+}
+
 }  // namespace
 }  // namespace orv

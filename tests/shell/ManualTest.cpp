@@ -12,11 +12,9 @@
 
 #include "MasterScene.h"
 #include "base/Files.h"
-#include "editors/PictureFitter.h"
-#include "editors/PicturePlacing.h"
+#include "editors/Commands.h"
 #include "editors/frmCard2nd.h"
 #include "forms/HelpKey.h"
-#include "forms/WindowKeys.h"
 #include "shell/frmCreate.h"
 
 namespace orv {
@@ -94,9 +92,7 @@ TEST(ManualPagesTest, TheKeysAreThoseThatTheProgramTakes) {
   QStringList told;
   for (const QString& row : Captured(TextOfFile(kPages + "/keys.md"), "^\\| (\\*\\*[^|]*) \\|"))
     told += Captured(row, "\\*\\*([^*]+)\\*\\*");
-  const QStringList taken = QStringList{kHelpKeys} + WindowKeys() + RecordEditor::Commands() +
-                            PictureFitter::Commands() + PictureMover::Commands() +
-                            CardEditor::HandleCommands() + ManualForm::Commands();
+  const QStringList taken = ProgramCommands() + ManualForm::Commands() + QStringList{kHelpKeys};
   for (const QString& key : taken) EXPECT_TRUE(told.contains(key)) << "isn't told: " << qPrintable(key);
   for (const QString& key : told)
     EXPECT_TRUE(taken.contains(key) || kUsualKeys.contains(key)) << "isn't taken: " << qPrintable(key);

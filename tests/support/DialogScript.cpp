@@ -14,7 +14,7 @@ T Next(std::deque<T>& queue, T otherwise) {
 }  // namespace
 
 Answer DialogScript::OnMsgBox(const QString& prompt, Icon icon, const QString& title, Buttons buttons) {
-  boxes.push_back({prompt, icon, title, buttons});
+  boxes.push_back({prompt, icon, title, buttons, BesideBoxes::Text()});
   return buttons == Buttons::Ok ? Answer::Ok : Next(answers, Answer::No);
 }
 

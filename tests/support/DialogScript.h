@@ -16,6 +16,7 @@ class DialogScript : public DialogResponder {
     Icon icon;
     QString title;
     Buttons buttons;
+    QString beside = {};
   };
   std::vector<Box> boxes;
   std::vector<CommonDialog> file_dialogs;  // as they were when shown

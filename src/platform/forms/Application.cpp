@@ -190,6 +190,11 @@ bool HasData() {
   return data != nullptr && HasDataObject(*data);
 }
 
+bool HasText() {
+  const QMimeData* const data = QGuiApplication::clipboard()->mimeData();
+  return data != nullptr && data->hasFormat(QStringLiteral("text/plain")) && !data->text().isEmpty();
+}
+
 }  // namespace Clipboard
 
 }  // namespace orv

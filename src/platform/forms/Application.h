@@ -58,6 +58,7 @@ bool SetImage(const Picture& picture);
 // Whatever a picture may be taken from.
 DataObject GetData();
 bool HasData();
+bool HasText();  // and not an empty one
 }  // namespace Clipboard
 
 }  // namespace orv

@@ -39,6 +39,10 @@ const QMdiSubWindow* ChildAround(const QWidget* widget) {
   return nullptr;
 }
 
+bool IsOnTheWay(const QMdiSubWindow* child) {
+  return child->isVisible() && !static_cast<const ChildWindow*>(child)->stays_behind;
+}
+
 bool HasFocus(const QWidget& part) {
   const QWidget* const focus = QApplication::focusWidget();
   return focus == &part || part.isAncestorOf(focus);
@@ -60,8 +64,8 @@ struct ChildFocus::Key {
 const ChildFocus::Key ChildFocus::kKeys[] = {
     {"F6", [](ChildFocus& focus) { focus.Walk(-1); }},
     {"Shift+F6", [](ChildFocus& focus) { focus.Walk(1); }},
-    {"Ctrl+Tab", [](ChildFocus& focus) { focus.area_.activateNextSubWindow(); }},
-    {"Ctrl+Shift+Tab", [](ChildFocus& focus) { focus.area_.activatePreviousSubWindow(); }},
+    {"Ctrl+Tab", [](ChildFocus& focus) { focus.Turn(1); }},
+    {"Ctrl+Shift+Tab", [](ChildFocus& focus) { focus.Turn(-1); }},
 };
 
 QStringList WindowKeys() {
@@ -96,10 +100,19 @@ bool ChildFocus::eventFilter(QObject* object, QEvent* event) {
 // The keyboard of a child that is being hidden goes to the one that was active before, or to what is docked.
 void ChildFocus::LeaveChild() {
   const QList<QMdiSubWindow*> children = area_.subWindowList(QMdiArea::ActivationHistoryOrder);
-  const auto shown = [](const QMdiSubWindow* child) { return child->isVisible(); };
-  const auto next = std::find_if(children.crbegin(), children.crend(), shown);
+  const auto next = std::find_if(children.crbegin(), children.crend(), IsOnTheWay);
   if (next == children.crend()) return Walk(-1);
   area_.setActiveSubWindow(*next);
+}
+
+// To the child that is so many places on in the order of their making.
+void ChildFocus::Turn(int step) {
+  QList<QMdiSubWindow*> children = area_.subWindowList(QMdiArea::CreationOrder);
+  children.removeIf([](const QMdiSubWindow* child) { return !IsOnTheWay(child); });
+  if (children.isEmpty()) return;
+  const qsizetype here = children.indexOf(area_.currentSubWindow());
+  const qsizetype count = children.size();
+  area_.setActiveSubWindow(children[here < 0 ? 0 : (here + step + count) % count]);
 }
 
 void ChildFocus::Walk(int step) {

@@ -2,6 +2,7 @@
 
 #include <QAbstractItemView>
 #include <QApplication>
+#include <QClipboard>
 #include <QComboBox>
 #include <QKeyEvent>
 #include <QLineEdit>
@@ -33,6 +34,14 @@ bool WouldTakeIt(const QObject* object, bool alt) {
                  qobject_cast<const QPlainTextEdit*>(object) != nullptr);
 }
 
+// A field would replace what is selected in it by nothing.
+bool PastesNothing(const QObject* object, const QKeyEvent& event) {
+  const auto* const box = qobject_cast<const QComboBox*>(object);
+  const bool types = (box != nullptr && box->isEditable()) || object->inherits("QLineEdit") ||
+                     object->inherits("QPlainTextEdit");
+  return types && event.matches(QKeySequence::Paste) && QGuiApplication::clipboard()->text().isEmpty();
+}
+
 // A key goes outwards from the widget with the focus and no further than its window.
 const FormWindow* FormAround(const QWidget* widget) {
   for (; widget != nullptr; widget = widget->isWindow() ? nullptr : widget->parentWidget()) {
@@ -58,7 +67,7 @@ bool CommandKeys::eventFilter(QObject* object, QEvent* event) {
   const bool asked = event->type() == QEvent::ShortcutOverride;
   if (!object->isWidgetType() || (event->type() != QEvent::KeyPress && !asked)) return false;
   const auto& key = *static_cast<QKeyEvent*>(event);
-  const bool claimed = IsClaimed(object, key);
+  const bool claimed = IsClaimed(object, key) || PastesNothing(object, key);
   if (!claimed && (asked || !IsCommand(key))) return false;
   if (QComboBox* const box = asked ? nullptr : BoxOfOpenList(object)) {
     box->hidePopup();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "forms/ListView.h"
+#include "forms/Surface.h"
 
 // What the handlers of forms do again and again.
 namespace orv {
@@ -10,6 +11,15 @@ template <class ControlWithText>
 void SelectText(ControlWithText& control) {
   control.SetSelStart(0);
   control.SetSelLength(static_cast<int>(control.Text().size()));
+}
+
+// A click on what shows a field's text leads to the field.
+template <class Field>
+void LeadTo(SurfaceItem& shown, Field& field) {
+  shown.Click = [&field] {
+    field.SetFocus();
+    if constexpr (requires { field.SetSelStart(0); }) SelectText(field);
+  };
 }
 
 QString YesNo(bool value);    // "Yes" or "No"

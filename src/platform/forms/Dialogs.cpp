@@ -7,6 +7,7 @@
 #include <QMessageBox>
 #include <utility>
 
+#include "base/Shortened.h"
 #include "forms/Control.h"
 #include "forms/inner/Icons.h"
 
@@ -14,6 +15,10 @@ namespace orv {
 namespace {
 
 DialogResponder* responder = nullptr;
+QStringList beside;
+
+// A box that is higher than any screen could not be answered.
+constexpr qsizetype kMostLetters = 4000;
 
 QMessageBox::Icon IconOf(Icon icon) {
   switch (icon) {
@@ -41,6 +46,18 @@ QString TitleOr(const QString& title) {
 
 }  // namespace
 
+BesideBoxes::BesideBoxes(const QString& text) {
+  beside.append(text);
+}
+BesideBoxes::~BesideBoxes() {
+  beside.removeLast();
+}
+QString BesideBoxes::Text() {
+  QStringList lines = beside;
+  lines.removeAll(QString());
+  return lines.join(QStringLiteral("\r\n"));
+}
+
 DialogResponderScope::DialogResponderScope(DialogResponder& installed)
     : former_(std::exchange(responder, &installed)) {}
 
@@ -60,7 +77,9 @@ Answer MsgBox(const QString& prompt, Icon icon, const QString& title, Buttons bu
   box.setIcon(IconOf(icon));
   box.setTextFormat(Qt::PlainText);
   box.setTextInteractionFlags(Qt::TextSelectableByMouse);
-  box.setText(WithLineFeeds(prompt));
+  box.setText(WithLineFeeds(Clipped(prompt, kMostLetters)));
+  box.setInformativeText(WithLineFeeds(Clipped(BesideBoxes::Text(), kMostLetters)));
+  for (auto* const label : box.findChildren<QLabel*>()) label->setTextFormat(Qt::PlainText);
   if (buttons == Buttons::Ok) {
     box.setStandardButtons(QMessageBox::Ok);
     box.exec();
@@ -77,7 +96,7 @@ QString InputBox(const QString& prompt, const QString& title, const QString& ini
   QInputDialog box(QApplication::activeWindow());
   box.setWindowIcon(NamedIcon(QStringLiteral("app")));
   box.setWindowTitle(TitleOr(title));
-  box.setLabelText(WithLineFeeds(prompt));
+  box.setLabelText(WithLineFeeds(Clipped(prompt, kMostLetters)));
   box.setTextValue(initial);
   for (auto* const label : box.findChildren<QLabel*>()) label->setTextFormat(Qt::PlainText);
   return box.exec() == QDialog::Accepted ? box.textValue() : QString();

@@ -43,6 +43,18 @@ class CommonDialog {
   void ShowColor();
 };
 
+// While it lives, message boxes show a text beside theirs, which stays as it is. One within another adds a
+// line.
+class BesideBoxes {
+ public:
+  explicit BesideBoxes(const QString& text);
+  ~BesideBoxes();
+  BesideBoxes(const BesideBoxes&) = delete;
+  BesideBoxes& operator=(const BesideBoxes&) = delete;
+  // What stands beside a box now.
+  static QString Text();
+};
+
 // Answers dialogs in the place of a user: for tests and for runs without a window. While one is
 // installed, no dialog is shown.
 class DialogResponder {

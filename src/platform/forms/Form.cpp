@@ -277,6 +277,7 @@ void Form::ShowBehind() {
   if (impl_->child->isVisible()) return;
   QMdiSubWindow* const active = ChildArea()->activeSubWindow();
   PlaceFirst();
+  impl_->child->stays_behind = true;
   impl_->child->show();
   impl_->child->lower();
   if (active != nullptr) ChildArea()->setActiveSubWindow(active);

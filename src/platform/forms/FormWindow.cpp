@@ -40,6 +40,9 @@ void FormWindow::closeEvent(QCloseEvent* event) {
 }
 
 void FormWindow::keyPressEvent(QKeyEvent* event) {
+  // The rest of a key that has answered a message, and is still held, presses nothing.
+  const bool enters = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
+  if (event->isAutoRepeat() && (enters || event->key() == Qt::Key_Escape)) return;
   if (PressButton(event->key())) return;
   if (const KeyEvent key = KeyEventFrom(*event); key.KeyCode != 0) key_left(key);
 }

@@ -10,6 +10,7 @@
 #include <numeric>
 
 #include "base/RuntimeError.h"
+#include "base/Shortened.h"
 #include "base/TextOrder.h"
 #include "forms/inner/ShownText.h"
 
@@ -17,6 +18,9 @@ namespace orv {
 namespace {
 
 constexpr int kRowSpace = 4;  // pixels
+// Letters; more of a text is no help, and the toolkit lays out all that it gets.
+constexpr qsizetype kMostInCell = 1000;
+constexpr qsizetype kMostInTip = 2000;
 
 bool Before(const QString& left, const QString& right) {
   return CompareText(left, right) < 0;
@@ -28,7 +32,7 @@ ListEntry::ListEntry(const ListItem& item, const ListTree& tree) : item_(item) {
   const QTreeWidgetItem& header = *tree.headerItem();
   setSizeHint(0, QSize(0, tree.fontMetrics().height() + kRowSpace));
   for (int column = 0; column < tree.columnCount(); ++column) {
-    setText(column, ToShownLine(TextOf(column)));
+    setText(column, ToShownLine(Clipped(TextOf(column), kMostInCell)));
     setData(column, Qt::TextAlignmentRole, header.data(column, Qt::TextAlignmentRole));
   }
 }
@@ -43,7 +47,7 @@ void ListEntry::SetSubItem(int column, const QString& text) {
   if (column < 1) throw RuntimeError(kErrSubscript);
   while (item_.SubItems.size() < column) item_.SubItems.append(QString());
   item_.SubItems[column - 1] = text;
-  setText(column, ToShownLine(text));
+  setText(column, ToShownLine(Clipped(text, kMostInCell)));
 }
 
 bool ListEntry::operator<(const QTreeWidgetItem& other) const {
@@ -163,8 +167,8 @@ void ListTree::ShowTip(const QPoint& place, const QPoint& on_screen) {
   QStringList parts;
   if (index.isValid()) {
     const auto* const entry = static_cast<ListEntry*>(itemFromIndex(index));
-    if (IsCut(index)) parts += entry->TextOf(index.column());
-    if (!entry->Item().ToolTipText.isEmpty()) parts += entry->Item().ToolTipText;
+    if (IsCut(index)) parts += Clipped(entry->TextOf(index.column()), kMostInTip);
+    if (!entry->Item().ToolTipText.isEmpty()) parts += Clipped(entry->Item().ToolTipText, kMostInTip);
   }
   QString text = parts.join(QStringLiteral("\n\n"));
   text.replace(QStringLiteral("\r\n"), QStringLiteral("\n"));

@@ -76,6 +76,7 @@ class SurfaceItem {
   void BringToFront();
   // The focus goes to it, in the view that shows it, if any.
   void SetFocus();
+  bool HasFocus() const;
 
   Surface* Container() const { return container_; }
 
@@ -261,6 +262,7 @@ class SurfaceHost {
   virtual void PixelsChanged() = 0;  // what was drawn, and neither size, place nor order
   virtual void RefreshNow() = 0;
   virtual void FocusItem(SurfaceItem* item) = 0;
+  virtual bool HasFocusOn(const SurfaceItem* item) const = 0;
   virtual void SurfaceGone() = 0;
   virtual void ItemGone(SurfaceItem* item) = 0;
 };

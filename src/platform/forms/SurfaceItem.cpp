@@ -6,15 +6,16 @@
 namespace orv {
 namespace {
 
-Surface* RootOf(Surface* surface) {
+template <class AnySurface>
+AnySurface* RootOf(AnySurface* surface) {
   while (surface != nullptr && surface->Container() != nullptr) surface = surface->Container();
   return surface;
 }
 
 // The view that shows an item, or nothing.
-SurfaceHost* HostOf(SurfaceItem* item) {
-  Surface* const root =
-      RootOf(item->Container() != nullptr ? item->Container() : dynamic_cast<Surface*>(item));
+SurfaceHost* HostOf(const SurfaceItem* item) {
+  const Surface* const root = RootOf<const Surface>(
+      item->Container() != nullptr ? item->Container() : dynamic_cast<const Surface*>(item));
   return root != nullptr ? root->Host() : nullptr;
 }
 
@@ -66,6 +67,11 @@ void SurfaceItem::BringToFront() {
 
 void SurfaceItem::SetFocus() {
   if (SurfaceHost* const host = HostOf(this)) host->FocusItem(this);
+}
+
+bool SurfaceItem::HasFocus() const {
+  const SurfaceHost* const host = HostOf(this);
+  return host != nullptr && host->HasFocusOn(this);
 }
 
 SurfaceItem* SurfaceItem::ItemAt(double x, double y) {

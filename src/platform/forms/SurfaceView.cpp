@@ -72,6 +72,21 @@ void AddStops(Surface& surface, std::vector<Surface*>& stops) {
   }
 }
 
+bool HasNoSize(const SurfaceItem& item) {
+  return item.Width() < 1 || item.Height() < 1;
+}
+
+// What a press on an item gives the focus to: the item itself, or an empty picture that lies on it.
+Surface* StopUnder(SurfaceItem* pressed) {
+  auto* const surface = dynamic_cast<Surface*>(pressed);
+  if (surface == nullptr || surface->TabStop()) return surface;
+  for (SurfaceItem* const item : surface->Items()) {
+    auto* const child = dynamic_cast<Surface*>(item);
+    if (child != nullptr && child->TabStop() && child->Visible() && HasNoSize(*child)) return child;
+  }
+  return nullptr;
+}
+
 }  // namespace
 
 class SurfaceView::Widget : public QWidget, public SurfaceHost {
@@ -100,6 +115,9 @@ class SurfaceView::Widget : public QWidget, public SurfaceHost {
     Follow();
     setFocus(Qt::OtherFocusReason);
     update();
+  }
+  bool HasFocusOn(const SurfaceItem* item) const override {
+    return item == focused_ && window()->focusWidget() == this;
   }
   void SurfaceGone() override {
     surface_ = nullptr;
@@ -209,7 +227,8 @@ void SurfaceView::Widget::paintEvent(QPaintEvent*) {
 
 // Dots of black on white, to be seen on every picture.
 void SurfaceView::Widget::PaintFocusFrame(QPainter& painter) const {
-  const QRectF frame = SeenOf(focused_).adjusted(0.5, 0.5, -0.5, -0.5);
+  const bool empty = HasNoSize(*focused_) && focused_->Container() != nullptr;
+  const QRectF frame = SeenOf(empty ? focused_->Container() : focused_).adjusted(0.5, 0.5, -0.5, -0.5);
   if (frame.isEmpty()) return;
   painter.setPen(QPen(Qt::white, 1));
   painter.drawRect(frame);
@@ -221,11 +240,12 @@ void SurfaceView::Widget::PaintFocusFrame(QPainter& painter) const {
 }
 
 void SurfaceView::Widget::mousePressEvent(QMouseEvent* event) {
-  if (pressed_ == nullptr) pressed_ = ItemAt(event->position());
+  // The release of a button may be lost to a menu that it has opened.
+  const bool first = event->buttons() == event->button();
+  if (pressed_ == nullptr || first) pressed_ = ItemAt(event->position());
   if (pressed_ == nullptr) return;
-  const auto* const stop = dynamic_cast<Surface*>(pressed_);
-  if (stop != nullptr && stop->TabStop()) {
-    focused_ = pressed_;
+  if (Surface* const stop = StopUnder(pressed_)) {
+    focused_ = stop;
     setFocus(Qt::MouseFocusReason);
     update();
   }

@@ -78,12 +78,17 @@ void Toolbar::AddMenu(const QString& name, const QString& tool_tip, const QStrin
       menu->addSeparator();
       continue;
     }
-    QObject::connect(menu->addAction(entry.Text), &QAction::triggered, Watcher(),
-                     [this, key = entry.Key] { ButtonClick(key); });
+    QAction* const action = entries_[entry.Key] = menu->addAction(entry.Text);
+    QObject::connect(action, &QAction::triggered, Watcher(), [this, key = entry.Key] { ButtonClick(key); });
   }
+  QObject::connect(menu, &QMenu::aboutToShow, Watcher(), [this] { MenuOpens(); });
   button->setMenu(menu);
   bar.addWidget(button);
   TabAfterLast(bar, button);
+}
+
+void Toolbar::SetEntryText(const QString& key, const QString& text) {
+  if (const auto entry = entries_.find(key); entry != entries_.end()) entry->second->setText(text);
 }
 
 int Toolbar::Value(int index) const {

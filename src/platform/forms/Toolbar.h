@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <map>
 #include <vector>
 
 #include "forms/Control.h"
@@ -26,6 +27,9 @@ class Toolbar : public Control {
   // A button at the far right that opens a menu; it is not counted. ButtonClick tells an entry's key.
   void AddMenu(const QString& name, const QString& tool_tip, const QString& icon,
                const std::vector<ToolbarMenuEntry>& entries);
+  void SetEntryText(const QString& key, const QString& text);
+  // The menu is about to be shown.
+  Event<> MenuOpens;
   int Value(int index) const;  // 1 pressed, 0 released
   void SetValue(int index, int value);
   int Count() const { return static_cast<int>(buttons_.size()); }
@@ -34,6 +38,7 @@ class Toolbar : public Control {
 
  private:
   std::vector<QAction*> buttons_;
+  std::map<QString, QAction*> entries_;
 };
 
 }  // namespace orv

@@ -26,7 +26,10 @@ void OpenDatabaseFile(ConnectionImpl& connection, const QString& path, bool to_w
   sqlite3* database = connection.database;
   sqlite3_extended_result_codes(database, 1);
   Guard(database);
-  if (to_write && sqlite3_db_readonly(database, "main") == 1) throw RuntimeError(kErrPathFileAccess);
+  if (to_write && sqlite3_db_readonly(database, "main") == 1) {
+    throw RuntimeError(kErrPathFileAccess,
+                       QStringLiteral("Path/File access error: the file can only be read"));
+  }
   RegisterCollation(database);
 }
 

@@ -18,6 +18,8 @@ namespace {
 // Offsets in the header of a database file; numbers are big-endian.
 constexpr qsizetype kHeaderSize = 100;
 constexpr qsizetype kPageSizeAt = 16;
+constexpr qsizetype kWriteVersionAt = 18;  // and that for reading behind it
+constexpr char kNewestVersion = 2;
 constexpr qsizetype kChangeCounterAt = 24;
 constexpr qsizetype kPageCountAt = 28;
 constexpr qsizetype kCountedAtChange = 92;
@@ -52,6 +54,8 @@ void CheckMagic(const QByteArray& header) {
   if (header.size() < kHeaderSize || std::memcmp(header.constData(), kMagic, sizeof kMagic) != 0) {
     Refuse(QStringLiteral("the file is not a database"));
   }
+  if (header[kWriteVersionAt] > kNewestVersion || header[kWriteVersionAt + 1] > kNewestVersion)
+    Refuse(QStringLiteral("the file was made by a newer version and can not be read by this one"));
 }
 
 }  // namespace

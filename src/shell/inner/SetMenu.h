@@ -36,5 +36,7 @@ std::int32_t OfferSet(const QString& path);
 void DuplicateInEditor();
 // Puts a copy of that record at the end of a set that the user chooses.
 void CopyToAnotherSet();
+// Deletes what the editor in front shows, after a question.
+void DeleteInEditor();
 
 }  // namespace orv

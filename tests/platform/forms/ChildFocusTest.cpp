@@ -184,5 +184,17 @@ TEST_F(ChildFocusTest, KeysLeadOutOfAChildAndBackAndFromChildToChild) {
   EXPECT_TRUE(main.list.HasFocus()) << "without a child there are two parts";
 }
 
+TEST_F(ChildFocusTest, WhatIsShownBehindIsNotOnTheWay) {
+  Child behind;
+  behind.ShowBehind();
+  for (int turns = 0; turns < 3; ++turns) {
+    Press(Qt::Key_Tab, Qt::ControlModifier);
+    EXPECT_TRUE(HasKeys(turns % 2 == 0 ? one : two)) << turns;
+  }
+  one.Hide();
+  two.Hide();
+  EXPECT_FALSE(HasKeys(behind));
+}
+
 }  // namespace
 }  // namespace orv

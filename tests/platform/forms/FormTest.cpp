@@ -138,6 +138,13 @@ TEST(FormTest, EnterAndEscapePressTheirButtons) {
   for (const Control* control : Controls{&form.txtLines, &form.lv, &form.cmdOther}) {
     EXPECT_EQ(after(*control, Qt::Key_Escape), "cancel ");
   }
+  // Still held from before, when it has answered a message.
+  form.result.clear();
+  for (const int key : {Qt::Key_Return, Qt::Key_Escape}) {
+    QKeyEvent held(QEvent::KeyPress, key, {}, QString(), true);
+    QApplication::sendEvent(form.cmdOther.Handle(), &held);
+  }
+  EXPECT_EQ(form.result, QString());
   form.cmdOK.SetEnabled(false);
   EXPECT_EQ(after(form.txt, Qt::Key_Return), QString()) << "a disabled button";
   EXPECT_EQ(form.keys.back().KeyCode, kKeyReturn);

@@ -27,6 +27,7 @@ class ChildFocus : public QObject {
   static const Key kKeys[];
   friend QStringList WindowKeys();
   void Walk(int step);
+  void Turn(int step);
   void LeaveChild();
   bool Enter(int row);
   QVBoxLayout& rows_;

@@ -57,6 +57,8 @@ class ChildWindow : public QMdiSubWindow {
     setFocusPolicy(Qt::NoFocus);
     systemMenu()->actions().constLast()->setShortcut(QKeySequence(QLatin1String(kCloseChildKeys)));
   }
+  // Shown for its content alone: the keyboard's ways lead past it.
+  bool stays_behind = false;
   // The size with what scroll bars take that it needs in a room, so that no bar is needed because of another.
   QSize WithBars(const QSize& size, const QSize& room) const;
 
