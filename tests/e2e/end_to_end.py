@@ -357,7 +357,7 @@ class Walk:
         self.program.wait_value(cards, "SELECT SaveTo FROM tblSet WHERE SetID = ?", self.set_id)
         self.display.key("alt+v")
         self.display.type("J")
-        self.display.key("Tab", "Tab", "space", "Tab", "space")
+        self.display.key("Tab", "Tab", "Tab", "Tab", "space", "Tab", "space")
         self.end_of_run()
         check(any("Typed" in name and name.endswith(".JPG") for name in os.listdir(cards)),
               f"files: {os.listdir(cards)}")
