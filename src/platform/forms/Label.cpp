@@ -44,12 +44,12 @@ QList<QStringView> WrapAtBlanks(const TextFace& face, QStringView text, double w
 
 }  // namespace
 
-void Label::DrawLine(QImage& target, QStringView line, double y) const {
+void Label::DrawLine(QImage& target, int left, QStringView line, double y) const {
   const TextFace& face = TextFace::For(GetFont());
   double x = 0;
   if (alignment_ == Alignment::Centre) x = std::floor(width_ / 2 - face.Width(line) / 2.0);
   if (alignment_ == Alignment::Right) x = width_ - face.Width(line);
-  face.Draw(target, static_cast<int>(RoundHalfEven(x)), static_cast<int>(y), line, ForeColor());
+  face.Draw(target, left + static_cast<int>(RoundHalfEven(x)), static_cast<int>(y), line, ForeColor());
 }
 
 void Label::Draw(QPainter& painter) const {
@@ -73,15 +73,23 @@ void Label::Draw(QPainter& painter) const {
   // The marks of the first line's letters stand above the label, or in it at the upper edge of the surface.
   const int rise = face.Rise(lines.first());
   const int room = top_ < 0 ? rise : std::min(rise, static_cast<int>(RoundHalfEven(top_)));
-  QImage image(width, room + height, QImage::Format_ARGB32_Premultiplied);
+  // What fits is never cut, though slanted letters at its ends reach beyond the label; what doesn't fit is
+  // cut.
+  const int side = face.Height();
+  QImage image(side + width + side, room + height, QImage::Format_ARGB32_Premultiplied);
   image.fill(Qt::transparent);
+  const auto inside = [&](int left, int across) {
+    return QImage(image.bits() + left * 4, across, image.height(), image.bytesPerLine(), image.format());
+  };
   double y = top_ < 0 ? room : rise;
   for (const QStringView line : lines) {
     if (y >= room + height_) break;
-    DrawLine(image, line, y);
+    const bool fits = face.Width(line) <= width_;
+    QImage part = fits ? inside(0, image.width()) : inside(side, width);
+    DrawLine(part, fits ? side : 0, line, y);
     y += face.Height();
   }
-  painter.drawImage(0, -room, image);
+  painter.drawImage(-side, -room, image);
 }
 
 }  // namespace orv

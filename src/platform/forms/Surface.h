@@ -132,7 +132,7 @@ class Label : public SurfaceItem {
   void Draw(QPainter& painter) const override;
 
  private:
-  void DrawLine(QImage& target, QStringView line, double y) const;
+  void DrawLine(QImage& target, int left, QStringView line, double y) const;
   QString caption_;
   Alignment alignment_ = Alignment::Left;
   bool wrap_ = false;

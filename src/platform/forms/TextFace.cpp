@@ -337,7 +337,7 @@ void TextFace::Draw(QImage& target, int x, int y, QStringView text, Colour colou
     if (y > target.height() + kWidestInk) return;
     for (; x <= end && !text.isEmpty(); text = text.sliced(std::min(text.size(), kLongText))) {
       const QStringView part = text.first(std::min(text.size(), kLongText));
-      const int width = text.size() > kLongText ? Width(part) : 0;
+      const int width = text.size() > kLongText || x < 0 ? Width(part) : 0;
       if (x + width >= -impl_->margin) blend(impl_->Cover(part.toString(), target.rect().translated(-x, -y)));
       x += width;
     }

@@ -95,6 +95,48 @@ TEST(TextFace, MarksOfLettersAreNeverCut) {
   }
 }
 
+TEST(TextFace, WhatIsWiderThanItsBoxIsDrawnFromEdgeToEdge) {
+  for (const QString text : {"A plain title that is far wider", "A title with \U0001F409 that is far wider",
+                             "\u05D0\u05D1\u05D2 \u05D0\u05D1\u05D2 \u05D0\u05D1\u05D2 \u05D0\u05D1\u05D2",
+                             "A\u0308 title with marks, far wider"}) {
+    for (const Alignment alignment : {Alignment::Left, Alignment::Centre, Alignment::Right}) {
+      SCOPED_TRACE(text.toStdString() + " " + std::to_string(int(alignment)));
+      Surface surface;
+      surface.Place(0, 0, 80, 40);
+      Label label(&surface);
+      label.Place(20, 10, 40, 20);
+      label.SetFont({"Arial", 14.25, false, false});
+      label.SetAlignment(alignment);
+      label.SetCaption(text);
+      const QRect ink = InkOf(surface.Render().Image());
+      EXPECT_LE(ink.left(), 24);
+      EXPECT_GE(ink.right(), 54);
+    }
+  }
+}
+
+TEST(TextFace, ALetterLooksTheSameAtEachPlace) {
+  for (const Font& font :
+       {kSmall, Font{"CasablancaAntique", 9, false, false}, Font{"CasablancaAntique", 14, true, true}}) {
+    for (const QString text : {"lead", " lead", "lead ", "  fj  "}) {
+      std::vector<QImage> seen;
+      for (const Alignment alignment : {Alignment::Left, Alignment::Centre, Alignment::Right}) {
+        Surface surface;
+        surface.Place(0, 0, 200, 40);
+        Label label(&surface);
+        label.Place(20, 10, 160, 25);
+        label.SetFont(font);
+        label.SetAlignment(alignment);
+        label.SetCaption(text);
+        const QImage image = surface.Render().Image();
+        seen.push_back(image.copy(InkOf(image)));
+      }
+      EXPECT_EQ(seen[0], seen[1]) << font.Name.toStdString() << text.toStdString();
+      EXPECT_EQ(seen[0], seen[2]) << font.Name.toStdString() << text.toStdString();
+    }
+  }
+}
+
 // The digests hold on each system: neither its faces nor its version of a library changes a card.
 TEST(TextFace, LettersAreTheSameEverywhere) {
   const struct {
