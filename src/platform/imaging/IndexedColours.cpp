@@ -1,14 +1,13 @@
 #include "imaging/inner/IndexedColours.h"
 
-#include <libimagequant.h>
-#include <omp.h>
-
+#include <algorithm>
 #include <array>
-#include <memory>
+#include <cmath>
+#include <limits>
 #include <optional>
+#include <span>
+#include <tuple>
 #include <unordered_map>
-
-#include "base/RuntimeError.h"
 
 namespace orv {
 namespace {
@@ -34,25 +33,12 @@ std::optional<IndexedImage> TakeAsItIs(const QImage& image) {
   return result;
 }
 
-// The library's own scale from 1, the slowest. Above 7 it leaves out the refinement.
-constexpr int kSpeed = 7;
-
-template <auto free>
-struct Freer {
-  template <typename T>
-  void operator()(T* object) const {
-    free(object);
-  }
+// A colour, and how many pixels have it.
+struct Entry {
+  Channels colour;
+  double count;
 };
-using LiqAttr = std::unique_ptr<liq_attr, Freer<liq_attr_destroy>>;
-using LiqHistogram = std::unique_ptr<liq_histogram, Freer<liq_histogram_destroy>>;
-using LiqResult = std::unique_ptr<liq_result, Freer<liq_result_destroy>>;
-
-void Check(bool done) {
-  if (!done) throw RuntimeError(kErrInternal, QStringLiteral("The colours could not be reduced"));
-}
-
-using Entries = std::vector<liq_histogram_entry>;
+using Entries = std::vector<Entry>;
 
 // The colours of a picture, each with how often it occurs. Those that share the upper bits of each channel
 // are one entry, their mean.
@@ -79,14 +65,14 @@ Entries Histogram(const QImage& image) {
     if (bin.count == 0) continue;
     const auto mean = [&](int channel) {
       const std::size_t upper = at >> (kBits * (kChannels - 1 - channel)) & ((1 << kBits) - 1);
-      return static_cast<uchar>((upper << kShift) + (bin.rests[channel] + bin.count / 2) / bin.count);
+      return static_cast<int>((upper << kShift) + (bin.rests[channel] + bin.count / 2) / bin.count);
     };
-    entries.push_back({{mean(0), mean(1), mean(2), 255}, bin.count});
+    entries.push_back({{mean(0), mean(1), mean(2)}, double(bin.count)});
   }
   return entries;
 }
 
-// The library's time grows with the entries. A picture of very many colours is none the worse for coarse
+// The time grows with the entries. A picture of very many colours is none the worse for coarse
 // ones.
 Entries ShortHistogram(const QImage& image) {
   constexpr std::size_t kMany = 10'000;
@@ -94,35 +80,124 @@ Entries ShortHistogram(const QImage& image) {
   return entries.size() <= kMany ? entries : Histogram<5>(image);
 }
 
-// The library's threads cost more than they win on pictures of a card's size, and sum up in no fixed order.
-class OneThread {
- public:
-  OneThread() : before_(omp_get_max_threads()) { omp_set_num_threads(1); }
-  ~OneThread() { omp_set_num_threads(before_); }
-  OneThread(const OneThread&) = delete;
-  OneThread& operator=(const OneThread&) = delete;
+// Counts and sums of some entries.
+struct Sums {
+  double count = 0;
+  std::array<double, kChannels> first = {}, second = {};  // of the values, of their squares
 
- private:
-  int before_;
+  void Add(const Entry& entry) {
+    count += entry.count;
+    for (int i = 0; i < kChannels; ++i) {
+      first[i] += entry.count * entry.colour[i];
+      second[i] += entry.count * entry.colour[i] * entry.colour[i];
+    }
+  }
+  // The squared distances of one channel from its mean, summed up.
+  double Error(int channel) const { return second[channel] - first[channel] * first[channel] / count; }
+  double Error() const { return Error(0) + Error(1) + Error(2); }
+  // By how much an error falls when these are taken together, up to a term that all partitions share.
+  double Gain() const {
+    double gain = 0;
+    for (const double sum : first) gain += sum * sum / count;
+    return gain;
+  }
+  Channels Mean() const {
+    Channels mean;
+    for (int i = 0; i < kChannels; ++i) mean[i] = static_cast<int>(std::lround(first[i] / count));
+    return mean;
+  }
 };
 
-std::vector<QRgb> ChoosePalette(const QImage& image) {
-  const OneThread one_thread;
-  const LiqAttr attr(liq_attr_create());
-  Check(attr != nullptr && liq_set_speed(attr.get(), kSpeed) == LIQ_OK);
-  const LiqHistogram histogram(liq_histogram_create(attr.get()));
-  Check(histogram != nullptr);
-  const Entries entries = ShortHistogram(image);
-  Check(liq_histogram_add_colors(histogram.get(), attr.get(), entries.data(),
-                                 static_cast<int>(entries.size()), 0) == LIQ_OK);
-  liq_result* raw = nullptr;
-  Check(liq_histogram_quantize(histogram.get(), attr.get(), &raw) == LIQ_OK);
-  const LiqResult result(raw);
-  const liq_palette& chosen = *liq_get_palette(result.get());
-  std::vector<QRgb> palette;
-  for (unsigned i = 0; i < chosen.count; ++i) {
-    palette.push_back(qRgb(chosen.entries[i].r, chosen.entries[i].g, chosen.entries[i].b));
+Sums SumsOf(std::span<const Entry> entries) {
+  Sums sums;
+  for (const Entry& entry : entries) sums.Add(entry);
+  return sums;
+}
+
+// A part of the entries that gets one colour of the palette.
+struct Box {
+  std::span<Entry> entries;
+  Sums sums;
+
+  explicit Box(std::span<Entry> some) : entries(some), sums(SumsOf(some)) {}
+  bool CanBeCut() const { return entries.size() > 1 && sums.Error() > 0; }
+};
+
+// Cuts a box across its widest channel where the two parts have the least error together; the box keeps the
+// lower part.
+Box Cut(Box& box) {
+  int widest = 0;
+  for (int i = 1; i < kChannels; ++i) {
+    if (box.sums.Error(i) > box.sums.Error(widest)) widest = i;
   }
+  std::ranges::sort(box.entries, [widest](const Entry& a, const Entry& b) {
+    return std::tie(a.colour[widest], a.colour) < std::tie(b.colour[widest], b.colour);
+  });
+  Sums lower;
+  double best = -1;
+  std::size_t at = 1;
+  for (std::size_t i = 1; i < box.entries.size(); ++i) {
+    lower.Add(box.entries[i - 1]);
+    Sums upper = box.sums;
+    upper.count -= lower.count;
+    for (int channel = 0; channel < kChannels; ++channel) upper.first[channel] -= lower.first[channel];
+    const double gain = lower.Gain() + upper.Gain();
+    if (gain <= best) continue;
+    best = gain;
+    at = i;
+  }
+  const std::span<Entry> all = box.entries;
+  box = Box(all.first(at));
+  return Box(all.subspan(at));
+}
+
+std::vector<Channels> Means(Entries& entries) {
+  std::vector<Box> boxes = {Box(entries)};
+  while (boxes.size() < kMostColours) {
+    const auto worst = std::ranges::max_element(
+        boxes, {}, [](const Box& box) { return box.CanBeCut() ? box.sums.Error() : 0; });
+    if (!worst->CanBeCut()) break;
+    Box upper = Cut(*worst);
+    boxes.push_back(upper);
+  }
+  std::vector<Channels> means;
+  for (const Box& box : boxes) means.push_back(box.sums.Mean());
+  return means;
+}
+
+// The colour that is nearest to an entry's, by their squared distance.
+std::size_t NearestTo(const Channels& wanted, const std::vector<Channels>& colours) {
+  std::size_t nearest = 0;
+  int least = std::numeric_limits<int>::max();
+  for (std::size_t i = 0; i < colours.size(); ++i) {
+    const Channels& colour = colours[i];
+    const int red = colour[0] - wanted[0], green = colour[1] - wanted[1], blue = colour[2] - wanted[2];
+    const int distance = red * red + green * green + blue * blue;
+    if (distance >= least) continue;
+    least = distance;
+    nearest = i;
+  }
+  return nearest;
+}
+
+// Moves each colour to the mean of the entries that are nearest to it (k-means).
+void Refine(const Entries& entries, std::vector<Channels>& colours) {
+  std::vector<Sums> nearest(colours.size());
+  for (const Entry& entry : entries) nearest[NearestTo(entry.colour, colours)].Add(entry);
+  for (std::size_t i = 0; i < colours.size(); ++i) {
+    if (nearest[i].count > 0) colours[i] = nearest[i].Mean();
+  }
+}
+
+// Our own, since a library's palette changes with its version, and a card is the same on each system. Cuts
+// by variance, as in X. Wu, "Color quantization by dynamic programming and principal analysis" (1992), along
+// the channels.
+std::vector<QRgb> ChoosePalette(const QImage& image) {
+  Entries entries = ShortHistogram(image);
+  std::vector<Channels> colours = Means(entries);
+  Refine(entries, colours);
+  std::vector<QRgb> palette;
+  for (const Channels& colour : colours) palette.push_back(qRgb(colour[0], colour[1], colour[2]));
   return palette;
 }
 

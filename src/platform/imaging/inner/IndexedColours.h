@@ -17,7 +17,7 @@ struct IndexedImage {
 };
 
 // Takes a picture of Format_RGB32. One of at most 256 colours stays as it is; of another the palette is
-// chosen by libimagequant, and smooth areas are dithered. RuntimeError 51 if there is no room.
+// chosen by its colours, and smooth areas are dithered. RuntimeError 51 if there is no room.
 IndexedImage ReduceColours(const QImage& image);
 
 }  // namespace orv
