@@ -19,8 +19,8 @@ int Print(const PrintCommand& command) {
     if ((kind->edition == 2) == (modData::CurrentEditionID == 2))
       OpenRecordsOfSet(kind->table, kind->records);
   }
-  const QStringList findings = CheckSheets(command.options, GoOn);
-  for (const QString& line : findings) command.file.isEmpty() ? Tell(line) : Complain(line);
+  for (const BadCard& bad : CheckSheets(command.options, GoOn))
+    command.file.isEmpty() ? Tell(bad.line) : Complain(bad.line);
   if (command.file.isEmpty()) return 0;
   const PrintOutcome outcome = PrintSheets(command.options, command.file, GoOn);
   if (outcome.sheets == 0) {

@@ -1,5 +1,6 @@
 #include "composition/CardPreview.h"
 
+#include "base/Instance.h"
 #include "base/Rounding.h"
 #include "base/RuntimeError.h"
 #include "builtin/BuiltIn.h"
@@ -13,6 +14,11 @@ namespace orv {
 namespace {
 
 const Font kSmall{QStringLiteral("Small Fonts"), 7, false, false};
+
+template <int edition>
+struct PreviewOfEdition : CardPreview {
+  PreviewOfEdition() : CardPreview(CardLayoutOf(edition)) {}
+};
 
 }  // namespace
 
@@ -185,9 +191,9 @@ void RotateArtist(const QString& artist, Colour colour, bool use_background) {
 }
 
 CardPreview& CardPreviewOf(int edition) {
-  static CardPreview second(CardLayoutOf(2));
-  static CardPreview third(CardLayoutOf(3));
-  return edition == 2 ? second : third;
+  static Instance<PreviewOfEdition<2>> second;
+  static Instance<PreviewOfEdition<3>> third;
+  return edition == 2 ? static_cast<CardPreview&>(*second) : *third;
 }
 
 }  // namespace orv

@@ -1,5 +1,6 @@
 #include "composition/CharacterPreview.h"
 
+#include "base/Instance.h"
 #include "base/Rounding.h"
 #include "builtin/BuiltIn.h"
 #include "composition/PreviewDrawing.h"
@@ -268,8 +269,8 @@ void CharacterPreview::PlacePiece() {
 }
 
 CharacterPreview& TheCharacterPreview() {
-  static CharacterPreview preview;
-  return preview;
+  static Instance<CharacterPreview> preview;
+  return *preview;
 }
 
 }  // namespace orv

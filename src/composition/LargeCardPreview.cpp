@@ -1,5 +1,6 @@
 #include "composition/LargeCardPreview.h"
 
+#include "base/Instance.h"
 #include "base/Rounding.h"
 #include "composition/PreviewDrawing.h"
 #include "pictures/modPicture.h"
@@ -112,8 +113,8 @@ void LargeCardPreview::DrawBackground() {
 }
 
 LargeCardPreview& TheLargeCardPreview() {
-  static LargeCardPreview preview;
-  return preview;
+  static Instance<LargeCardPreview> preview;
+  return *preview;
 }
 
 }  // namespace orv

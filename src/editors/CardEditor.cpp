@@ -152,7 +152,7 @@ void CardEditor::ShowCard() {
     preview_.ColourBold();
   }
   fitter_.Show();
-  kind_.compose();
+  kind_.output.compose();
 }
 
 void CardEditor::ShowDimension() {

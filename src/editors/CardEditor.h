@@ -19,7 +19,7 @@ struct CardEditorKind {
   const char* second_type_name;  // of a card type, beside UpperLeft, in the statistics
   bool has_type_catalogue;       // the "..." beside the type works
   bool has_card_list;            // "Card list" works
-  void (*compose)();
+  const OutputKind& output;
 };
 
 // The editor of cards, of one edition. See RecordEditor for its model.
@@ -91,6 +91,7 @@ class CardEditor : public RecordEditor {
   void EnableCardControls(bool show) override;
   void SetCardDefaults() override;
   void ShowCard() override;
+  Control* FieldOf(std::string_view column) override;
   TextBox& FirstField() override { return txtTitle; }
   PictureFitter& FirstPicture() override { return fitter_; }
 

@@ -7,7 +7,7 @@
 namespace orv {
 
 CardEditor::CardEditor(const CardEditorKind& kind)
-    : RecordEditor({kind.form_name, "tblCard", "CardID", "card", modData::rsCard}),
+    : RecordEditor({kind.form_name, "tblCard", "CardID", "card", modData::rsCard, kind.output}),
       pic2ndCard(*this),
       viewCard(pic2ndCard, CardPreviewOf(kind.edition).picCard),
       viewBack(pic2ndCard, CardPreviewOf(kind.edition).picBack),
@@ -217,6 +217,14 @@ void CardEditor::SubscribePicture() {
   TakeFillingPictures(preview_.picCard, Record(), "Background", [this] { RedrawArtist(); });
   handle_.Attach();
   preview_.picImage.KeyDown = [this](const KeyEvent& key) { picImage_KeyDown(key); };
+}
+
+Control* CardEditor::FieldOf(std::string_view column) {
+  if (column == "Title") return &txtTitle;
+  if (column == "CardTypeID") return &cboType;
+  if (column == "BoldText") return &txtBold;
+  if (column == "Information") return &txtInfo;
+  return nullptr;
 }
 
 }  // namespace orv

@@ -16,6 +16,7 @@
 #include "forms/Dialogs.h"
 #include "forms/Layout.h"
 #include "pictures/DroppedPicture.h"
+#include "print/PrintedCards.h"
 #include "state/modData.h"
 
 namespace orv {
@@ -29,8 +30,10 @@ RecordEditor::RecordEditor(const RecordKind& kind)
       cmdCardAdd(pnlBar, QString(), QStringLiteral("add")),
       cmdCardDelete(pnlBar, QString(), QStringLiteral("delete")),
       lblHint(*this),
+      ntcPaper(*this),
       kind_(kind),
-      record_(kind.rows, kind.key, [this] { ShowWhatIsLeft(); }) {
+      record_(kind.rows, kind.key, [this] { ShowWhatIsLeft(); }),
+      paper_([this] { LookAtPaper(); }) {
   const char* const names[] = {"First", "Previous", "Next", "Last"};
   for (int i = 0; i < 4; ++i) {
     cmdCardNav[i].Click = [this, i] { cmdCardNav_Click(i); };
@@ -44,6 +47,11 @@ RecordEditor::RecordEditor(const RecordKind& kind)
   lblHint.SetMuted();
   Drop = [this](const DataObject& data) { AddFromPictures(data); };
   Living().push_back(this);
+  ntcPaper.Click = [this](int line) { FocusField(paper_columns_[line]); };
+  // Whatever has changed in the database: a text, the font of a set, a type.
+  RowChanged = [] {
+    if (RecordEditor* const editor = Active()) editor->paper_.Ask();
+  };
 }
 
 RecordEditor::~RecordEditor() {
@@ -112,8 +120,10 @@ void RecordEditor::ArrangeSides(Control& previews, Control& input) {
   BoxLayout sides = column.AddBox(BoxLayout::Row, 1, 12);
   BoxLayout left = sides.AddBox(BoxLayout::Column);
   left.Add(previews);
+  left.Add(ntcPaper);
   left.AddStretch();
   sides.Add(input, 1);
+  SetTabOrder(previews, ntcPaper);
 }
 
 void RecordEditor::Form_Load() {
@@ -240,6 +250,36 @@ void RecordEditor::ShowCurrent() {
   record_.Note();
   DrawRecord();
   ShowCard();
+  paper_.Ask();
+}
+
+// Where there is no record, the sheets of the last one are gone too.
+void RecordEditor::LookAtPaper() {
+  std::vector<PrintedCard> cards;
+  const bool has_record = HasCards && kind_.rows.IsOpen() && !kind_.rows.IsEmpty();
+  if (IsShown() && has_record) {
+    try {
+      cards = PrintedCardsOf(kind_.output, record_.Key());
+    } catch (const RuntimeError&) {
+      // What can't be read is told where it is edited or printed.
+    }
+  }
+  QStringList lines;
+  paper_columns_.clear();
+  for (const PrintedCard& card : cards) {
+    for (const Finding& finding : card.findings) {
+      if (finding.column == nullptr) continue;
+      lines += finding.text.left(1).toUpper() + finding.text.mid(1);
+      paper_columns_.push_back(finding.column);
+    }
+  }
+  ntcPaper.SetLines(lines);
+  if (Active() == this || Active() == nullptr) PaperChanged(cards);
+}
+
+void RecordEditor::FocusField(const char* column) {
+  Control* const field = column != nullptr ? FieldOf(column) : nullptr;
+  field != nullptr ? field->SetFocus() : FocusFirstField();
 }
 
 void RecordEditor::ShowRecord(std::int32_t key) {

@@ -2,13 +2,17 @@
 
 #include <array>
 #include <initializer_list>
+#include <string_view>
 #include <vector>
 
 #include "base/Event.h"
 #include "editors/ShownRecord.h"
 #include "forms/Controls.h"
 #include "forms/Form.h"
+#include "forms/Soon.h"
 #include "forms/Surface.h"
+#include "output/OutputKinds.h"
+#include "print/PrintedCard.h"
 #include "records/Recordset.h"
 
 namespace orv {
@@ -16,14 +20,19 @@ namespace orv {
 // An editor was closed and is gone: its name, such as "frmCard2nd".
 inline Event<const QString& /*form name*/> EditorClosed;
 
+// What the record on show in an editor looks like on paper, each time that it may look otherwise than before:
+// one for each sheet. Nothing where no editor in front has a record to show.
+inline Event<const std::vector<PrintedCard>& /*cards*/> PaperChanged;
+
 // What tells the editors of cards, large cards and characters apart where walking, adding and deleting
 // are concerned.
 struct RecordKind {
   const char* form_name;
   const char* table;
   const char* key;
-  const char* noun;             // what a user calls a record
-  Recordset& rows;              // the shared recordset of the kind
+  const char* noun;  // what a user calls a record
+  Recordset& rows;   // the shared recordset of the kind
+  const OutputKind& output;
   bool can_delete = true;       // the button works
   const char* title = "Title";  // the column
 };
@@ -45,6 +54,7 @@ class RecordEditor : public Form {
 
   void Form_Load() override;
   void Form_Unload() override;
+  void Form_ActiveChanged() override { paper_.Ask(); }
   bool Claims(const KeyEvent& key) const override;
   void Form_KeyDown(const KeyEvent& key) override;
   // The keys that it claims, wherever the focus is in it.
@@ -71,6 +81,12 @@ class RecordEditor : public Form {
   void Duplicate();
   // Deletes the record on show if the user says so.
   void DeleteAfterQuestion();
+  // What is written and printed of its records.
+  const OutputKind& Output() const { return kind_.output; }
+  // The keyboard goes to the field of a column; to the first one for a null one, or one without a field.
+  void FocusField(const char* column);
+  // Works out anew, soon, what its record looks like on paper.
+  void AskForPaper() { paper_.Ask(); }
   // What a user calls its records.
   QString Noun() const { return QLatin1String(kind_.noun); }
   // Puts a copy of it at the end of another set.
@@ -85,6 +101,7 @@ class RecordEditor : public Form {
   CommandButton cmdCardAdd;
   CommandButton cmdCardDelete;
   FormLabel lblHint;  // how to begin, while there is no record to show
+  Notice ntcPaper;    // which texts don't fit on paper
 
   // The navigation: 0 first, 1 previous, 2 next, 3 last, any other stays. Does not wrap around.
   void cmdCardNav_Click(int Index);
@@ -109,6 +126,8 @@ class RecordEditor : public Form {
   virtual void SetCardDefaults() = 0;
   // Copies the current record into the controls, with Loading set, and composes it.
   virtual void ShowCard() = 0;
+  // Where a text of the record is typed or chosen; null for a column without a field.
+  virtual Control* FieldOf(std::string_view column) = 0;
   // Where the user types first in a new record.
   virtual TextBox& FirstField() = 0;
   // The picture that a record made of a file gets.
@@ -166,11 +185,14 @@ class RecordEditor : public Form {
   void CloseGap(int deleted);
   void Paste();
   void FocusFirstField();
+  void LookAtPaper();
   void AddFromPictures(const DataObject& data);
   const RecordKind kind_;
   ShownRecord record_;
   SetUp set_up_;
   std::array<Control*, 2> sides_{};  // the previews and the input side
+  Soon paper_;
+  std::vector<const char*> paper_columns_;  // of the lines of ntcPaper
 };
 
 }  // namespace orv

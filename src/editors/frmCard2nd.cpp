@@ -1,7 +1,5 @@
 #include "editors/frmCard2nd.h"
 
-#include "composition/frmCard.h"
-
 namespace orv {
 
 Card2ndForm::Card2ndForm()
@@ -12,6 +10,6 @@ Card2ndForm::Card2ndForm()
                   .second_type_name = "LowerLeft",
                   .has_type_catalogue = true,
                   .has_card_list = true,
-                  .compose = [] { frmCard->CreateCard2nd(); }}) {}
+                  .output = kCards2nd}) {}
 
 }  // namespace orv

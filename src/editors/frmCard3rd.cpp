@@ -1,7 +1,5 @@
 #include "editors/frmCard3rd.h"
 
-#include "composition/frmCard.h"
-
 namespace orv {
 
 Card3rdForm::Card3rdForm()
@@ -12,6 +10,6 @@ Card3rdForm::Card3rdForm()
                   .second_type_name = "UpperRight",
                   .has_type_catalogue = false,
                   .has_card_list = false,
-                  .compose = [] { frmCard->CreateCard3rd(); }}) {}
+                  .output = kCards3rd}) {}
 
 }  // namespace orv

@@ -77,6 +77,7 @@ class Character2ndForm : public RecordEditor {
   void EnableCardControls(bool show) override;
   void SetCardDefaults() override;
   void ShowCard() override;
+  Control* FieldOf(std::string_view column) override;
   TextBox& FirstField() override { return txtCharName; }
   PictureFitter& FirstPicture() override { return picture_fitter_; }
   PictureFitter& PastedPicture() override {

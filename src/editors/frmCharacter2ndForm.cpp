@@ -14,7 +14,7 @@ constexpr int kHandleHighest = 154;
 
 Character2ndForm::Character2ndForm()
     : RecordEditor({"frmCharacter2nd", "tblCharacter", "CharacterID", "character", modData::rsCharacter,
-                    false, "Name"}),
+                    kCharacters2nd, false, "Name"}),
       pic2ndCharacter(*this),
       viewCharacter(pic2ndCharacter, TheCharacterPreview().picCharacter),
       viewBack(pic2ndCharacter, TheCharacterPreview().picCharacterBack),
@@ -203,6 +203,13 @@ void Character2ndForm::SubscribePictures() {
   handle_.Attach();
   preview_.picImageCharacter.KeyDown = [this](const KeyEvent& key) { picImageCharacter_KeyDown(key); };
   preview_.picPlayingPieceImage.KeyDown = [this](const KeyEvent& key) { picPlayingPieceImage_KeyDown(key); };
+}
+
+Control* Character2ndForm::FieldOf(std::string_view column) {
+  if (column == "Name") return &txtCharName;
+  if (column == "StartingAreaID") return &cboStartArea;
+  if (column == "Abilities") return &txtSpecialAbilities;
+  return nullptr;
 }
 
 }  // namespace orv

@@ -60,6 +60,7 @@ class Large2ndForm : public RecordEditor {
   void EnableCardControls(bool show) override;
   void SetCardDefaults() override;
   void ShowCard() override;
+  Control* FieldOf(std::string_view column) override;
   TextBox& FirstField() override { return txtTitleLarge; }
   PictureFitter& FirstPicture() override { return fitter_; }
 

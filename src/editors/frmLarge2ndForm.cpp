@@ -13,7 +13,8 @@ constexpr int kHandleHighest = 180;
 }  // namespace
 
 Large2ndForm::Large2ndForm()
-    : RecordEditor({"frmLarge2nd", "tblLargeCard", "LargeCardID", "large card", modData::rsLargeCard}),
+    : RecordEditor(
+          {"frmLarge2nd", "tblLargeCard", "LargeCardID", "large card", modData::rsLargeCard, kLargeCards2nd}),
       pic2ndCardLarge(*this),
       viewCard(pic2ndCardLarge, TheLargeCardPreview().picCardLarge),
       viewBack(pic2ndCardLarge, TheLargeCardPreview().picBackLarge),
@@ -156,6 +157,12 @@ void Large2ndForm::SubscribePicture() {
   TakeFillingPictures(preview_.picBackLarge, Record(), "LargeCardBack");
   handle_.Attach();
   preview_.picImageLarge.KeyDown = [this](const KeyEvent& key) { picImageLarge_KeyDown(key); };
+}
+
+Control* Large2ndForm::FieldOf(std::string_view column) {
+  if (column == "Title") return &txtTitleLarge;
+  if (column == "Information") return &txtInfoLarge;
+  return nullptr;
 }
 
 }  // namespace orv

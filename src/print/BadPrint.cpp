@@ -1,6 +1,7 @@
 #include "print/inner/BadPrint.h"
 
 #include <algorithm>
+#include <cmath>
 #include <string_view>
 
 #include "composition/CardPreview.h"
@@ -30,7 +31,7 @@ class Finder {
   Finder(const SheetKind& kind, const PrintedCard& card, double scale)
       : kind_(kind), card_(card), scale_(scale) {}
 
-  QStringList Find() {
+  std::vector<Finding> Find() {
     const Checks& checks = ChecksOf(kind_);
     if (checks.shown == nullptr || kind_.record[checks.shown].BoolOrFalse())
       CheckPicture(kind_.record[checks.picture], checks.image());
@@ -90,59 +91,68 @@ class Finder {
     // A stored picture is shown dot for dot.
     const double dots = kMmPerInch / scale_ * FinenessOf(image.Picture());
     if (dots < kFewDots) {
-      findings_.append(QStringLiteral("the picture has %1 dots an inch").arg(dots, 0, 'f', 0));
+      Add(QStringLiteral("the picture has %1 dots an inch").arg(dots, 0, 'f', 0));
     }
   }
 
   void PieceText() {
     frmCard->ApplyPieceFont(modData::rsSet["CharacterPieceFontID"].Int32Or(0));
-    Line("name", frmCard->picACardPP, TheCharacterPreview().lblPlayingPieceName);
+    Line({"name", "Name"}, frmCard->picACardPP, TheCharacterPreview().lblPlayingPieceName);
   }
 
   void CardTexts() {
     const CardPreview& preview = CardPreviewOf(modData::CurrentEditionID);
     Slot("CardTitleFontID");
-    Line("title", Front(), preview.lblTitle);
+    Line({"title", "Title"}, Front(), preview.lblTitle);
     Slot("CardTypeFontID");
     for (const auto& word : preview.lblType) {
-      if (word != nullptr && word->Visible()) Line("type", Front(), *word);
+      if (word != nullptr && word->Visible()) Line({"type", "CardTypeID"}, Front(), *word);
     }
     Slot("CardBoldFontID");
-    Line("bold text", Front(), preview.lblBold);
+    Line({"bold text", "BoldText"}, Front(), preview.lblBold);
     Slot("CardInformationFontID");
-    Block("information", preview.lblInformation);
+    Block({"information", "Information"}, preview.lblInformation);
   }
 
   void CharacterTexts() {
     const CharacterPreview& preview = TheCharacterPreview();
     Slot("CharacterNameFontID");
-    Line("name", Front(), preview.lblCharacter);
+    Line({"name", "Name"}, Front(), preview.lblCharacter);
     Slot("CharacterInfoFontID");
-    Line("start", Front(), preview.lblStart);
+    Line({"start", "StartingAreaID"}, Front(), preview.lblStart);
     Slot("CharacterSpecialFontID");
-    Block("special abilities", preview.lblSpecial);
+    Block({"special abilities", "Abilities"}, preview.lblSpecial);
   }
 
   void LargeTexts() {
     const LargeCardPreview& preview = TheLargeCardPreview();
     Slot("CardLargeTitleFontID");
-    Block("title", preview.lblTitleLarge);
+    Block({"title", "Title"}, preview.lblTitleLarge);
     Slot("CardLargeInfoFontID");
-    Block("information", preview.lblInformationLarge);
+    Block({"information", "Information"}, preview.lblInformationLarge);
   }
 
   static Surface& Front() { return frmCard->picACard; }
   static void Slot(const char* column) { frmCard->ApplySlot(column); }
 
-  void Line(const char* what, const Surface& surface, const Label& box) {
-    if (surface.TextWidth(box.Caption()) > box.Width()) RunsOver(what);
+  // A text as a user calls it, and its column.
+  struct Told {
+    const char* name;
+    const char* column;
+  };
+
+  void Line(const Told& told, const Surface& surface, const Label& box) {
+    const double over = surface.TextWidth(box.Caption()) - box.Width();
+    if (over > 0) RunsOver(told, static_cast<int>(std::ceil(over)), "pixel");
   }
 
-  void Block(const char* what, const Label& box) {
+  void Block(const Told& told, const Label& box) {
     int lines = 0;
     WrapText(WrappablePart(box.Caption()), box, Front(),
              [&](const QString&, int number) { lines = number + 1; });
-    if (lines * Front().TextHeight({}) > box.Height() && lines > 0) RunsOver(what);
+    const double height = Front().TextHeight({});
+    const double over = lines * height - box.Height();
+    if (lines > 0 && over > 0) RunsOver(told, static_cast<int>(std::ceil(over / height)), "line");
   }
 
   // The composed front holds its texts itself; what is turned is cut to its strip by design.
@@ -154,28 +164,34 @@ class Finder {
       if (text == nullptr || text->words.empty()) continue;
       const bool inside = QRect(0, 0, drawing->width, drawing->height).contains(BodyOf(*text));
       if (inside) continue;
-      findings_.append(QStringLiteral("\"%1\" runs over the card's edge").arg(text->line.trimmed()));
-      return;
+      return Add(QStringLiteral("\"%1\" runs over the card's edge").arg(text->line.trimmed()), "");
     }
   }
 
-  void RunsOver(const char* what) {
-    findings_.append(QStringLiteral("the %1 runs over its box").arg(QLatin1String(what)));
+  void RunsOver(const Told& told, int amount, const char* unit) {
+    const QString words = QStringLiteral("the %1 runs over its box by %2 %3%4")
+                              .arg(QLatin1String(told.name))
+                              .arg(amount)
+                              .arg(QLatin1String(unit), amount == 1 ? QString() : QStringLiteral("s"));
+    Add(words, told.column);
   }
-  void Add(const char* text) { findings_.append(QString::fromLatin1(text)); }
+  void Add(const char* text) { Add(QString::fromLatin1(text)); }
+  // Words of the type that are too long are one finding each width.
+  void Add(const QString& text, const char* column = nullptr) {
+    const auto same = [&text](const Finding& each) { return each.text == text; };
+    if (std::ranges::none_of(findings_, same)) findings_.push_back({text, column});
+  }
 
   const SheetKind& kind_;
   const PrintedCard& card_;
   double scale_;
-  QStringList findings_;
+  std::vector<Finding> findings_;
 };
 
 }  // namespace
 
-QStringList FindBadPrint(const SheetKind& kind, const PrintedCard& card, double scale) {
-  QStringList findings = Finder(kind, card, scale).Find();
-  findings.removeDuplicates();
-  return findings;
+std::vector<Finding> FindBadPrint(const SheetKind& kind, const PrintedCard& card, double scale) {
+  return Finder(kind, card, scale).Find();
 }
 
 }  // namespace orv

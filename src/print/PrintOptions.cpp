@@ -35,8 +35,9 @@ bool TakeKinds(PrintOptions& options, const QString& text) {
   QStringList kinds;
   for (const QString& part : text.split(u',', Qt::SkipEmptyParts)) {
     const QString kind = part.trimmed().toLower();
-    if (std::ranges::find(kPrintKinds, kind, [](const char* name) { return QLatin1String(name); }) ==
-        std::end(kPrintKinds)) {
+    if (std::ranges::find(kPrintKinds, kind, [](const PrintKind& each) {
+          return QLatin1String(each.name);
+        }) == std::end(kPrintKinds)) {
       return false;
     }
     kinds.append(kind);
@@ -109,7 +110,9 @@ const std::vector<Row>& Rows() {
       {{"ruler", "R&uler:", "YES/NO", "A ruler of 100 mm and the set's name at the lower edge.", kNoOrYes},
        "Yes",
        OneOf(&O::ruler, kNoOrYes)},
-      {{"kinds", "K&inds:", "KINDS", "Some of cards,characters,pieces,large; empty for all."}, "", TakeKinds},
+      {{"kinds", "K&inds:", "KINDS", "Some of cards,characters,pieces,large; empty for all.", {}, true},
+       "",
+       TakeKinds},
       {{"numbers", "&Numbers:", "NUMBERS", "Of the records, such as 1-5,9; empty for all."}, "", TakeNumbers},
       {{"changed", "C&hanged only:", "", "Only cards that look other than on the last sheet that you wrote.",
         kNoOrYes},

@@ -32,7 +32,12 @@ struct PrintOptions {
   bool WantsNumber(int number) const;
 };
 
-inline constexpr const char* kPrintKinds[] = {"cards", "characters", "pieces", "large"};
+struct PrintKind {
+  const char* name;
+  const char* words;
+};
+inline constexpr PrintKind kPrintKinds[] = {
+    {"cards", "Cards"}, {"characters", "Characters"}, {"pieces", "Pieces"}, {"large", "Large cards"}};
 
 // An option as a user writes it: on a command line, and in the settings.
 struct PrintOption {
@@ -40,7 +45,8 @@ struct PrintOption {
   const char* label;
   const char* placeholder;  // empty for one that is set by being named, to Yes
   const char* help;
-  QStringList choices = {};  // none for free text
+  QStringList choices = {};        // none for free text
+  bool takes_print_kinds = false;  // any of kPrintKinds
 };
 std::span<const PrintOption> AllPrintOptions();
 

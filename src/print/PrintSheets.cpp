@@ -7,8 +7,8 @@
 #include "base/Files.h"
 #include "base/RuntimeError.h"
 #include "forms/PageWriter.h"
+#include "print/PrintedCards.h"
 #include "print/inner/PrintedBefore.h"
-#include "print/inner/PrintedCards.h"
 #include "print/inner/SheetLayout.h"
 #include "state/modData.h"
 
@@ -217,20 +217,21 @@ PrintOutcome PrintSheets(const PrintOptions& options, const QString& path, const
   return outcome;
 }
 
-QStringList CheckSheets(const PrintOptions& options, const PrintProgress& progress) {
+std::vector<BadCard> CheckSheets(const PrintOptions& options, const PrintProgress& progress) {
   const int all = CountPrintedCards(options);
   int done = 0;
-  QStringList lines;
+  std::vector<BadCard> bad;
   const PrintedBefore printed;
   ForEachPrintedCard(options, [&](const PrintedCard& card) {
     if (options.changed && printed.Knows(card)) return progress(++done, all);
-    if (!card.failure.isEmpty()) {
-      lines.append(card.record + QStringLiteral(": can't be drawn: ") + card.failure);
-    }
-    for (const QString& finding : card.findings) lines.append(card.record + QStringLiteral(": ") + finding);
+    const auto add = [&](const QString& text, const char* column) {
+      bad.push_back({card.record + QStringLiteral(": ") + text, card.kind, card.id, column});
+    };
+    if (!card.failure.isEmpty()) add(QStringLiteral("can't be drawn: ") + card.failure, nullptr);
+    for (const Finding& finding : card.findings) add(finding.text, finding.column);
     return progress(++done, all);
   });
-  return lines;
+  return bad;
 }
 
 void PrintTestSheet(const PrintOptions& options, const QString& path) {

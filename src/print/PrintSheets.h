@@ -2,8 +2,11 @@
 
 #include <QString>
 #include <QStringList>
+#include <cstdint>
 #include <functional>
+#include <vector>
 
+#include "output/OutputKinds.h"
 #include "print/PrintOptions.h"
 
 namespace orv {
@@ -25,8 +28,14 @@ using PrintProgress = std::function<bool(int done, int all)>;
 // sheets is 0. How each record looked is remembered for the user.
 PrintOutcome PrintSheets(const PrintOptions& options, const QString& path, const PrintProgress& progress);
 
-// What print would show badly: lines of record and cause.
-QStringList CheckSheets(const PrintOptions& options, const PrintProgress& progress);
+// What print would show badly: a line of record and cause, and the record.
+struct BadCard {
+  QString line;
+  const OutputKind* kind;
+  std::int32_t id;     // the record's key
+  const char* column;  // of the text that doesn't fit, or null
+};
+std::vector<BadCard> CheckSheets(const PrintOptions& options, const PrintProgress& progress);
 
 // A sheet with a grid for both sides, with the shift of the backs: held against the light it tells by how
 // many millimetres the sides miss each other.

@@ -1,8 +1,9 @@
-#include "print/inner/PrintedCards.h"
+#include "print/PrintedCards.h"
 
 #include <algorithm>
 #include <vector>
 
+#include "base/Instance.h"
 #include "base/RuntimeError.h"
 #include "composition/CardPreview.h"
 #include "database/ListHelpers.h"
@@ -47,12 +48,10 @@ QString KeyOf(const char* table) {
 // Puts a recordset back on the row on which it stood.
 class PlaceKeeper {
  public:
-  PlaceKeeper(Recordset& rows, const char* table) : rows_(rows), key_(KeyOf(table)) {
-    if (!rows.IsBOF() && !rows.IsEOF()) value_ = rows[key_].Int32();
-  }
+  PlaceKeeper(Recordset& rows, const char* table) : rows_(rows), key_(KeyOf(table)), value_(Current()) {}
   ~PlaceKeeper() {
     try {
-      if (value_ != 0) FindByKey(rows_, key_.toLatin1().constData(), value_);
+      if (value_ != 0 && value_ != Current()) FindByKey(rows_, key_.toLatin1().constData(), value_);
     } catch (const RuntimeError&) {
       // The row is gone.
     }
@@ -60,10 +59,27 @@ class PlaceKeeper {
   PlaceKeeper(const PlaceKeeper&) = delete;
   PlaceKeeper& operator=(const PlaceKeeper&) = delete;
 
+  // Stands on a row; false where there is none with the key.
+  bool GoTo(std::int32_t value) {
+    if (value == 0 || rows_.IsEmpty()) return false;
+    if (value != Current()) FindByKey(rows_, key_.toLatin1().constData(), value);
+    return !rows_.IsEOF();
+  }
+
  private:
+  std::int32_t Current() const {
+    return !rows_.IsOpen() || rows_.IsBOF() || rows_.IsEOF() ? 0 : rows_[key_].Int32Or(0);
+  }
   Recordset& rows_;
   QString key_;
   std::int32_t value_ = 0;
+};
+
+// What drawing a record looks up stays where it stood, too.
+struct ListKeepers {
+  PlaceKeeper types{modData::rsCardType, "tblCardType"};
+  PlaceKeeper backs{modData::rsCardBack, "tblCardBack"};
+  PlaceKeeper character_backs{modData::rsCharacterBack, "tblCharacterBack"};
 };
 
 struct Pass {
@@ -83,14 +99,17 @@ const SheetKind& SheetOfCard3rd() {
   return kind;
 }
 
+std::vector<Pass> AllPasses() {
+  return {{"cards", kCards2nd, kSheetOfCard2nd, true},
+          {"cards", kCards3rd, SheetOfCard3rd(), true},
+          {"characters", kCharacters2nd, kSheetOfCharacter, false},
+          {"pieces", kCharacters2nd, kSheetOfPiece, false},
+          {"large", kLargeCards2nd, kSheetOfLargeCard, true}};
+}
+
 std::vector<Pass> PassesFor(const PrintOptions& options) {
-  const Pass all[] = {{"cards", kCards2nd, kSheetOfCard2nd, true},
-                      {"cards", kCards3rd, SheetOfCard3rd(), true},
-                      {"characters", kCharacters2nd, kSheetOfCharacter, false},
-                      {"pieces", kCharacters2nd, kSheetOfPiece, false},
-                      {"large", kLargeCards2nd, kSheetOfLargeCard, true}};
   std::vector<Pass> passes;
-  for (const Pass& pass : all) {
+  for (const Pass& pass : AllPasses()) {
     const bool of_edition = (pass.kind.edition == 2) == (modData::CurrentEditionID == 2);
     const Recordset& rows = pass.kind.records;
     if (of_edition && options.Wants(QLatin1String(pass.name)) && rows.IsOpen() && !rows.IsEmpty()) {
@@ -127,8 +146,9 @@ PrintedCard CardOf(const Pass& pass, const PrintOptions& options, PicturesAhead&
   card.record =
       QStringLiteral("%1 %2 %3")
           .arg(QLatin1String(pass.sheet.kind_code), record["Nr"].TextOrEmpty(), record[name].TextOrEmpty());
-  card.key = QStringLiteral("%1 %2").arg(QLatin1String(pass.sheet.kind_code),
-                                         record[KeyOf(pass.kind.table)].TextOrEmpty());
+  card.kind = &pass.kind;
+  card.id = record[KeyOf(pass.kind.table)].Int32Or(0);
+  card.key = QStringLiteral("%1 %2").arg(QLatin1String(pass.sheet.kind_code)).arg(card.id);
   if (pass.has_copies) card.copies = std::clamp(record["Copies"].Int32Or(1), 0, kMostCopies);
   const QRect second = Inside(pass.sheet.second_outline);
   card.front = Inside(pass.sheet.first_outline);
@@ -180,13 +200,32 @@ int CountPrintedCards(const PrintOptions& options) {
   return count;
 }
 
-void ForEachPrintedCard(const PrintOptions& options, const std::function<bool(const PrintedCard&)>& take) {
-  DrawArtworkAnew();
-  const KeepDrawings keep;
+// How records are drawn for paper.
+struct PaperScope {
+  PaperScope() { DrawArtworkAnew(); }
+  KeepDrawings keep;
+  OffScreen unseen;
+  ListKeepers lists;
   PicturesAhead ahead;
+};
+
+void ForEachPrintedCard(const PrintOptions& options, const std::function<bool(const PrintedCard&)>& take) {
+  PaperScope paper;
   for (const Pass& pass : PassesFor(options)) {
-    if (!Walk(pass, options, [&] { return take(CardOf(pass, options, ahead)); })) return;
+    if (!Walk(pass, options, [&] { return take(CardOf(pass, options, paper.ahead)); })) return;
   }
+}
+
+std::vector<PrintedCard> PrintedCardsOf(const OutputKind& kind, std::int32_t key) {
+  std::vector<PrintedCard> cards;
+  if (!kind.records.IsOpen()) return cards;
+  PaperScope paper;
+  PlaceKeeper place(kind.records, kind.table);
+  if (!place.GoTo(key)) return cards;
+  for (const Pass& pass : AllPasses()) {
+    if (&pass.kind == &kind) cards.push_back(CardOf(pass, {}, paper.ahead));
+  }
+  return cards;
 }
 
 }  // namespace orv

@@ -20,7 +20,7 @@ QString Shown(const QString& copyright) {
 }  // namespace
 
 AboutForm::AboutForm()
-    : Form(FormKind::Dialog),
+    : Form(FormKind::Dialog, Places::WithFont),
       lblName(*this, App::Running().name),
       lblVersion(*this, QStringLiteral("Version ") + App::Running().version),
       lblLicence(*this, QStringLiteral(

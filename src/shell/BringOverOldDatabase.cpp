@@ -35,7 +35,7 @@ void TellLeftOut(const QStringList& lines, const QString& kept) {
 }  // namespace
 
 BringOverForm::BringOverForm()
-    : Form(FormKind::Dialog),
+    : Form(FormKind::Dialog, Places::WithFont),
       lblWhat(*this, QStringLiteral("The sets are being brought over.")),
       lblShare(*this, QString()) {
   SetCaption(kTitle);

@@ -77,7 +77,7 @@ void ShowManual(const Form* form) {
 }
 
 ManualForm::ManualForm()
-    : Form(FormKind::Aside),
+    : Form(FormKind::Aside, Places::WithFont),
       cmdBack(*this, QString(), QStringLiteral("previous")),
       cmdForward(*this, QString(), QStringLiteral("next")),
       lblFind(*this, QStringLiteral("&Find:")),

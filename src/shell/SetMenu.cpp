@@ -81,7 +81,7 @@ RecordEditor* EditorInFront() {
 }  // namespace
 
 ChooseSetForm::ChooseSetForm()
-    : Form(FormKind::Dialog),
+    : Form(FormKind::Dialog, Places::WithFont),
       lblSet(*this, QStringLiteral("&Copy to the end of:")),
       cboSet(*this),
       cmdOK(*this, QStringLiteral("OK")),

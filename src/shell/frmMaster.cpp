@@ -39,6 +39,8 @@ const QString kWindowSection = QStringLiteral("MainWindow");
 
 constexpr int kSymbolSide = 25;  // pixels
 
+constexpr const char* kEditors[] = {"frmCard2nd", "frmCard3rd", "frmCharacter2nd", "frmLarge2nd"};
+
 int StoredPlace(const char* key, int fallback) {
   return Value(GetSetting(kWindowSection, QString::fromLatin1(key), QString::number(fallback))).Int32();
 }
@@ -463,9 +465,25 @@ void MasterForm::PrintSheetsOfSet() {
     return;
   }
   frmPrint->ShowModal();
-  const bool drew_cards = frmPrint->DrewCards;
+  const std::optional<BadCard> chosen = frmPrint->Chosen;
   frmPrint.Unload();
-  if (drew_cards) RedrawEditors();
+  if (chosen) ShowBadCard(*chosen);
+}
+
+void MasterForm::ShowBadCard(const BadCard& bad) {
+  for (const char* name : kEditors) {
+    RecordEditor* const editor = EditorOf(QLatin1String(name));
+    if (editor == nullptr || &editor->Output() != bad.kind) continue;
+    ShowEditor(*editor, bad.id);
+    editor->FocusField(bad.column);
+  }
+}
+
+void MasterForm::ShowEditor(RecordEditor& editor, std::int32_t record) {
+  editor.FollowSet();
+  editor.Show();
+  editor.ShowRecord(record);
+  FixButton(editor.FormName(), 1);
 }
 
 void MasterForm::FixButton(const QString& form_name, int value) {
@@ -486,11 +504,7 @@ void MasterForm::ShowWhereLeft() {
   if (modData::CurrentSetID != left.set) return;
   for (const LeftOff::Editor& each : left.editors) {
     RecordEditor* const editor = EditorOf(each.form);
-    if (editor == nullptr) continue;
-    editor->FollowSet();
-    editor->Show();
-    editor->ShowRecord(each.record);
-    FixButton(each.form, 1);
+    if (editor != nullptr) ShowEditor(*editor, each.record);
   }
 }
 

@@ -1,9 +1,11 @@
 #pragma once
 
+#include "editors/RecordEditor.h"
 #include "forms/Controls.h"
 #include "forms/Form.h"
 #include "forms/Surface.h"
 #include "forms/Toolbar.h"
+#include "print/PrintSheets.h"
 
 namespace orv {
 
@@ -59,6 +61,9 @@ class MasterForm : public Form {
   void KeepWhereLeft() const;
   void ExportToText();
   void PrintSheetsOfSet();
+  void ShowBadCard(const BadCard& bad);
+  // In front, on a record.
+  void ShowEditor(RecordEditor& editor, std::int32_t record);
   void WriteSet();
   void ShowSymbol(const Picture& symbol, bool use);
 

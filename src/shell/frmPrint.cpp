@@ -1,5 +1,8 @@
 #include "shell/frmPrint.h"
 
+#include <QRegularExpression>
+#include <algorithm>
+
 #include "base/FileName.h"
 #include "base/Quietly.h"
 #include "base/RuntimeError.h"
@@ -14,6 +17,7 @@ namespace {
 
 const QString kTitle = QStringLiteral("Print sheets");
 const QString kSection = QStringLiteral("Print");
+const QRegularExpression kLineEnds(QStringLiteral("[\r\n]+"));
 
 // The chosen path; empty after Cancel.
 QString AskForFile(const QString& name) {
@@ -30,17 +34,34 @@ QString AskForFile(const QString& name) {
 
 }  // namespace
 
+Control& PrintForm::Field::First() const {
+  if (text != nullptr) return *text;
+  return choice != nullptr ? static_cast<Control&>(*choice) : *kinds.front();
+}
+
+// All kinds are as good as none named, so that a kind to come is among them.
 QString PrintForm::Field::Text() const {
-  return text != nullptr ? text->Text() : choice->Text();
+  if (text != nullptr) return text->Text();
+  if (choice != nullptr) return choice->Text();
+  QStringList ticked;
+  for (std::size_t i = 0; i < kinds.size(); ++i) {
+    if (kinds[i]->Value() == 1) ticked += QLatin1String(kPrintKinds[i].name);
+  }
+  return ticked.size() == std::ssize(kinds) ? QString() : ticked.join(u',');
 }
 
 void PrintForm::Field::SetText(const QString& value) {
   if (text != nullptr) text->SetText(value);
   if (choice != nullptr) choice->SetText(value);
+  PrintOptions options;
+  SetPrintOption(options, QLatin1String(option.name), value);
+  for (std::size_t i = 0; i < kinds.size(); ++i) {
+    kinds[i]->SetValue(options.Wants(QLatin1String(kPrintKinds[i].name)) ? 1 : 0);
+  }
 }
 
 PrintForm::PrintForm()
-    : Form(FormKind::Dialog),
+    : Form(FormKind::Dialog, Places::WithFont),
       fields(MakeFields()),
       lblHint(*this),
       lblFindings(*this, QStringLiteral("Print would show bad&ly:")),
@@ -56,50 +77,63 @@ PrintForm::PrintForm()
   cmdTestSheet.Click = [this] { cmdTestSheet_Click(); };
   cmdPrint.Click = [this] { cmdPrint_Click(); };
   cmdDone.Click = [this] { cmdDone_Click(); };
+  txtFindings.SetLocked(true);
+  txtFindings.GotFocus = [this] {
+    lblHint.SetCaption(QStringLiteral("A click on a line, or Enter, leads to its record."));
+  };
+  txtFindings.LineChosen = [this](int line) { ChooseFinding(line); };
 }
 
 std::vector<std::unique_ptr<PrintForm::Field>> PrintForm::MakeFields() {
   std::vector<std::unique_ptr<Field>> made;
   for (const PrintOption& option : AllPrintOptions()) {
     made.push_back(std::unique_ptr<Field>(
-        new Field{option, FormLabel(*this, QLatin1String(option.label)), nullptr, nullptr}));
+        new Field{option, FormLabel(*this, QLatin1String(option.label)), nullptr, nullptr, {}}));
     Field& field = *made.back();
     const auto hint = [this, &option] { ShowHint(option); };
-    if (option.choices.isEmpty()) {
+    if (option.takes_print_kinds) {
+      for (const PrintKind& kind : kPrintKinds) {
+        field.kinds.push_back(std::make_unique<CheckBox>(*this, QLatin1String(kind.words)));
+        field.kinds.back()->GotFocus = [this] { lblHint.SetCaption(QStringLiteral("What is printed.")); };
+      }
+    } else if (option.choices.isEmpty()) {
       field.text = std::make_unique<TextBox>(*this);
       field.text->GotFocus = hint;
-      field.label.SetBuddy(*field.text);
-      continue;
+    } else {
+      field.choice = std::make_unique<ComboBox>(*this);
+      for (const QString& choice : option.choices) field.choice->AddItem(choice);
+      field.choice->GotFocus = hint;
     }
-    field.choice = std::make_unique<ComboBox>(*this);
-    for (const QString& choice : option.choices) field.choice->AddItem(choice);
-    field.choice->GotFocus = hint;
-    field.label.SetBuddy(*field.choice);
+    field.label.SetBuddy(field.First());
   }
   return made;
 }
 
 void PrintForm::Arrange() {
   constexpr int kRow = 420;
+  constexpr int kKindWidths[] = {960, 1380};
   int top = 120;
   for (const auto& field : fields) {
     field->label.Place(120, top + 45, 2100, 255);
-    Control& box = field->text != nullptr ? static_cast<Control&>(*field->text) : *field->choice;
-    box.Place(2280, top, 2100, 330);
+    if (field->kinds.empty()) field->First().Place(2280, top, 2340, 330);
+    for (std::size_t i = 0; i < field->kinds.size(); ++i) {
+      if (i == 2) top += kRow - 60;
+      field->kinds[i]->Place(i % 2 == 0 ? 2280 : 2280 + kKindWidths[0], top + 45, kKindWidths[i % 2], 255);
+    }
     top += kRow;
   }
-  SetClientSize(10200, top + 900);
-  lblHint.Place(120, top + 60, 9960, 255);
+  SetClientSize(10440, top + 900);
+  lblHint.Place(120, top + 60, 10200, 255);
   lblHint.SetMuted();
-  lblFindings.Place(4680, 45, 5400, 345);
-  txtFindings.Place(4680, 420, 5400, top - 1020);
+  lblFindings.Place(4920, 45, 5400, 345);
+  txtFindings.Place(4920, 420, 5400, top - 1020);
   lblFindings.SetBuddy(txtFindings);
-  lblProgress.Place(4680, top - 480, 5400, 255);
+  lblProgress.Place(4920, top - 480, 5400, 255);
   top += 420;
-  cmdCheck.Place(2640, top, 1800, 375);
-  cmdTestSheet.Place(4520, top, 1800, 375);
-  cmdPrint.Place(6400, top, 1800, 375);
-  cmdDone.Place(8280, top, 1800, 375);
+  cmdCheck.Place(2880, top, 1800, 375);
+  cmdTestSheet.Place(4760, top, 1800, 375);
+  cmdPrint.Place(6640, top, 1800, 375);
+  cmdDone.Place(8520, top, 1800, 375);
   cmdDone.SetCancel(true);
 }
 
@@ -136,10 +170,14 @@ void PrintForm::ShowHint(const PrintOption& option) {
 bool PrintForm::TakeOptions(PrintOptions& options) {
   for (const auto& field : fields) {
     const QString name = QLatin1String(field->option.name);
-    const QString wrong = SetPrintOption(options, name, field->Text());
+    const bool no_kind = !field->kinds.empty() && std::ranges::none_of(field->kinds, [](const auto& box) {
+      return box->Value() == 1;
+    });
+    const QString wrong = no_kind ? QStringLiteral("Tick at least one of the kinds.")
+                                  : SetPrintOption(options, name, field->Text());
     if (!wrong.isEmpty()) {
       MsgBox(wrong, Icon::Exclamation, kTitle);
-      (field->text != nullptr ? static_cast<Control&>(*field->text) : *field->choice).SetFocus();
+      field->First().SetFocus();
       return false;
     }
     SaveSetting(kSection, name, field->Text());
@@ -148,7 +186,6 @@ bool PrintForm::TakeOptions(PrintOptions& options) {
 }
 
 bool PrintForm::Progress(int done, int all) {
-  DrewCards = true;
   lblProgress.SetCaption(QStringLiteral("%1 of %2").arg(done).arg(all));
   lblProgress.Refresh();
   Application::HandleInput();
@@ -178,8 +215,17 @@ void PrintForm::Run(const std::function<void(const PrintOptions&)>& action) {
 }
 
 void PrintForm::Check(const PrintOptions& options) {
-  const QStringList lines = CheckSheets(options, [this](int done, int all) { return Progress(done, all); });
+  bad_ = CheckSheets(options, [this](int done, int all) { return Progress(done, all); });
+  QStringList lines;
+  for (const BadCard& bad : bad_) lines.append(QString(bad.line).replace(kLineEnds, QStringLiteral(" ")));
   txtFindings.SetText(lines.isEmpty() ? QStringLiteral("Nothing.") : lines.join(QStringLiteral("\r\n")));
+}
+
+// Ends the dialog: who opened it shows the record.
+void PrintForm::ChooseFinding(int line) {
+  if (running_ || line < 0 || line >= std::ssize(bad_)) return;
+  Chosen = bad_[line];
+  Hide();
 }
 
 void PrintForm::cmdPrint_Click() {

@@ -1,11 +1,12 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "forms/Controls.h"
 #include "forms/Form.h"
-#include "print/PrintOptions.h"
+#include "print/PrintSheets.h"
 
 namespace orv {
 
@@ -17,18 +18,21 @@ class PrintForm : public Form {
   void Form_Load() override;
   void Form_Unload() override;
 
-  // The field of an option: its text, or one of its choices.
+  // The field of an option: its text, one of its choices, or a box for each kind.
   struct Field {
     const PrintOption& option;
     FormLabel label;
     std::unique_ptr<TextBox> text;
     std::unique_ptr<ComboBox> choice;
+    std::vector<std::unique_ptr<CheckBox>> kinds;
+    Control& First() const;  // that takes the focus
     QString Text() const;
     void SetText(const QString& value);
   };
   Field& FieldOf(const QString& option);
 
-  bool DrewCards = false;  // the previews show other records than the editors
+  // The record whose line the user has chosen among the findings; none after any other end.
+  std::optional<BadCard> Chosen;
 
   std::vector<std::unique_ptr<Field>> fields;
   FormLabel lblHint;
@@ -50,11 +54,13 @@ class PrintForm : public Form {
   bool Progress(int done, int all);
   void Run(const std::function<void(const PrintOptions&)>& action);
   void Check(const PrintOptions& options);
+  void ChooseFinding(int line);
   void WriteSheets(const PrintOptions& options, const QString& path);
   void cmdPrint_Click();
   void cmdTestSheet_Click();
   void cmdDone_Click();
 
+  std::vector<BadCard> bad_;  // of which each line of the findings tells
   bool running_ = false;
   bool stop_ = false;
 };

@@ -455,7 +455,8 @@ class Walk:
         self.toolbar("print")
         self.display.focus("Print sheets")
         self.display.key("Down", "alt+k", "Home", "alt+i")
-        self.display.type("cards")
+        for _ in ("characters", "pieces", "large cards"):
+            self.display.key("Tab", "space")
         self.display.key("alt+n")
         self.display.type("2-3")
         self.display.key("alt+f")

@@ -9,7 +9,7 @@
 #include "forms/Playing.h"
 #include "imaging/Drawing.h"
 #include "output/OutputKinds.h"
-#include "print/inner/PrintedCards.h"
+#include "print/PrintedCards.h"
 #include "state/modData.h"
 #include "support/TestDatabase.h"
 

@@ -10,7 +10,7 @@
 #include "base/RuntimeError.h"
 #include "imaging/Drawing.h"
 #include "print/PdfScene.h"
-#include "print/inner/PrintedCards.h"
+#include "print/PrintedCards.h"
 #include "state/ProgramFolder.h"
 #include "state/modData.h"
 
@@ -63,6 +63,11 @@ QImage CardOf(const QImage& page, QSize dots) {
 
 class PrintSheetsTest : public PdfScene, public testing::Test {
  protected:
+  static QStringList Check() {
+    QStringList lines;
+    for (const BadCard& bad : CheckSheets({}, [](int, int) { return true; })) lines.append(bad.line);
+    return lines;
+  }
   // The middles of the dark runs in a row of a page, in millimetres.
   static QList<double> DarkAt(const QImage& page, double y_mm) {
     const double mm = page.width() / kA4Width;
@@ -299,7 +304,7 @@ TEST_F(PrintSheetsTest, OnlyWhatChangedSinceItsLastSheet) {
   }
   PrintOptions changed;
   changed.changed = true;
-  EXPECT_EQ(CheckSheets(changed, [](int, int) { return true; }), QStringList());
+  EXPECT_TRUE(CheckSheets(changed, [](int, int) { return true; }).empty());
   database_.SelectSet(database_.AddSet("Other", 2));
   database_.AddCard(modData::CurrentSetID, 1, "Another");
   database_.SelectSet(modData::CurrentSetID);
@@ -321,14 +326,14 @@ TEST_F(PrintSheetsTest, WhatPrintShowsBadlyIsTold) {
       {"UsePicture = 0, CardTypeID = 99", "the type is missing"},
       {"UsePicture = 0, CardBackID = 99", "the back is missing"},
       {"UsePicture = 0, Title = 'A title that is very much longer than a card is wide'",
-       "the title runs over its box"},
+       "the title runs over its box by 91 pixels"},
       {"UsePicture = 0, Title = 'A title that is very much longer than a card is wide'", "card's edge"}};
   OpenCards(1);
   for (const auto& row : rows) {
     database_.Execute("UPDATE tblCard_rows SET Title = 'Card 1', CardTypeID = 1, CardBackID = 1");
     database_.Execute(QString("UPDATE tblCard_rows SET ") + row.change);
     database_.SelectSet(modData::CurrentSetID);
-    const QStringList lines = CheckSheets({}, [](int, int) { return true; });
+    const QStringList lines = Check();
     const bool told =
         std::ranges::any_of(lines, [&](const QString& line) { return line.contains(row.finding); });
     EXPECT_EQ(told, *row.finding != 0) << row.change << qPrintable(lines.join(' '));
@@ -338,8 +343,8 @@ TEST_F(PrintSheetsTest, WhatPrintShowsBadlyIsTold) {
       QString("many words ").repeated(80) + "'");
   database_.Store("tblCard", 1, "Picture", TestDatabase::PlainPicture(100, 80, kWhite));
   database_.SelectSet(modData::CurrentSetID);
-  const QStringList lines = CheckSheets({}, [](int, int) { return true; });
-  EXPECT_TRUE(lines.contains("C2 1 Card 1: the information runs over its box"));
+  const QStringList lines = Check();
+  EXPECT_TRUE(lines.contains("C2 1 Card 1: the information runs over its box by 23 lines"));
   EXPECT_TRUE(lines.contains("C2 1 Card 1: the picture has 96 dots an inch"));
 }
 

@@ -1,8 +1,11 @@
 #include <gtest/gtest.h>
 
+#include <QAbstractButton>
 #include <QAccessible>
 #include <QApplication>
+#include <QLabel>
 #include <QMdiSubWindow>
+#include <QPushButton>
 #include <QToolButton>
 #include <QWidget>
 #include <algorithm>
@@ -19,6 +22,9 @@
 #include "shell/frmMaster.h"
 #include "shell/frmPrint.h"
 #include "shell/frmSetName.h"
+#include "shell/inner/About.h"
+#include "shell/inner/BringOverOldDatabase.h"
+#include "shell/inner/SetMenu.h"
 #include "support/TestDatabase.h"
 
 namespace orv {
@@ -112,6 +118,50 @@ TEST(AccessibilityTest, TabGoesAsOneReads) {
       last = next;
     }
   }
+}
+
+// Each word, at each size that a desktop may ask for.
+TEST(AccessibilityTest, OurDialogsAreWholeAtEachSizeOfFont) {
+  TestDatabase database;
+  database.SelectSet(database.AddSet(QStringLiteral("Set"), 2));
+  const QFont usual = QApplication::font();
+  const auto look = [](Form& form, int points) {
+    form.Show();
+    for (QWidget* widget : form.Handle()->findChildren<QWidget*>()) {
+      const QString where = QStringLiteral("%1: %2, %3").arg(form.Caption(), NameOf(widget)).arg(points);
+      if (!widget->isVisibleTo(form.Handle())) continue;
+      if (auto* const button = qobject_cast<QPushButton*>(widget)) {
+        EXPECT_LE(button->fontMetrics().horizontalAdvance(button->text().remove('&')) + 8, button->width())
+            << where.toStdString();
+      } else if (qobject_cast<QLabel*>(widget) || qobject_cast<QAbstractButton*>(widget)) {
+        EXPECT_LE(widget->minimumSizeHint().width(), widget->width()) << where.toStdString();
+      }
+      if (!NameOf(widget).isEmpty()) {
+        EXPECT_LE(widget->fontMetrics().height(), std::max(widget->height(), 15)) << where.toStdString();
+      }
+      if (widget->parentWidget() == form.Handle()) {
+        EXPECT_TRUE(form.Handle()->rect().contains(widget->geometry())) << where.toStdString();
+      }
+    }
+  };
+  for (const int points : {8, 9, 12, 16}) {
+    QFont font = usual;
+    font.setPixelSize(points * 96 / 72);
+    QApplication::setFont(font);
+    look(*frmPrint, points);
+    look(*frmChooseSet, points);
+    look(*frmBringOver, points);
+    look(*frmAbout, points);
+    look(*frmSetName, points);
+    look(*frmCreate, points);
+    frmPrint.Unload();
+    frmChooseSet.Unload();
+    frmBringOver.Unload();
+    frmAbout.Unload();
+    frmSetName.Unload();
+    frmCreate.Unload();
+  }
+  QApplication::setFont(usual);
 }
 
 }  // namespace

@@ -147,6 +147,10 @@ void Application::HandleInput() {
   QApplication::processEvents();
 }
 
+bool Application::IsModal() {
+  return QApplication::activeModalWidget() != nullptr;
+}
+
 void Application::Quit(int status) {
   if (!quit_status) quit_status = status;
   UnloadAll();

@@ -28,6 +28,8 @@ class Application {
   static void HandleInput();
   // Unloads all forms and ends the loop; the exit status is that of the first call.
   static void Quit(int status = 0);
+  // Whether a dialog is open that must be dealt with first.
+  static bool IsModal();
   // Shows and draws what waits for it, during a long piece of work; what the user does meanwhile waits on.
   static void DrawNow();
 

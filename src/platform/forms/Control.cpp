@@ -8,6 +8,7 @@
 #include <cmath>
 
 #include "base/Rounding.h"
+#include "forms/inner/FormWindow.h"
 #include "forms/inner/Menus.h"
 
 namespace orv {
@@ -69,8 +70,21 @@ bool Control::FocusEvent(QObject* object, QEvent* event) {
   return true;
 }
 
+namespace {
+
+// Of the form that a control lies in.
+double ScaleAround(const QWidget* widget) {
+  for (; widget != nullptr; widget = widget->parentWidget()) {
+    if (const auto* const form = dynamic_cast<const FormWindow*>(widget)) return form->scale;
+  }
+  return 1;
+}
+
+}  // namespace
+
 void Control::Place(int left, int top, int width, int height) {
-  const auto pixels = [](int twips) { return static_cast<int>(std::lround(twips / double{kTwipsPerPixel})); };
+  const double scale = ScaleAround(Handle()) / kTwipsPerPixel;
+  const auto pixels = [scale](int twips) { return static_cast<int>(std::lround(twips * scale)); };
   Handle()->setGeometry(pixels(left), pixels(top), pixels(width), pixels(height));
 }
 

@@ -1,9 +1,12 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 #include "forms/Control.h"
 #include "imaging/Picture.h"
+
+class QLabel;
 
 namespace orv {
 
@@ -21,6 +24,19 @@ class FormLabel : public Control {
   void SetMuted();
   // Shows at once what waits to be shown, without a turn of the message loop.
   void Refresh();
+};
+
+// Lines behind a warning sign, each of which can be clicked, also by the keyboard. Without one it is hidden.
+class Notice : public Control {
+ public:
+  explicit Notice(Container& parent);
+  void SetLines(const QStringList& lines);
+  const QStringList& Lines() const { return lines_; }
+  Event<int> Click;  // of a line, from 0
+
+ private:
+  QLabel* text_;  // a part of the widget
+  QStringList lines_;
 };
 
 // A push button. `icon` names a resource icon (Icons.h) or is empty.
@@ -67,6 +83,8 @@ class TextBox : public Control {
   void SetSelLength(int length);
   void SetLocked(bool locked);  // the user may read and copy, and not type
   Event<> Change;
+  // Locked, with several lines: the user has clicked on one, or pressed Enter on it. From 0.
+  Event<int> LineChosen;
 
  protected:
   bool Filter(QObject* object, QEvent* event) override;
@@ -74,6 +92,7 @@ class TextBox : public Control {
  private:
   void Select(int start, int length);
   void TextEdited();
+  bool ChoosesLine(const QEvent& event) const;
   Kind kind_;
   QString last_;
 };

@@ -16,6 +16,7 @@
 #include "forms/inner/ChildFocus.h"
 #include "forms/inner/FormWindow.h"
 #include "forms/inner/Icons.h"
+#include "forms/inner/Style.h"
 
 namespace orv {
 namespace {
@@ -76,9 +77,14 @@ struct Form::Impl {
   QSize fitted;                 // of a child: the size that it was last given by itself
 };
 
-Form::Form(FormKind kind) : kind_(kind), impl_(std::make_unique<Impl>()) {
+Form::Form(FormKind kind, Places places) : kind_(kind), impl_(std::make_unique<Impl>()) {
   auto* const content = new FormWindow;
   content->form = this;
+  if (places == Places::WithFont) {
+    content->scale = PlaceScale();
+  } else if (kind == FormKind::Dialog) {
+    content->setFont(FontOfPlaces());
+  }
   content->usable_beside_modal = kind == FormKind::Aside;
   content->closed = [this] { ClosedByFrame(); };
   content->inside_changed = [this] { FollowInside(); };
@@ -94,11 +100,12 @@ Form::Form(FormKind kind) : kind_(kind), impl_(std::make_unique<Impl>()) {
     ChildArea()->addSubWindow(impl_->child);
     impl_->child->hide();
     QObject::connect(impl_->child, &QMdiSubWindow::windowStateChanged, content,
-                     [content](Qt::WindowStates before, Qt::WindowStates now) {
+                     [this, content](Qt::WindowStates before, Qt::WindowStates now) {
                        const auto active = Qt::WindowActive;
                        const bool is_new = now.testFlag(active) && !before.testFlag(active);
                        // The toolkit also makes a hidden child the active one.
                        if (is_new && content->isVisible()) TakeFocus(*content);
+                       if (now.testFlag(active) != before.testFlag(active)) Form_ActiveChanged();
                      });
   } else {
     content->setWindowFlags(kind == FormKind::Dialog ? Qt::Dialog : Qt::Window);
@@ -134,7 +141,7 @@ void Form::SetCaption(const QString& caption) {
 }
 
 void Form::SetClientSize(int width, int height, bool resizable) {
-  const QSize size(Pixels(width), Pixels(height));
+  const QSize size = QSize(Pixels(width), Pixels(height)) * static_cast<FormWindow*>(Handle())->scale;
   const bool least = !resizable || kind_ == FormKind::Dialog || kind_ == FormKind::Child;
   Handle()->setMinimumSize(least ? size : QSize(0, 0));
   Handle()->setMaximumSize(resizable ? QSize(QWIDGETSIZE_MAX, QWIDGETSIZE_MAX) : size);
@@ -308,6 +315,7 @@ void Form::Hide() {
 
 void Form::DockTop(Control& control) {
   QWidget* const widget = control.Handle();
+  widget->setFont(FontOfPlaces());
   widget->setFixedHeight(widget->testAttribute(Qt::WA_Resized) ? widget->height()
                                                                : widget->sizeHint().height());
   impl_->rows->insertWidget(impl_->rows->count() - 1, widget);

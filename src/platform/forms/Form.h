@@ -14,11 +14,15 @@ namespace orv {
 // of its own that can be used while another one is modal.
 enum class FormKind { Dialog, Child, Main, Aside };
 
+// Fixed: where they are told, with texts of the size for which they are made. WithFont: larger by as much as
+// the user's own font is.
+enum class Places { Fixed, WithFont };
+
 // A window. A program's form derives from it, has its controls as members and its handlers as functions,
 // and exists through a FormInstance.
 class Form : public Container {
  public:
-  explicit Form(FormKind kind);
+  explicit Form(FormKind kind, Places places = Places::Fixed);
   ~Form() override;
 
   QString Caption() const;
@@ -56,6 +60,8 @@ class Form : public Container {
   // only hidden, so that its caller can still read it).
   virtual void Form_Load() {}
   virtual void Form_Unload() {}
+  // Child: it has become the active one, or is that no more.
+  virtual void Form_ActiveChanged() {}
   // Whether a key is a command of the form, and so not for the control with the focus.
   virtual bool Claims(const KeyEvent&) const { return false; }
   // A key that the control with the focus did not use.

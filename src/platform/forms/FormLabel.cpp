@@ -1,3 +1,4 @@
+#include <QCheckBox>
 #include <QLabel>
 #include <QPalette>
 #include <QPlainTextEdit>
@@ -52,6 +53,13 @@ void FormLabel::SetCaption(const QString& caption) {
 }
 
 void FormLabel::SetBuddy(Control& field) {
+  // To a box the key only leads: the toolkit would tick it.
+  if (qobject_cast<QCheckBox*>(field.Handle()) != nullptr) {
+    auto* const way = new QWidget(&Of(*this));
+    way->setFocusPolicy(Qt::ClickFocus);
+    way->setFocusProxy(field.Handle());
+    return Of(*this).setBuddy(way);
+  }
   Of(*this).setBuddy(field.Handle());
   NameBuddy(Of(*this));
   // In front of a high field it stands beside the first line.

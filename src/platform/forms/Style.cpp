@@ -5,7 +5,10 @@
 #include <QGuiApplication>
 #include <QPainter>
 #include <QProxyStyle>
+#include <QScreen>
 #include <QStyleOption>
+#include <algorithm>
+#include <cmath>
 
 #include "base/App.h"
 #include "forms/inner/Icons.h"
@@ -14,6 +17,8 @@ namespace orv {
 namespace {
 
 constexpr int kFontHeight = 12;  // pixels
+constexpr double kLeastPoints = 8, kMostPoints = 16;
+constexpr double kPointsPerInch = 72;
 
 QString NameOf(QStyle::StandardPixmap which) {
   switch (which) {
@@ -129,17 +134,35 @@ bool IsNarrow(const QFont& font) {
   return QFontMetrics(font).horizontalAdvance(QStringLiteral("Set as default")) <= kRoom;
 }
 
+// Of the application's font in pixels, whatever its size is told in.
+int InterfaceHeight() {
+  const QFont font = QGuiApplication::font();
+  const double dots = QGuiApplication::primaryScreen()->logicalDotsPerInch() / kPointsPerInch;
+  const double points = font.pixelSize() > 0 ? font.pixelSize() / dots : font.pointSizeF();
+  return static_cast<int>(std::lround(std::clamp(points, kLeastPoints, kMostPoints) * dots));
+}
+
 }  // namespace
 
 QStyle* NewStyle() {
   return new Style;
 }
 
-QFont InterfaceFont() {
+QFont FontOfPlaces() {
   QFont font = QGuiApplication::font();
   font.setPixelSize(kFontHeight);
   if (!IsNarrow(font)) font.setFamily(App::Running().plain_family);
   return font;
+}
+
+QFont InterfaceFont() {
+  QFont font = FontOfPlaces();
+  font.setPixelSize(InterfaceHeight());
+  return font;
+}
+
+double PlaceScale() {
+  return std::max(1.0, double(InterfaceHeight()) / kFontHeight);
 }
 
 }  // namespace orv

@@ -1,6 +1,7 @@
 #include <QKeyEvent>
 #include <QLineEdit>
 #include <QMimeData>
+#include <QMouseEvent>
 #include <QPlainTextEdit>
 #include <QSignalBlocker>
 #include <QTextBlock>
@@ -103,6 +104,7 @@ TextBox::TextBox(Container& parent, Kind kind) : kind_(kind) {
     edit->setTabChangesFocus(true);
     edit->setFocusPolicy(Qt::StrongFocus);  // not by the wheel
     Adopt(edit);
+    Watch(edit->viewport());
     QObject::connect(edit, &QPlainTextEdit::textChanged, Watcher(), [this] { TextEdited(); });
   }
 }
@@ -158,7 +160,20 @@ void TextBox::SetSelLength(int length) {
 }
 
 void TextBox::SetLocked(bool locked) {
-  kind_ == SingleLine ? Line(*this).setReadOnly(locked) : Lines(*this).setReadOnly(locked);
+  if (kind_ == SingleLine) return Line(*this).setReadOnly(locked);
+  Lines(*this).setReadOnly(locked);
+  if (locked) Lines(*this).setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
+}
+
+// Not where the click ends the selecting of a text to copy.
+bool TextBox::ChoosesLine(const QEvent& event) const {
+  if (event.type() == QEvent::MouseButtonRelease) {
+    return static_cast<const QMouseEvent&>(event).button() == Qt::LeftButton &&
+           !Lines(*this).textCursor().hasSelection();
+  }
+  if (event.type() != QEvent::KeyPress) return false;
+  const int key = static_cast<const QKeyEvent&>(event).key();
+  return key == Qt::Key_Return || key == Qt::Key_Enter;
 }
 
 void TextBox::Select(int start, int length) {
@@ -178,6 +193,10 @@ void TextBox::Select(int start, int length) {
 }
 
 bool TextBox::Filter(QObject* object, QEvent* event) {
+  if (kind_ == MultiLine && LineChosen && Lines(*this).isReadOnly() && ChoosesLine(*event)) {
+    LineChosen(Lines(*this).textCursor().blockNumber());
+    return true;
+  }
   // With Shift the key would make a break within the paragraph, which is no line end of the text.
   if (kind_ == MultiLine && object == Handle() && event->type() == QEvent::KeyPress &&
       !Lines(*this).isReadOnly()) {

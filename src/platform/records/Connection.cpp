@@ -31,6 +31,8 @@ void OpenDatabaseFile(ConnectionImpl& connection, const QString& path, bool to_w
                        QStringLiteral("Path/File access error: the file can only be read"));
   }
   RegisterCollation(database);
+  const auto changed = [](void*, int, const char*, const char*, sqlite3_int64) { RowChanged(); };
+  sqlite3_update_hook(database, changed, nullptr);
 }
 
 void SetUp(sqlite3* database) {

@@ -6,6 +6,7 @@
 #include <memory>
 #include <vector>
 
+#include "base/Event.h"
 #include "base/Value.h"
 #include "records/KnownObject.h"
 
@@ -13,6 +14,10 @@ namespace orv {
 
 class Recordset;
 struct ConnectionImpl;
+
+// A row of an open database was added, changed or deleted by this process, which may still be taken back. In
+// the middle of that: no place to touch a database.
+inline Event<> RowChanged;
 
 // The connection to one database file, an SQLite 3 file. Copies share it; it closes with the last copy
 // and the last recordset. One thread.

@@ -1,15 +1,14 @@
 #pragma once
 
-#include <QStringList>
+#include <vector>
 
-#include "output/OutputKinds.h"
-#include "print/inner/PrintedCard.h"
+#include "print/PrintedCard.h"
 
 namespace orv {
 
 // What print would show badly of the record that has just been composed and put on a sheet, at a scale in
 // millimetres a dot: text that runs over its box or the card's edge, a picture that is missing or has too few
 // dots, a missing type or back.
-QStringList FindBadPrint(const SheetKind& kind, const PrintedCard& card, double scale);
+std::vector<Finding> FindBadPrint(const SheetKind& kind, const PrintedCard& card, double scale);
 
 }  // namespace orv

@@ -4,7 +4,7 @@
 #include <QMap>
 #include <QString>
 
-#include "print/inner/PrintedCard.h"
+#include "print/PrintedCard.h"
 
 namespace orv {
 

@@ -20,6 +20,7 @@ class FormWindow : public QWidget {
   FormWindow() { setAcceptDrops(true); }
   const Form* form = nullptr;  // that it belongs to
   bool usable_beside_modal = false;
+  double scale = 1;                               // of what is placed in it
   std::function<void()> closed;                   // by the frame
   std::function<void()> inside_changed;           // what it asks for may be another size
   std::function<bool(const KeyEvent&)> claims;    // a command, not for its controls
