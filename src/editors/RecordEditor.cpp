@@ -131,6 +131,7 @@ void RecordEditor::Form_Load() {
 }
 
 void RecordEditor::Form_Unload() {
+  if (Active() == nullptr) PaperChanged({});
   EditorClosed(FormName());
 }
 
@@ -152,6 +153,7 @@ bool OnlyAPictureToPaste() {
 const RecordEditor::Command RecordEditor::kCommands[] = {
     {"Ctrl+N", &RecordEditor::Add},
     {"Ctrl+D", &RecordEditor::Duplicate},
+    {"F8", &RecordEditor::AskForCloseLook},
     {"Ctrl+V", &RecordEditor::Paste, OnlyAPictureToPaste},
     {"Shift+Ins", &RecordEditor::Paste, OnlyAPictureToPaste},
 };

@@ -24,6 +24,9 @@ inline Event<const QString& /*form name*/> EditorClosed;
 // one for each sheet. Nothing where no editor in front has a record to show.
 inline Event<const std::vector<PrintedCard>& /*cards*/> PaperChanged;
 
+// The user asks for the close look.
+inline Event<> CloseLookAsked;
+
 // What tells the editors of cards, large cards and characters apart where walking, adding and deleting
 // are concerned.
 struct RecordKind {
@@ -186,6 +189,7 @@ class RecordEditor : public Form {
   void Paste();
   void FocusFirstField();
   void LookAtPaper();
+  void AskForCloseLook() { CloseLookAsked(); }
   void AddFromPictures(const DataObject& data);
   const RecordKind kind_;
   ShownRecord record_;

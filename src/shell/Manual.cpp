@@ -19,6 +19,7 @@
 #include "shell/frmSetName.h"
 #include "shell/inner/About.h"
 #include "shell/inner/BringOverOldDatabase.h"
+#include "shell/inner/CloseLook.h"
 #include "shell/inner/SetMenu.h"
 
 // The macro declares a function of the global namespace.
@@ -54,6 +55,7 @@ constexpr struct {
     {Is<ChooseSetForm>, "sharing.md#copies-for-another-set"},
     {Is<CreateForm>, "picture_files.md"},
     {Is<PrintForm>, "print_at_home.md"},
+    {Is<CloseLookForm>, "texts_and_marks.md#the-close-look"},
     {Is<CompactForm>, "your_data.md#compacting"},
     {Is<BringOverForm>, "old_files.md"},
     {Is<ManualForm>, "index.md"},

@@ -28,6 +28,7 @@
 #include "shell/frmPrint.h"
 #include "shell/frmSetName.h"
 #include "shell/inner/About.h"
+#include "shell/inner/CloseLook.h"
 #include "shell/inner/LeftOff.h"
 #include "shell/inner/SetMenu.h"
 #include "state/modData.h"
@@ -141,6 +142,7 @@ void MasterForm::Arrange() {
                 {QStringLiteral("duplicate"), QStringLiteral("&Duplicate\tCtrl+D")},
                 {QStringLiteral("copytoset"), QStringLiteral("&Copy to another set...")},
                 {QStringLiteral("delete"), QString()},
+                {QStringLiteral("closelook"), QStringLiteral("C&lose look\tF8")},
                 {},
                 {QStringLiteral("manual"), QStringLiteral("&Manual\tF1")},
                 {QStringLiteral("about"), QStringLiteral("&About...")}});
@@ -191,6 +193,7 @@ void MasterForm::Subscribe() {
   };
   cmdSymbolAdd.Click = [this] { cmdSymbolAdd_Click(); };
   cmdSymbolDel.Click = [this] { cmdSymbolDel_Click(); };
+  CloseLookAsked = [this] { ToggleCloseLook(*this); };
   EditorClosed = [this](const QString& form_name) { FixButton(form_name, 0); };
 }
 
@@ -210,6 +213,8 @@ void MasterForm::Form_KeyDown(const KeyEvent& key) {
 
 void MasterForm::Form_Unload() {
   EditorClosed = nullptr;
+  CloseLookAsked = nullptr;
+  frmCloseLook.Unload();
   SaveWindowPosition();
   KeepWhereLeft();
   Application::Quit();
@@ -417,6 +422,7 @@ void MasterForm::tbar_ButtonClick(const QString& key) {
   if (key == u"saveset") SaveSetAs();
   if (key == u"bringin") ShowBroughtIn(BringInSet());
   if (key == u"duplicate") DuplicateInEditor();
+  if (key == u"closelook") ToggleCloseLook(*this);
   if (key == u"copytoset") CopyToAnotherSet();
   if (key == u"manual") AskForHelp(nullptr);
   if (key == u"delete") DeleteInEditor();

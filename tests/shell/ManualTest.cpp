@@ -1,4 +1,5 @@
 #include "shell/Manual.h"
+#include "shell/inner/CloseLook.h"
 
 #include <QApplication>
 #include <QDir>
@@ -92,7 +93,8 @@ TEST(ManualPagesTest, TheKeysAreThoseThatTheProgramTakes) {
   QStringList told;
   for (const QString& row : Captured(TextOfFile(kPages + "/keys.md"), "^\\| (\\*\\*[^|]*) \\|"))
     told += Captured(row, "\\*\\*([^*]+)\\*\\*");
-  const QStringList taken = ProgramCommands() + ManualForm::Commands() + QStringList{kHelpKeys};
+  const QStringList taken =
+      ProgramCommands() + ManualForm::Commands() + CloseLookForm::Commands() + QStringList{kHelpKeys};
   for (const QString& key : taken) EXPECT_TRUE(told.contains(key)) << "isn't told: " << qPrintable(key);
   for (const QString& key : told)
     EXPECT_TRUE(taken.contains(key) || kUsualKeys.contains(key)) << "isn't taken: " << qPrintable(key);

@@ -1,4 +1,5 @@
 // What an editor tells of its record on paper.
+#include <QAbstractScrollArea>
 #include <QApplication>
 #include <QLabel>
 #include <QTest>
@@ -7,9 +8,12 @@
 #include "editors/frmCard2nd.h"
 #include "editors/frmCharacter2nd.h"
 #include "editors/frmLarge2nd.h"
+#include "forms/Playing.h"
 #include "print/PrintSheets.h"
+#include "print/PrintedCards.h"
 #include "shell/MasterScene.h"
 #include "shell/frmPrint.h"
+#include "shell/inner/CloseLook.h"
 
 namespace orv {
 namespace {
@@ -133,6 +137,62 @@ TEST_F(PaperTest, AFindingOfPrintShowsItsRecord) {
     EXPECT_EQ(dialogs_.LastPrompt(), "Tick at least one of the kinds.");
   });
   frmMaster->tbar.ButtonClick("print");
+}
+
+TEST_F(PaperTest, TheCloseLookIsWhatPrintDrawsAndFollows) {
+  constexpr int kTimes = 3;
+  constexpr int kGap = 12;
+  frmMaster->tbar.ButtonClick("card2nd");
+  Card2ndForm& editor = *frmCard2nd;
+  editor.txtInfo.SetFocus();
+  PressKey(editor.txtInfo, Qt::Key_F8);
+  ASSERT_TRUE(frmCloseLook.IsVisible());
+  EXPECT_TRUE(editor.txtInfo.HasFocus());
+  auto& area = *static_cast<QAbstractScrollArea*>(frmCloseLook->view.Handle());
+  const auto look = [&] {
+    QTest::qWait(45);
+    return area.viewport()->grab().toImage();
+  };
+  frmCloseLook->Handle()->resize(1100, 900);
+  const QImage fitted = look();
+  frmCloseLook->view.SetZoom(kTimes);
+  QImage seen = look();
+  EXPECT_NE(seen, fitted);
+  const auto is_paper = [&] {
+    const PrintedCard card = PrintedCardsOf(editor.Output(), editor.ShownKey()).front();
+    const QSize size = card.front.size() * kTimes;
+    const QImage paper =
+        Enlarged(card.sheet, kTimes).Image().copy(QRect(card.front.topLeft() * kTimes, size));
+    return seen.copy(QRect({kGap, kGap}, size)).convertToFormat(paper.format()) == paper;
+  };
+  EXPECT_TRUE(is_paper());
+  for (const auto& change : std::initializer_list<std::function<void()>>{
+           [&] { TypeInto(editor.txtInfo, "x"); }, [&] { editor.cmdCardNav_Click(2); },
+           [&] { database_.Execute("UPDATE tblFont SET Size = 14"); },
+           [&] { ClickOn(editor.chkShowPicture); }}) {
+    const QImage before = seen;
+    change();
+    seen = look();
+    EXPECT_NE(seen, before);
+    EXPECT_TRUE(is_paper());
+  }
+  // What can't be drawn is told in the window, without a box at each key.
+  database_.Store("tblCard", editor.ShownKey(), "Background", "no picture");
+  database_.SelectSet(modData::CurrentSetID);
+  dialogs_.boxes.clear();
+  editor.txtTitle.SetText("Anew");
+  look();
+  EXPECT_TRUE(frmCloseLook->lblWords.Caption().startsWith("Print leaves this out: C2 2 Anew: "))
+      << qPrintable(frmCloseLook->lblWords.Caption());
+  EXPECT_TRUE(dialogs_.boxes.empty());
+  frmMaster->tbar.ButtonClick("card2nd");
+  look();
+  EXPECT_EQ(frmCloseLook->lblWords.Caption(), "Open an editor on a record to look at it closely.");
+  frmMaster->tbar.ButtonClick("character2nd");
+  look();
+  EXPECT_FALSE(frmCloseLook->lblWords.Visible());
+  PressKey(frmCloseLook->view, Qt::Key_Escape);
+  EXPECT_FALSE(frmCloseLook.IsVisible());
 }
 
 }  // namespace

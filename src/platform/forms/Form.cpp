@@ -272,6 +272,20 @@ void Form::Show() {
   }
 }
 
+void Form::ShowBeside(const Form& other) {
+  QWidget* const window = Window();
+  if (!std::exchange(impl_->shown, true)) {
+    const QRect beside = other.Window()->frameGeometry();
+    const QRect screen = other.Window()->screen()->availableGeometry();
+    QRect place(QPoint(beside.right() + 1, beside.top()), window->size());
+    if (place.right() > screen.right() && beside.left() - place.width() >= screen.left())
+      place.moveRight(beside.left() - 1);
+    window->move(Within(screen, place));
+  }
+  window->setAttribute(Qt::WA_ShowWithoutActivating);
+  window->show();
+}
+
 void Form::ComeToFront() {
   QWidget* const window = Window();
   window->setWindowState(window->windowState() & ~Qt::WindowMinimized);
@@ -310,6 +324,7 @@ void Form::ShowModal() {
 
 void Form::Hide() {
   if (Handle() != nullptr) Window()->hide();
+  if (impl_->child != nullptr) Form_ActiveChanged();
   if (impl_->loop != nullptr) impl_->loop->quit();
 }
 

@@ -48,6 +48,8 @@ class Form : public Container {
   bool IsActive() const;
   // Modeless; brings it to the front. The main window grows to show a child as far as the screen allows.
   void Show();
+  // Aside, modeless: at the side of another window as far as the screen has room, and without the keyboard.
+  void ShowBeside(const Form& other);
   void ShowBehind();   // child, modeless: below the others and without the keyboard
   void ComeToFront();  // of the desktop, also when it was minimised
   void ShowModal();    // returns when the form is hidden or closed
